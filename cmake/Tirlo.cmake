@@ -1,0 +1,35 @@
+# What every target of ours shares: warnings as errors, sanitizers, hardening.
+
+set(TIRLO_SANITIZE "" CACHE STRING "Sanitizers to build with, as given to -fsanitize=")
+
+add_library(tirlo_flags INTERFACE)
+target_compile_options(tirlo_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(tirlo_flags INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH)
+target_include_directories(tirlo_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+
+if(TIRLO_SANITIZE)
+    add_compile_options(-fsanitize=${TIRLO_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TIRLO_SANITIZE})
+else()
+    add_compile_options(-fstack-protector-strong)
+    add_link_options(-Wl,-z,relro,-z,now)
+endif()
+
+# tirlo_folder(NAME LIBS...): the static library of one source folder, all its files.
+function(tirlo_folder name)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h)
+    add_library(tirlo_${name} STATIC ${sources})
+    target_link_libraries(tirlo_${name} PUBLIC tirlo_flags ${ARGN})
+endfunction()
+
+# tirlo_test(NAME SOURCES... LIBS libs...): one GoogleTest program, each case known to CTest.
+function(tirlo_test name)
+    cmake_parse_arguments(arg "" "" "LIBS" ${ARGN})
+    add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} tirlo_test_support)
+    gtest_discover_tests(${name}
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "LANG=C.UTF-8"
+        DISCOVERY_TIMEOUT 60)
+endfunction()
+include(GoogleTest)

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/AppLog.h"
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "core/Paths.h"
+#include "hooks/HookServer.h"
+#include "island/IslandWindowController.h"
+#include "mascot/SoundEngine.h"
+#include "platform/linux/FileKeyValueStore.h"
+#include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/XcbWindowShape.h"
+#include "views/IslandActions.h"
+
+#include <optional>
+
+namespace tirlo {
+
+/// Builds every long-lived object once, in order, and hands each its collaborators.
+///
+/// What is declared earlier outlives what is declared later.
+class AppDelegate
+{
+public:
+    AppDelegate();
+
+    /// Shows the island and begins to listen to agents; false when there is no screen to show it on.
+    [[nodiscard]] bool applicationDidFinishLaunching();
+
+private:
+    void setupIsland();
+
+    const Paths m_paths = Paths::ofUser();
+    QtMainQueue m_queue;
+    const AppLog m_log{m_paths, m_queue};
+    FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};
+    QtScreens m_screens;
+    XcbWindowShape m_windowShape;
+
+    AppState m_state{m_settings, m_queue};
+    Notifications m_notifications;
+    SilentSoundEngine m_sounds;
+    HookServer m_hookServer;
+    const IslandActions m_islandActions;
+    std::optional<IslandWindowController> m_islandController;
+};
+
+} // namespace tirlo

@@ -1,0 +1,174 @@
+#pragma once
+
+#include "Settings.h"
+#include "model/AgentTask.h"
+#include "model/ApprovalInfo.h"
+#include "model/Chat.h"
+#include "model/Results.h"
+#include "model/Services.h"
+#include "platform/Applications.h"
+
+#include <QList>
+#include <QMap>
+#include <QPointF>
+#include <QProperty>
+#include <QSet>
+
+namespace tirlo {
+
+class KeyValueStore;
+class MainQueue;
+
+/// The one observable store: every subsystem reads and writes it, on the main thread only.
+///
+/// Observed fields are properties; the plain ones are polled. Its settings write through to the
+/// key-value store.
+class AppState
+{
+public:
+    /// Applies the persisted settings and makes the tasks of the main pill and the active tools.
+    AppState(KeyValueStore &store, const MainQueue &clock);
+    AppState(const AppState &) = delete;
+    AppState &operator=(const AppState &) = delete;
+
+    // The island.
+    QProperty<IslandMode> mode{IslandMode::hidden};
+    QProperty<IslandView> view{IslandView::overview};
+
+    // The pills, in shown order, and the one in focus.
+    QProperty<QList<AgentTask>> tasks;
+    QProperty<std::optional<QString>> focusId;
+    /// A mood imposed on the mascot; it wins over the focused task's state.
+    QProperty<std::optional<BotState>> stateOverride;
+
+    // The display's notch in points, as the island's controller measured it.
+    double notchWidth = 184;
+    double notchHeight = 32;
+    bool hasNotch = true;
+
+    /// The last frontmost other application.
+    std::optional<RunningApplication> lastExternalApp;
+    QProperty<bool> isDraggingBot{false};
+    /// The last pointer position on the screen, in points.
+    QPointF mousePosition;
+
+    // Times are seconds on the main queue's media clock.
+    double lastMouseMove = 0;
+    /// Drives the auto-close countdown.
+    double lastActivity = 0;
+    bool isPresent = true;
+    /// Keeps the island open while an approval is on show.
+    bool isPinned = false;
+
+    // Files.
+    QProperty<double> uploadProgress{0};
+    QProperty<std::optional<double>> uploadStartTime;
+    /// Seconds.
+    QProperty<double> uploadDuration{2.4};
+    QProperty<bool> fileDragOver{false};
+
+    // Settings, persisted on each change.
+    QProperty<bool> soundEnabled{true};
+    QProperty<QString> claudeModel{QStringLiteral("claude-sonnet-4-6")};
+    QProperty<ChatProvider> chatProvider{ChatProvider::anthropic};
+    QProperty<QString> googleChatModel{QStringLiteral("gemini-2.0-flash")};
+    QProperty<QString> openAIChatModel{QStringLiteral("gpt-4o")};
+    QProperty<QString> mainPillId{QStringLiteral("integration_claude")};
+    QProperty<double> soundVolume{0.12};
+    /// Seconds.
+    QProperty<double> autoCloseInterval{15};
+    /// Seconds; changed through setAbsenceInterval().
+    double absenceInterval = 180;
+    /// Seconds; nothing in the program changes it.
+    double greetThresholdSeconds = 120;
+    QProperty<bool> hotkeyEnabled{false};
+    /// Modifier mask; Shift and Command at first. Changed through setHotkey().
+    std::uint32_t hotkeyFlags = 0x120000;
+    /// Key code; the N key at first. Changed through setHotkey().
+    std::uint16_t hotkeyCode = 45;
+    QProperty<QSet<QString>> vercelProjectFilter;
+    QProperty<QSet<QString>> n8nWorkflowFilter;
+    QProperty<QSet<QString>> activeIntegrations;
+
+    // Chat.
+    QProperty<QMap<ChatProvider, QList<ProviderModel>>> fetchedProviderModels;
+    QProperty<QMap<ChatProvider, QString>> providerModelFetchError;
+    QProperty<QSet<ChatProvider>> loadingProviderModels;
+    QProperty<std::optional<PromptContext>> promptContext;
+    QProperty<std::optional<DroppedFile>> droppedFile;
+    /// Text of the note card.
+    QProperty<std::optional<QString>> noteMessage;
+    QProperty<std::optional<SearchResult>> searchResult;
+
+    // Services.
+    QProperty<QList<VercelDeployment>> vercelDeployments;
+    QProperty<QList<ResendEmail>> resendEmails;
+    QProperty<std::optional<qint64>> resendTotal;
+    QProperty<std::optional<GitHubStats>> githubStats;
+    QProperty<QList<StripePayment>> stripePayments;
+    /// In the currency's smallest unit, as is what the card shows of it.
+    QProperty<qint64> stripeBalance{0};
+    QProperty<qint64> stripeDisplayBalance{0};
+    QProperty<QString> stripeCurrency{QStringLiteral("eur")};
+    QProperty<bool> stripeLoaded{false};
+    QProperty<std::optional<QString>> stripeError;
+    QProperty<QList<CalcomBooking>> calcomBookings;
+    QProperty<bool> calcomLoaded{false};
+    QProperty<std::optional<QString>> calcomError;
+    QProperty<QList<NotionPage>> notionPages;
+    QProperty<bool> notionLoaded{false};
+    QProperty<std::optional<QString>> notionError;
+
+    QProperty<QList<ChatMessage>> chatHistory;
+    /// The permission request on show.
+    QProperty<std::optional<ApprovalInfo>> pendingApproval;
+
+    /// The task named by `focusId`, else the first one, else nothing.
+    [[nodiscard]] std::optional<AgentTask> focusTask() const;
+    /// The chosen model of the chosen provider.
+    [[nodiscard]] QString activeChatModel() const;
+    /// The first task with the id, or nothing.
+    [[nodiscard]] std::optional<AgentTask> task(const QString &id) const;
+
+    /// Edits the first task with the id in place and publishes the list once; false without one.
+    template<typename Edit>
+    bool editTask(const QString &id, Edit edit)
+    {
+        const qsizetype index = indexOfTask(id);
+        if (index < 0)
+            return false;
+        QList<AgentTask> edited = tasks.value();
+        edit(edited[index]);
+        tasks = edited;
+        return true;
+    }
+
+    /// Sets the state of the first task with the id; focus and mode stay.
+    void updateTask(const QString &id, BotState state);
+    /// Moves the focus to a task that exists and clears its badge.
+    void setFocus(const QString &id);
+    /// Removes the tasks with the id; the main pill and active tools are reset instead.
+    void removeTask(const QString &id);
+    /// Hides a compact island without tasks and shows a hidden one that has some.
+    void syncMode();
+    /// While expanded, swaps the overview and the empty card as tasks come and go.
+    void syncView();
+    /// Adds or removes a catalogue tool; at most 4 can be active beside the main pill.
+    void toggleIntegration(const QString &id);
+    /// Brings the tasks in line with the main pill and the active tools.
+    void loadIntegrationTasks();
+
+    /// Sets and persists `absenceInterval`, in seconds.
+    void setAbsenceInterval(double seconds);
+    /// Sets and persists the hotkey's modifier mask and key code.
+    void setHotkey(std::uint32_t flags, std::uint16_t code);
+
+private:
+    [[nodiscard]] qsizetype indexOfTask(const QString &id) const;
+    void dropTasks(const QString &id);
+    void sortTasksByCatalog();
+
+    Settings m_settings;
+};
+
+} // namespace tirlo

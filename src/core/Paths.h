@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+namespace tirlo {
+
+/// All places under the user's home directory that the program writes to, built in one place.
+class Paths
+{
+public:
+    /// Paths under this home directory.
+    explicit Paths(QString home);
+
+    /// Paths under the present user's home: `HOME`, else what the user database says.
+    [[nodiscard]] static Paths ofUser();
+
+    [[nodiscard]] QString home() const { return m_home; }
+    /// Holds the socket, the relay scripts and the settings; mode 0700.
+    [[nodiscard]] QString supportFolder() const;
+    [[nodiscard]] QString socketPath() const;
+    /// The shell wrapper that every hook entry points at.
+    [[nodiscard]] QString hookScriptPath() const;
+    /// The relay proper, beside the wrapper.
+    [[nodiscard]] QString relayScriptPath() const;
+    [[nodiscard]] QString settingsPath() const;
+    /// Holds all logs; mode 0700, its files 0600.
+    [[nodiscard]] QString logFolder() const;
+
+private:
+    QString m_home;
+};
+
+} // namespace tirlo

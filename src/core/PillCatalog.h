@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/Enumerations.h"
+
+#include <QString>
+
+#include <array>
+
+namespace tirlo {
+
+/// One tool that the program knows by name.
+struct PillDefinition
+{
+    /// The pill's id; also its task's.
+    QString id;
+    QString name;
+    /// "#" and six hexadecimal digits.
+    QString color;
+    PillCategory category = PillCategory::service;
+    /// Secondary line in the settings.
+    QString subtitle;
+    AgentSource source = AgentSource::agent;
+    /// Not choosable as the main pill.
+    bool comingSoon = false;
+    bool githubOnly = false;
+};
+
+/// The fixed list of tools that can have a pill beside the ad-hoc ones of outside agents.
+namespace PillCatalog {
+
+/// All rows; their order is also the order of the pills.
+[[nodiscard]] const std::array<PillDefinition, 15> &all();
+
+/// The row with this id, or null.
+[[nodiscard]] const PillDefinition *definition(const QString &id);
+
+/// True when the id names a row that may be the main pill: a workspace that is not coming soon.
+[[nodiscard]] bool canBeMainPill(const QString &id);
+
+} // namespace PillCatalog
+
+} // namespace tirlo

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Enumerations.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tirlo {
+
+/// One pill: an agent's session, a chat provider or a service.
+struct AgentTask
+{
+    /// A catalogue id, or "agent_" followed by an agent's name.
+    QString id;
+    /// The shown name: a project's, an agent's or the catalogue row's.
+    QString name;
+    /// "#" and six hexadecimal digits.
+    QString color;
+    BotState state = BotState::idle;
+    /// Index of the step on show: the last one's, 0 without steps.
+    qsizetype stepIndex = 0;
+    /// The most recent steps, oldest first, at most 20.
+    QStringList steps;
+    AgentSource source = AgentSource::agent;
+    /// False only for tasks of agents from outside the catalogue's road.
+    bool isIntegration = false;
+    std::optional<BotEmote> emote;
+    std::optional<EyeShape> miniEye;
+    /// The badge while the task is not in focus.
+    std::optional<PillBadge> pillBadge;
+    /// The session's working directory.
+    std::optional<QString> sessionCwd;
+
+    bool operator==(const AgentTask &) const = default;
+};
+
+} // namespace tirlo

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "FileDescriptor.h"
+#include "HookContext.h"
+#include "HookRouting.h"
+
+#include <QJsonObject>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class QThreadPool;
+
+namespace tirlo {
+
+class HookTasks;
+class ReadSource;
+
+/// The one permission request on show: who waits for it, how it ends, and what ends it.
+///
+/// The waiting agent is a connection that stays open. A request ends by the user's answer, by the
+/// agent hanging up, by an event which shows that it was settled in the agent, after 115 seconds,
+/// or by a newer request.
+class ApprovalDesk : public QObject
+{
+public:
+    /// A desk whose replies are written by `writers`, which must be done before the desk goes.
+    ApprovalDesk(const HookContext &context, HookTasks &tasks, QThreadPool &writers);
+    ~ApprovalDesk() override;
+
+    /// Puts the request on show; one that is not for the island is handed back with "ask".
+    void processPermissionRequest(FileDescriptor connection, const QJsonObject &payload);
+
+    /// Answers the waiting agent: "allow", "always" or "ask", while any other text denies.
+    void sendApprovalDecision(const QString &decision);
+
+    /// Whether an event may go on; one for the pill on show may first dismiss its card.
+    ///
+    /// Nothing moves a pill that waits for an answer except what shows that the answer was given.
+    [[nodiscard]] bool admits(const QString &event, const HookRoute &route,
+                              const HookOrigin &origin, const QJsonObject &payload);
+
+private:
+    void watch(FileDescriptor connection, const QString &pill);
+    void dismissApprovalCard(const QString &note);
+    void settle();
+    void answer(std::shared_ptr<ReadSource> source, const QByteArray &reply);
+    void refuse(FileDescriptor connection);
+
+    HookContext m_context;
+    HookTasks &m_tasks;
+    QThreadPool &m_writers;
+    /// The connection of the request on show; null without one.
+    std::shared_ptr<ReadSource> m_source;
+    std::optional<QString> m_focusBeforeApproval;
+};
+
+/// Canonical text of a tool's input, the same for the same members in any order; "" when empty.
+[[nodiscard]] QString approvalInputKey(const QJsonObject &input);
+
+} // namespace tirlo

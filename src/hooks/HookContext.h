@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/AppLog.h"
+
+#include <QString>
+
+namespace tirlo {
+
+class AppState;
+class MainQueue;
+class Notifications;
+class SoundEngine;
+
+/// What the hook subsystem works on; everything outlives it.
+struct HookContext
+{
+    AppState &state;
+    Notifications &notifications;
+    SoundEngine &sound;
+    MainQueue &queue;
+    const AppLog &log;
+
+    /// Appends a line to the log of the hooks.
+    void writeLog(const QString &line) const
+    {
+        log.appendAppLog(QStringLiteral("qv.log"), line, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    }
+};
+
+} // namespace tirlo

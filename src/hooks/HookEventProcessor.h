@@ -1,0 +1,66 @@
+#pragma once
+
+#include "HookContext.h"
+#include "HookRouting.h"
+#include "core/model/Enumerations.h"
+
+#include <QJsonObject>
+#include <QObject>
+
+namespace tirlo {
+
+class ApprovalDesk;
+class HookTasks;
+
+/// Turns the events of agents into pills, their states and steps, sounds and an opening island.
+class HookEventProcessor : public QObject
+{
+public:
+    HookEventProcessor(const HookContext &context, HookTasks &tasks, ApprovalDesk &desk);
+
+    /// Handles one event that is no permission request; unknown names and sources do nothing.
+    void processEvent(const QString &name, const QJsonObject &payload);
+
+private:
+    struct Event
+    {
+        const QJsonObject &payload;
+        const HookOrigin &origin;
+        const HookRoute &route;
+        /// The pill was in focus when the event came.
+        bool isFocus;
+
+        [[nodiscard]] const QString &pill() const { return route.pillId; }
+        [[nodiscard]] QString text(const char *key) const;
+        [[nodiscard]] QString tool() const;
+    };
+    using Handler = void (HookEventProcessor::*)(const Event &);
+
+    [[nodiscard]] static Handler handlerOf(const QString &name);
+
+    void startSession(const Event &event);
+    void submitPrompt(const Event &event);
+    void useTool(const Event &event);
+    void endTool(const Event &event);
+    void failTool(const Event &event);
+    void notify(const Event &event);
+    void stop(const Event &event);
+    void fail(const Event &event);
+    void interrupt(const Event &event);
+    void endSession(const Event &event);
+    void startSubagent(const Event &event);
+    void stopSubagent(const Event &event);
+
+    /// Makes the session the active one and sees that its pill is there.
+    void activate(const Event &event);
+    void showOverview();
+    /// Opens the island on the end of a turn if its pill is in focus, else marks the pill.
+    void showEnd(const Event &event, IslandView view, PillBadge badge);
+    void appendOpening(const QString &pill, const QString &text);
+
+    HookContext m_context;
+    HookTasks &m_tasks;
+    ApprovalDesk &m_desk;
+};
+
+} // namespace tirlo

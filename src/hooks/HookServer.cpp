@@ -1,0 +1,50 @@
+#include "HookServer.h"
+
+#include "RelayScripts.h"
+
+#include <utility>
+
+namespace tirlo {
+
+HookServer::HookServer(const HookContext &context, const Paths &paths, QObject *parent)
+    : QObject(parent)
+    , m_paths(paths)
+    , m_tasks(context.state, context.notifications)
+    , m_desk(context, m_tasks, m_writers)
+    , m_processor(context, m_tasks, m_desk)
+    , m_sockets(
+          context.queue, paths.socketPath(),
+          {.event = [this](const QString &name,
+                           const QJsonObject &payload) { m_processor.processEvent(name, payload); },
+           .permissionRequest =
+               [this](FileDescriptor connection, const QJsonObject &payload) {
+                   m_desk.processPermissionRequest(std::move(connection), payload);
+               }})
+{
+    // One short line is never kept waiting, and an idle thread would hold on to a descriptor.
+    m_writers.setMaxThreadCount(1);
+    m_writers.setExpiryTimeout(0);
+}
+
+HookServer::~HookServer()
+{
+    m_writers.waitForDone();
+}
+
+void HookServer::start()
+{
+    RelayScripts::installHookScript(m_paths);
+    m_sockets.start();
+}
+
+void HookServer::sendApprovalDecision(const QString &decision)
+{
+    m_desk.sendApprovalDecision(decision);
+}
+
+std::optional<QString> HookServer::activeSessionId() const
+{
+    return m_tasks.activeSessionId;
+}
+
+} // namespace tirlo

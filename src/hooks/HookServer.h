@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ApprovalDesk.h"
+#include "HookContext.h"
+#include "HookEventProcessor.h"
+#include "HookSocketServer.h"
+#include "HookTasks.h"
+#include "core/Paths.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+namespace tirlo {
+
+/// The hooks of AI coding agents: takes their events and permission requests and answers them.
+///
+/// Everything here belongs to the main thread.
+class HookServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A server for the socket and scripts at these paths; the context outlives it.
+    HookServer(const HookContext &context, const Paths &paths, QObject *parent = nullptr);
+    ~HookServer() override;
+
+    /// Writes the relay scripts and begins to listen; called once.
+    void start();
+
+    /// Answers the request on show: "allow", "always", "deny", or "ask" to hand it back.
+    void sendApprovalDecision(const QString &decision);
+
+    /// The last session that started, prompted, ran a tool or asked; none once it has ended.
+    [[nodiscard]] std::optional<QString> activeSessionId() const;
+
+private:
+    const Paths m_paths;
+    HookTasks m_tasks;
+    QThreadPool m_writers;
+    ApprovalDesk m_desk;
+    HookEventProcessor m_processor;
+    HookSocketServer m_sockets;
+};
+
+} // namespace tirlo

@@ -1,0 +1,109 @@
+#include "HookTasks.h"
+
+#include "ProjectColors.h"
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "core/PillCatalog.h"
+
+#include <algorithm>
+
+namespace tirlo {
+
+namespace {
+
+constexpr qsizetype maximumSteps = 20;
+
+bool isUrgent(IslandView view)
+{
+    return view == IslandView::approval || view == IslandView::error || view == IslandView::finished
+        || view == IslandView::confused;
+}
+
+} // namespace
+
+HookTasks::HookTasks(AppState &state, Notifications &notifications)
+    : m_state(state)
+    , m_notifications(notifications)
+{
+}
+
+void HookTasks::upsertWorkspaceTask(const QString &id, const QString &projectName,
+                                    const QString &cwd)
+{
+    const bool exists = m_state.editTask(id, [&](AgentTask &task) {
+        task.name = projectName;
+        if (!cwd.isEmpty())
+            task.sessionCwd = cwd;
+    });
+    if (exists)
+        return;
+
+    AgentTask task;
+    task.id = id;
+    task.name = projectName;
+    const PillDefinition *row = PillCatalog::definition(id);
+    task.color = row ? row->color : QStringLiteral("#C0C4CC");
+    task.source = row ? row->source : AgentSource::agent;
+    task.isIntegration = true;
+    insert(task, m_state.mainPillId, 0);
+}
+
+void HookTasks::upsertExternalAgent(const QString &id, const QString &name)
+{
+    if (m_state.task(id))
+        return;
+
+    AgentTask task;
+    task.id = id;
+    task.name = name;
+    task.color = IslandConst::colorForProject(name);
+    task.source = AgentSource::agent;
+    insert(task, QStringLiteral("integration_claude"), m_state.tasks.value().size());
+}
+
+void HookTasks::appendStep(const QString &id, const QString &step)
+{
+    m_state.editTask(id, [&step](AgentTask &task) {
+        task.steps.append(step);
+        if (task.steps.size() > maximumSteps)
+            task.steps.removeFirst();
+        task.stepIndex = task.steps.size() - 1;
+    });
+}
+
+void HookTasks::setPillBadge(const QString &id, PillBadge badge)
+{
+    m_state.editTask(id, [badge](AgentTask &task) { task.pillBadge = badge; });
+}
+
+void HookTasks::clearPillBadge(const QString &id)
+{
+    m_state.editTask(id, [](AgentTask &task) { task.pillBadge.reset(); });
+}
+
+void HookTasks::expandIfNeeded(IslandView view)
+{
+    if (m_state.mode == IslandMode::expanded) {
+        const bool mayReplace = isUrgent(view) && !m_state.pendingApproval.value();
+        if (view == IslandView::approval || mayReplace)
+            m_state.view = view;
+        return;
+    }
+    if (isUrgent(view))
+        Q_EMIT m_notifications.hookExpand(view);
+    else if (m_state.mode == IslandMode::hidden)
+        Q_EMIT m_notifications.hookReveal();
+}
+
+void HookTasks::insert(const AgentTask &task, const QString &anchor, qsizetype otherwise)
+{
+    QList<AgentTask> tasks = m_state.tasks;
+    const auto found = std::ranges::find(tasks, anchor, &AgentTask::id);
+    tasks.insert(found == tasks.end() ? otherwise : found - tasks.begin() + 1, task);
+    m_state.tasks = tasks;
+    if (!m_state.focusId.value())
+        m_state.focusId = task.id;
+    m_state.syncMode();
+}
+
+} // namespace tirlo

@@ -1,0 +1,254 @@
+#!/usr/bin/env python3
+"""Relays one hook of an agent to Tirlo: its JSON comes on standard input and leaves as one line.
+
+An agent must never stall or fail on a hook, so whatever goes wrong ends in exit status 0 without
+output. This runs at every hook of every agent, and the json and socket modules take as long to
+import as the interpreter takes to start: so the C modules beneath them are used.
+"""
+
+import os
+import sys
+
+SOCKET = "~/Library/Application Support/Skerry/qv.sock"
+ANSWER_SECONDS = 118
+EVENT_SECONDS = 0.3
+CHUNK = 4096
+
+# Agents that take anything but JSON on standard output for a failed hook.
+AGENTS_EXPECTING_JSON = ("gemini", "antigravity")
+
+EVENTS = {
+    "BeforeTool": "PreToolUse",
+    "BeforeToolSelection": "PreToolUse",
+    "AfterTool": "PostToolUse",
+    "AfterModel": "PostToolUse",
+    "BeforeAgent": "UserPromptSubmit",
+    "AfterAgent": "Stop",
+    "startup": "SessionStart",
+    "exit": "SessionEnd",
+    "PreInvocation": "UserPromptSubmit",
+    "PostInvocation": "PostToolUse",
+}
+
+TOOL_ARGUMENTS = {
+    "CommandLine": "command",
+    "FilePath": "file_path",
+    "Path": "path",
+    "Url": "url",
+    "Query": "query",
+    "Pattern": "pattern",
+}
+
+SESSION_KEYS = ("conversationId", "conversation_id", "sessionId", "GEMINI_SESSION_ID")
+
+TERMINAL_KEYS = {
+    "term_program": "TERM_PROGRAM",
+    "iterm_session_id": "ITERM_SESSION_ID",
+    "term_session_id": "TERM_SESSION_ID",
+    "bundle_id": "__CFBundleIdentifier",
+}
+
+
+def c_codec():
+    """json.loads for text and json.dumps in compact form, made of the C parts of json."""
+    import _json
+
+    class Context:
+        strict = True
+        object_hook = None
+        object_pairs_hook = None
+        parse_float = float
+        parse_int = int
+        parse_constant = {
+            "NaN": float("nan"),
+            "Infinity": float("inf"),
+            "-Infinity": float("-inf"),
+        }.__getitem__
+
+    scan = _json.make_scanner(Context)
+    encode = _json.make_encoder(
+        None, None, _json.encode_basestring_ascii, None, ":", ",", False, False, True
+    )
+
+    def loads(text):
+        text = text.strip(" \t\n\r")
+        value, end = scan(text, 0)
+        if end != len(text):
+            raise ValueError("data after the value")
+        return value
+
+    def dumps(value):
+        return "".join(encode(value, 0))
+
+    sample = '{"a":[1,-2.5,true,null,"\\u00e9\\n"],"b":{}}'
+    if dumps(loads(sample)) != sample:
+        raise ImportError("the C parts of json are not as expected")
+    return loads, dumps
+
+
+def public_codec():
+    """The same by the json module itself."""
+    import json
+
+    return json.loads, lambda value: json.dumps(value, separators=(",", ":"))
+
+
+def codec():
+    try:
+        return c_codec()
+    except Exception:
+        return public_codec()
+
+
+def read_arguments(arguments):
+    """The agent's tag and the event named by the first other argument, each "" when missing."""
+    agent = event = ""
+    i = 0
+    while i < len(arguments):
+        if arguments[i] == "--agent" and i + 1 < len(arguments):
+            i += 1
+            agent = arguments[i]
+        else:
+            event = event or arguments[i]
+        i += 1
+    return agent, event
+
+
+def add_context(payload, agent):
+    """Says which agent, terminal and folder the hook ran in, where the payload does not."""
+    if agent:
+        payload.setdefault("tirlo_agent", agent)
+    for key, variable in TERMINAL_KEYS.items():
+        payload.setdefault(key, os.environ.get(variable, ""))
+    if not payload.get("cwd"):
+        paths = payload.get("workspacePaths") or payload.get("workspace_roots")
+        if isinstance(paths, list) and paths:
+            payload["cwd"] = paths[0]
+            return
+        try:
+            payload["cwd"] = os.getcwd()
+        except OSError:
+            pass  # the folder is gone; the event still counts
+
+
+def normalise(payload, argument_event):
+    """Brings the event's name and the tool fields to their canonical form; odd ones stay."""
+    try:
+        event = payload.get("hook_event_name") or argument_event
+        if event:
+            payload["hook_event_name"] = EVENTS.get(event, event)
+        normalise_tool(payload)
+    except Exception:
+        pass
+
+
+def normalise_tool(payload):
+    """Puts the tool fields of Gemini CLI and Antigravity where the other agents have them."""
+    if "tool_name" in payload:
+        return
+    call = payload.get("toolCall")
+    if not isinstance(call, dict):
+        call = {}
+    name = call.get("name") or payload.get("tool")
+    if name:
+        payload["tool_name"] = name
+    arguments = call.get("args")
+    if "tool_input" not in payload and isinstance(arguments, dict):
+        renamed = {TOOL_ARGUMENTS[key]: arguments[key] for key in TOOL_ARGUMENTS if key in arguments}
+        payload["tool_input"] = {**arguments, **renamed}
+    if "session_id" not in payload:
+        found = (payload[key] for key in SESSION_KEYS if payload.get(key))
+        session = next(found, None) or os.environ.get("GEMINI_SESSION_ID")
+        if session:
+            payload["session_id"] = session
+
+
+def connect(seconds):
+    # The socket module adds nothing that is needed here.
+    import _socket
+
+    connection = _socket.socket(_socket.AF_UNIX, _socket.SOCK_STREAM)
+    connection.settimeout(seconds)
+    connection.connect(os.path.expanduser(SOCKET))
+    return connection
+
+
+def tell(line):
+    """Passes the line on; the reply is not waited for."""
+    connection = connect(EVENT_SECONDS)
+    connection.sendall(line)
+    connection.close()
+
+
+def ask(line):
+    """Passes the line on and waits for the reply; "" when nobody is left to read the answer.
+
+    An agent that ends the hook may kill the wrapper alone. Standard output then has no reader any
+    more, and hanging up at once tells Tirlo that the request was settled elsewhere.
+    """
+    import select
+
+    connection = connect(ANSWER_SECONDS)
+    connection.sendall(line)
+    waiting = select.poll()
+    waiting.register(connection.fileno(), select.POLLIN)
+    waiting.register(1, 0)
+    chunks = []
+    while True:
+        ready = [fd for fd, _ in waiting.poll(ANSWER_SECONDS * 1000)]
+        if connection.fileno() not in ready:
+            return ""
+        chunk = connection.recv(CHUNK)
+        chunks.append(chunk)
+        if not chunk or b"\n" in chunk:
+            break
+    connection.close()
+    return b"".join(chunks).decode().strip()
+
+
+def answer_object(decision, agent, payload):
+    """The agent's dialect of a decision; None leaves the question to the agent."""
+    if decision == "deny":
+        answer = {"behavior": "deny", "message": "Denied from Tirlo"}
+    elif decision in ("allow", "always"):
+        answer = {"behavior": "allow"}
+        # Codex refuses an answer with updated permissions.
+        if decision == "always" and agent != "codex":
+            suggestions = payload.get("permission_suggestions")
+            answer["updatedPermissions"] = suggestions if isinstance(suggestions, list) else []
+    else:
+        return None
+    return {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": answer}}
+
+
+def main():
+    loads, dumps = codec()
+    try:
+        payload = loads(sys.stdin.buffer.read().decode())
+    except Exception:
+        return
+
+    agent, argument_event = read_arguments(sys.argv[1:])
+    output = "{}" if agent in AGENTS_EXPECTING_JSON else ""
+    try:
+        add_context(payload, agent)
+        normalise(payload, argument_event)
+        if payload.get("hook_event_name") == "PermissionRequest":
+            output = ""
+            decision = loads(ask(dumps(payload).encode() + b"\n")).get("permissionDecision")
+            answer = answer_object(decision, agent, payload)
+            output = dumps(answer) if answer else ""
+        else:
+            tell(dumps(payload).encode() + b"\n")
+    except Exception:
+        pass
+    if output:
+        print(output, flush=True)
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    finally:
+        # Leaves at once, and with 0 whatever was raised, rather than take the interpreter down.
+        os._exit(0)

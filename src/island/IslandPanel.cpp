@@ -1,0 +1,85 @@
+#include "IslandPanel.h"
+
+#include "IslandGeometry.h"
+#include "core/AppState.h"
+#include "platform/WindowShape.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QWindow>
+
+namespace tirlo {
+
+IslandPanel::IslandPanel(AppState &state, WindowShape &shape)
+    : QWidget(nullptr,
+              Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint
+                  | Qt::WindowDoesNotAcceptFocus)
+    , m_state(state)
+    , m_shape(shape)
+{
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setFixedSize(IslandConst::panelWidth, IslandConst::panelHeight);
+    setWindowTitle(QStringLiteral("Tirlo"));
+
+    const auto update = [this] { updateInputRegion(); };
+    m_observers.follow(m_state.mode, update);
+    m_observers.follow(m_state.view, update);
+    m_observers.follow(m_state.chatHistory, update);
+}
+
+QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
+{
+    const QSizeF size = IslandGeometry::islandSize(m_state.mode, m_state.view, nw, nh,
+                                                   m_state.chatHistory.value().size());
+    return {QPointF((width() - size.width()) / 2, 0), size};
+}
+
+void IslandPanel::setContent(QWidget *content)
+{
+    content->setParent(this);
+    content->setGeometry(rect());
+    content->show();
+}
+
+bool IslandPanel::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WinIdChange) {
+        becomeDock();
+        // A new native window takes the pointer everywhere until told otherwise.
+        m_inputShape = {.width = 0, .height = 0};
+        updateInputRegion();
+    }
+    return handled;
+}
+
+void IslandPanel::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT islandPressed();
+}
+
+void IslandPanel::becomeDock()
+{
+    // A dock is left where it is put, over the desktop's bars, and no task list has it. The type
+    // reaches the desktop only when it is set anew on a native window that exists.
+    setAttribute(Qt::WA_X11NetWmWindowTypeDock, false);
+    setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+}
+
+void IslandPanel::updateInputRegion()
+{
+    QWindow *native = windowHandle();
+    if (!native || !native->handle())
+        return;
+    const QRectF frame = currentIslandFrame(notchWidth, notchHeight);
+    const IslandShape shape = IslandGeometry::islandShape(m_state.mode, frame.size());
+    if (shape == m_inputShape)
+        return;
+    m_inputShape = shape;
+    m_shape.setInputRegion(*native, shape.region().translated(frame.topLeft().toPoint()));
+}
+
+} // namespace tirlo

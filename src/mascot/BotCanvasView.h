@@ -1,0 +1,72 @@
+#pragma once
+
+#include "BotEngine.h"
+#include "BotPictureKey.h"
+#include "core/model/ViewLayout.h"
+#include "ui/motion/FrameClock.h"
+
+#include <QPropertyNotifier>
+#include <QWidget>
+
+namespace tirlo {
+
+class AppState;
+class Notifications;
+class Screens;
+class SoundEngine;
+
+/// What a big mascot needs of the program; all of it outlives the mascot.
+struct BotSurroundings
+{
+    AppState &state;
+    Notifications &notifications;
+    SoundEngine &sounds;
+    MainQueue &queue;
+    FrameClock &frames;
+    const Screens &screens;
+    /// The geometry of a card.
+    const ViewLayout &(*layoutOf)(IslandView view);
+};
+
+/// The mood that the big mascot shows: an imposed one, else the focused task's, else idle.
+[[nodiscard]] BotState displayedState(const AppState &state);
+
+/// The one big mascot: it follows the store, the pointer and the notifications.
+///
+/// Its body's diameter is 0.6 of its width. It stands still while the island is hidden and repaints
+/// only when its picture has changed.
+class BotCanvasView : public QWidget
+{
+public:
+    explicit BotCanvasView(const BotSurroundings &surroundings, QWidget *parent = nullptr);
+
+    /// Sets the height in points that the canvas keeps above the body for particles.
+    void setParticleOverhang(double points) { m_particleOverhang = points; }
+
+    [[nodiscard]] BotEngine &engine() { return m_engine; }
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void connectNotifications();
+    void followState();
+    void followView();
+    void followMode();
+    void runOrPause();
+    void frame();
+    void feedEngine();
+    void feedSlot();
+    void morphTo(double target, double milliseconds);
+
+    BotSurroundings m_around;
+    BotEngine m_engine;
+    double m_particleOverhang = 0;
+    BotPictureKey m_shown{};
+    FrameClock::Subscription m_frames;
+    std::array<QPropertyNotifier, 5> m_notifiers;
+};
+
+} // namespace tirlo

@@ -1,0 +1,104 @@
+#include "FileKeyValueStore.h"
+
+#include "platform/MainQueue.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+#include <utility>
+
+namespace tirlo {
+
+namespace {
+
+const QString bytesMember = QStringLiteral("base64");
+
+QJsonValue toJson(const StoredValue &value)
+{
+    if (const auto *bytes = std::get_if<QByteArray>(&value))
+        return QJsonObject{{bytesMember, QString::fromLatin1(bytes->toBase64())}};
+    if (const auto *text = std::get_if<QString>(&value))
+        return *text;
+    if (const auto *flag = std::get_if<bool>(&value))
+        return *flag;
+    if (const auto *whole = std::get_if<std::int64_t>(&value))
+        return qint64(*whole);
+    return std::get<double>(value);
+}
+
+std::optional<StoredValue> fromJson(const QJsonValue &json)
+{
+    if (json.isBool())
+        return StoredValue(json.toBool());
+    if (json.isString())
+        return StoredValue(json.toString());
+    if (json.isDouble()) {
+        const QVariant number = json.toVariant();
+        if (number.metaType().id() == QMetaType::LongLong)
+            return StoredValue(std::int64_t(number.toLongLong()));
+        return StoredValue(json.toDouble());
+    }
+    if (!json.isObject() || !json[bytesMember].isString())
+        return std::nullopt;
+    const auto decoded = QByteArray::fromBase64Encoding(
+        json[bytesMember].toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    return decoded ? std::optional<StoredValue>(decoded.decoded) : std::nullopt;
+}
+
+} // namespace
+
+FileKeyValueStore::FileKeyValueStore(QString path, const MainQueue &clock)
+    : m_path(std::move(path))
+{
+    load(clock);
+}
+
+std::optional<StoredValue> FileKeyValueStore::value(const QString &key) const
+{
+    return fromJson(m_values.value(key));
+}
+
+void FileKeyValueStore::setValue(const QString &key, const StoredValue &value)
+{
+    const QJsonValue json = toJson(value);
+    if (m_values.value(key) == json)
+        return;
+    m_values.insert(key, json);
+    save();
+}
+
+void FileKeyValueStore::load(const MainQueue &clock)
+{
+    QFile file(m_path);
+    if (!file.exists())
+        return;
+
+    if (file.open(QIODevice::ReadOnly)) {
+        const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+        if (document.isObject()) {
+            m_values = document.object();
+            return;
+        }
+    }
+    file.close();
+    const QString stamp = clock.wallClock().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    m_mayWrite = QFile::rename(m_path, m_path + QStringLiteral(".corrupt-") + stamp);
+}
+
+void FileKeyValueStore::save() const
+{
+    if (!m_mayWrite)
+        return;
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    file.write(QJsonDocument(m_values).toJson());
+    file.commit();
+}
+
+} // namespace tirlo

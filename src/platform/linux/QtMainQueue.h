@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/MainQueue.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+namespace tirlo {
+
+/// The main queue on Qt's event loop; make it on the main thread.
+class QtMainQueue final : public MainQueue
+{
+public:
+    QtMainQueue();
+
+    [[nodiscard]] double mediaTime() const override;
+    [[nodiscard]] QDateTime wallClock() const override;
+    void post(std::function<void()> work) override;
+
+protected:
+    void schedule(double seconds, std::function<void()> fire) override;
+
+private:
+    QObject m_context;
+    QElapsedTimer m_clock;
+};
+
+} // namespace tirlo

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QWidget>
+
+#include <optional>
+
+namespace tirlo {
+
+/// The rounded surface of a card, with a glow that rises from below its lower edge.
+class CardBackground : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The glow's colour.
+    enum class Wash { red, green, pink, amber, cyan, indigo, soft };
+
+    explicit CardBackground(std::optional<Wash> wash = std::nullopt, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::optional<Wash> m_wash;
+};
+
+} // namespace tirlo

@@ -1,0 +1,35 @@
+#include "Color.h"
+
+#include <algorithm>
+
+namespace tirlo {
+
+QColor colorFromHex(const QString &text)
+{
+    QStringView digits = text;
+    while (digits.startsWith(u'#'))
+        digits = digits.sliced(1);
+    while (digits.endsWith(u'#'))
+        digits.chop(1);
+
+    const quint64 number = digits.toULongLong(nullptr, 16);
+    return {int(number >> 16 & 0xFF), int(number >> 8 & 0xFF), int(number & 0xFF)};
+}
+
+QColor lighter(const QColor &color, double amount)
+{
+    const auto raised = [amount](float component) {
+        return float(std::clamp(double(component) + amount, 0.0, 1.0));
+    };
+    return QColor::fromRgbF(raised(color.redF()), raised(color.greenF()), raised(color.blueF()),
+                            color.alphaF());
+}
+
+QColor withOpacity(const QColor &color, double opacity)
+{
+    QColor faded = color;
+    faded.setAlphaF(float(opacity));
+    return faded;
+}
+
+} // namespace tirlo

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+namespace tirlo {
+
+/// The colour of a text such as "#F7B32B", opaque; text that is no hexadecimal number is black.
+[[nodiscard]] QColor colorFromHex(const QString &text);
+
+/// The colour with the amount, 0 to 1, added to each component; its opacity stays.
+[[nodiscard]] QColor lighter(const QColor &color, double amount);
+
+/// The colour at an opacity of 0 to 1.
+[[nodiscard]] QColor withOpacity(const QColor &color, double opacity);
+
+} // namespace tirlo

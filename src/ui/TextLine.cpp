@@ -1,0 +1,107 @@
+#include "TextLine.h"
+
+#include "Style.h"
+#include "core/Text.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPalette>
+#include <QToolTip>
+
+#include <cmath>
+
+namespace tirlo::TextLine {
+
+namespace {
+
+/// More code units than any line of the island can show at either end.
+constexpr qsizetype longestEnd = 400;
+constexpr int longestToolTip = 2000;
+constexpr qsizetype longestUnwrapped = 80;
+
+/// Marks that change the order of what stands around them without being seen.
+bool reordersText(QChar c)
+{
+    const char16_t code = c.unicode();
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069)
+        || code == 0x200E || code == 0x200F || code == 0x061C;
+}
+
+bool breaksLine(QChar c)
+{
+    const char16_t code = c.unicode();
+    return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
+}
+
+QString bothEnds(const QString &text)
+{
+    if (text.size() <= 2 * longestEnd)
+        return text;
+    qsizetype head = longestEnd;
+    qsizetype tail = text.size() - longestEnd;
+    // Never between the halves of a surrogate pair.
+    if (text[head].isLowSurrogate())
+        --head;
+    if (text[tail].isLowSurrogate())
+        ++tail;
+    return text.first(head) + u'…' + text.sliced(tail);
+}
+
+} // namespace
+
+QString displayable(const QString &text)
+{
+    QString line = bothEnds(text);
+    line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    for (QChar &c : line) {
+        if (breaksLine(c))
+            c = u'⏎';
+        else if (c == u'\t')
+            c = u' ';
+        else if (c.category() == QChar::Other_Control || reordersText(c))
+            c = QChar::ReplacementCharacter;
+    }
+    return line;
+}
+
+QString elided(const QString &line, const QFontMetricsF &metrics, Qt::TextElideMode mode,
+               double width)
+{
+    // A width that fits exactly must not lose a letter to rounding.
+    return metrics.elidedText(line, mode, std::ceil(width) + 0.01);
+}
+
+void draw(QPainter &painter, const QRectF &rect, const QString &line)
+{
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    const double ratio = painter.device()->devicePixelRatio();
+    const double baseline = rect.center().y() + metrics.capHeight() / 2;
+
+    painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    painter.drawText(QPointF(rect.left(), std::round(baseline * ratio) / ratio), line);
+}
+
+void showToolTip(const QPoint &position, const QString &text, QWidget *owner)
+{
+    QString shown = firstCharacters(text, longestToolTip);
+    if (shown.size() < text.size())
+        shown += u'…';
+
+    // The style draws the tip's edge in the text's colour, so the text brings its own.
+    QPalette palette = QToolTip::palette();
+    palette.setColor(QPalette::ToolTipBase, Style::card);
+    palette.setColor(QPalette::ToolTipText, Style::spentMark);
+    QToolTip::setPalette(palette);
+    QToolTip::setFont(Style::font(Style::headSize));
+
+    // Escaped and marked as rich text, since a tool tip would guess otherwise.
+    const bool mayWrap = shown.size() > longestUnwrapped;
+    QToolTip::showText(position,
+                       QStringLiteral("<div style=\"color:%1;white-space:%2\">%3</div>")
+                           .arg(Style::primaryText.name(),
+                                mayWrap ? QLatin1String("pre-wrap") : QLatin1String("pre"),
+                                shown.toHtmlEscaped()),
+                       owner);
+}
+
+} // namespace tirlo::TextLine

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ViewContext.h"
+#include "ui/CardBackground.h"
+#include "ui/Observers.h"
+
+class QPushButton;
+
+namespace tirlo {
+
+class AgentWho;
+class CodeBlock;
+
+/// The card on which a waiting agent gets its permission, or not.
+class ApprovalView final : public CardBackground
+{
+    Q_OBJECT
+
+public:
+    explicit ApprovalView(const ViewContext &context, QWidget *parent = nullptr);
+
+private:
+    void updateWho();
+    void updateRequest();
+
+    AppState &m_state;
+    AgentWho *m_who;
+    CodeBlock *m_command;
+    QPushButton *m_always;
+    Observers m_observers;
+};
+
+} // namespace tirlo

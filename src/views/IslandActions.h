@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace tirlo {
+
+/// What the cards ask of the rest of the program, so that they need not know who does it.
+struct IslandActions
+{
+    /// Answers the permission request on show with "deny", "always" or "allow".
+    std::function<void(const QString &decision)> sendApprovalDecision;
+};
+
+} // namespace tirlo

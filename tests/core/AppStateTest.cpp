@@ -1,0 +1,208 @@
+#include "core/AppState.h"
+
+#include "support/ManualQueue.h"
+#include "support/MemoryStore.h"
+
+#include <gtest/gtest.h>
+
+using namespace tirlo;
+
+namespace {
+
+class AppStateTest : public testing::Test
+{
+protected:
+    MemoryStore store;
+    ManualQueue queue;
+    std::optional<AppState> state;
+
+    AppState &make() { return state.emplace(store, queue); }
+
+    static AgentTask hookTask(const QString &id)
+    {
+        AgentTask task;
+        task.id = id;
+        task.name = id;
+        return task;
+    }
+
+    void append(const AgentTask &task) { state->tasks = state->tasks.value() + QList{task}; }
+
+    QStringList ids() const
+    {
+        QStringList list;
+        for (const AgentTask &task : state->tasks.value())
+            list.append(task.id);
+        return list;
+    }
+};
+
+TEST_F(AppStateTest, StartsWithTheMainPillInFocusAndVisible)
+{
+    queue.advance(7);
+    make();
+    EXPECT_EQ(ids(), QStringList{"integration_claude"});
+    EXPECT_EQ(state->focusId.value(), "integration_claude");
+    EXPECT_EQ(state->mode, IslandMode::compact);
+    EXPECT_EQ(state->view, IslandView::overview);
+    EXPECT_EQ(state->lastActivity, 7);
+    EXPECT_EQ(state->focusTask()->state, BotState::idle);
+}
+
+TEST_F(AppStateTest, RemovingTheMainPillOrAnActiveToolOnlyResetsIt)
+{
+    make().toggleIntegration("agent_cursor");
+    for (const QString &id : {QStringLiteral("integration_claude"), QStringLiteral("agent_cursor")}) {
+        state->editTask(id, [](AgentTask &task) {
+            task.name = "my-project";
+            task.state = BotState::working;
+            task.steps = {"a", "b"};
+            task.stepIndex = 1;
+            task.pillBadge = PillBadge::error;
+            task.sessionCwd = "/here";
+        });
+        state->removeTask(id);
+        const AgentTask task = *state->task(id);
+        EXPECT_NE(task.name, "my-project");
+        EXPECT_EQ(task.state, BotState::idle);
+        EXPECT_TRUE(task.steps.isEmpty());
+        EXPECT_EQ(task.stepIndex, 0);
+        EXPECT_FALSE(task.pillBadge);
+        EXPECT_EQ(task.sessionCwd, "/here");
+    }
+}
+
+TEST_F(AppStateTest, RemovingAnotherTaskMovesTheFocusToTheMainPill)
+{
+    make();
+    append(hookTask("agent_foo"));
+    append(hookTask("agent_foo"));
+    state->setFocus("agent_foo");
+    state->removeTask("agent_foo");
+    EXPECT_EQ(ids(), QStringList{"integration_claude"});
+    EXPECT_EQ(state->focusId.value(), "integration_claude");
+}
+
+TEST_F(AppStateTest, FocusSticksToTasksThatExistAndClearsTheirBadge)
+{
+    make();
+    append(hookTask("agent_foo"));
+    state->editTask("agent_foo", [](AgentTask &task) { task.pillBadge = PillBadge::finished; });
+    state->setFocus("agent_nobody");
+    EXPECT_EQ(state->focusId.value(), "integration_claude");
+    state->setFocus("agent_foo");
+    EXPECT_FALSE(state->task("agent_foo")->pillBadge);
+
+    state->focusId = "agent_gone";
+    EXPECT_EQ(state->focusTask()->id, "integration_claude");
+    state->tasks = QList<AgentTask>();
+    EXPECT_FALSE(state->focusTask());
+}
+
+TEST_F(AppStateTest, SyncModeFollowsTheTasksButLeavesAnOpenIsland)
+{
+    make();
+    const QList<AgentTask> some = state->tasks;
+    struct Row
+    {
+        IslandMode before;
+        bool hasTasks;
+        bool isPresent;
+        IslandMode after;
+    };
+    using enum IslandMode;
+    const QList<Row> rows{
+        {hidden, false, true, hidden},     {hidden, true, true, compact},
+        {hidden, true, false, hidden},     {compact, false, true, hidden},
+        {compact, true, false, compact},   {expanded, false, true, expanded},
+        {expanded, true, true, expanded},
+    };
+    for (const Row &row : rows) {
+        state->tasks = row.hasTasks ? some : QList<AgentTask>();
+        state->isPresent = row.isPresent;
+        state->mode = row.before;
+        state->syncMode();
+        EXPECT_EQ(state->mode, row.after);
+    }
+}
+
+TEST_F(AppStateTest, SyncViewSwapsOverviewAndEmptyOnlyWhileOpen)
+{
+    make();
+    const QList<AgentTask> some = state->tasks;
+    state->tasks = QList<AgentTask>();
+    state->syncView();
+    EXPECT_EQ(state->view, IslandView::overview);
+    state->mode = IslandMode::expanded;
+    state->syncView();
+    EXPECT_EQ(state->view, IslandView::empty);
+    state->tasks = some;
+    state->syncView();
+    EXPECT_EQ(state->view, IslandView::overview);
+    state->view = IslandView::approval;
+    state->syncView();
+    EXPECT_EQ(state->view, IslandView::approval);
+}
+
+TEST_F(AppStateTest, AtMostFourToolsAreActive)
+{
+    make();
+    const QStringList tools{"integration_stripe", "agent_gemini", "ai_openai", "agent_cursor"};
+    for (const QString &id : tools)
+        state->toggleIntegration(id);
+    EXPECT_EQ(ids(), QStringList({"integration_claude", "agent_cursor", "agent_gemini", "ai_openai",
+                                  "integration_stripe"}));
+    state->toggleIntegration("integration_n8n");
+    EXPECT_EQ(state->activeIntegrations.value().size(), 4);
+    EXPECT_FALSE(state->task("integration_n8n"));
+
+    state->toggleIntegration("integration_claude");
+    state->toggleIntegration("agent_foo");
+    EXPECT_EQ(state->activeIntegrations.value().size(), 4);
+
+    state->setFocus("ai_openai");
+    state->toggleIntegration("ai_openai");
+    EXPECT_FALSE(state->task("ai_openai"));
+    EXPECT_EQ(state->focusId.value(), "integration_claude");
+}
+
+TEST_F(AppStateTest, HookAgentsStandBehindTheEditorsPillElseInFront)
+{
+    make().toggleIntegration("agent_cursor");
+    append(hookTask("agent_foo"));
+    append(hookTask("agent_bar"));
+    state->loadIntegrationTasks();
+    EXPECT_EQ(ids(),
+              QStringList({"integration_claude", "agent_foo", "agent_bar", "agent_cursor"}));
+
+    state->mainPillId = "agent_cursor";
+    state->loadIntegrationTasks();
+    EXPECT_EQ(ids(), QStringList({"agent_foo", "agent_bar", "agent_cursor"}));
+    EXPECT_FALSE(state->activeIntegrations.value().contains("agent_cursor"));
+}
+
+TEST_F(AppStateTest, LoadingDropsWhatTheCatalogueDoesNotHold)
+{
+    store.values["activeIntegrations"] = QByteArray(R"(["integration_claude","foo","ai_google"])");
+    make();
+    EXPECT_EQ(state->activeIntegrations.value(), QSet<QString>{"ai_google"});
+    EXPECT_EQ(store.bytes("activeIntegrations"), R"(["ai_google"])");
+    EXPECT_EQ(ids(), QStringList({"integration_claude", "ai_google"}));
+
+    state->mainPillId = "integration_stripe";
+    state->loadIntegrationTasks();
+    EXPECT_EQ(state->mainPillId.value(), "integration_claude");
+    EXPECT_EQ(store.text("mainPill"), "integration_claude");
+}
+
+TEST_F(AppStateTest, TheChosenModelIsTheChosenProviders)
+{
+    make();
+    EXPECT_EQ(state->activeChatModel(), "claude-sonnet-4-6");
+    state->chatProvider = ChatProvider::google;
+    EXPECT_EQ(state->activeChatModel(), "gemini-2.0-flash");
+    state->chatProvider = ChatProvider::openai;
+    EXPECT_EQ(state->activeChatModel(), "gpt-4o");
+}
+
+} // namespace

@@ -1,0 +1,60 @@
+#include "kit/AccessibleTree.h"
+#include "kit/Agent.h"
+#include "kit/Desktop.h"
+#include "kit/Program.h"
+
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTest>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+using namespace tirlo::e2e;
+
+namespace {
+
+/// A window of another program that fills the screen and counts the presses it gets.
+class Underneath : public QWidget
+{
+public:
+    int presses = 0;
+
+protected:
+    void mousePressEvent(QMouseEvent *) override { ++presses; }
+};
+
+TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
+{
+    Underneath window;
+    window.setGeometry(QGuiApplication::primaryScreen()->geometry());
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
+    const auto request = agent.askFor("Bash", {{"command", "make"}});
+    ASSERT_TRUE(waitUntil([&] { return showsText(program.processId(), "needs permission"); }));
+    EXPECT_TRUE(window.isActiveWindow()) << "the island opened over a window that has the keyboard";
+
+    // The panel reaches from x 280 to 1000 and to y 320, the open island from 320 to 960 and to 160.
+    for (const QPoint beside : {QPoint(300, 80), QPoint(980, 80), QPoint(640, 240), QPoint(322, 158)}) {
+        const int before = window.presses;
+        clickAt(beside.x(), beside.y());
+        EXPECT_TRUE(waitUntil([&] { return window.presses == before + 1; }, 2000))
+            << beside.x() << "," << beside.y();
+    }
+
+    const int before = window.presses;
+    const auto deny = findNode(program.processId(), "push button", "Deny");
+    ASSERT_TRUE(deny);
+    clickAt(deny->x + deny->width / 2, deny->y + deny->height / 2);
+    ASSERT_TRUE(request->waitForEnd());
+    waitUntil([] { return false; }, 200);
+    EXPECT_EQ(window.presses, before);
+    EXPECT_TRUE(window.isActiveWindow()) << "a click on the island took the keyboard away";
+}
+
+} // namespace

@@ -1,0 +1,182 @@
+#include "hooks/HookEventProcessor.h"
+#include "HookFixture.h"
+#include "hooks/ApprovalDesk.h"
+#include "hooks/HookTasks.h"
+
+#include <QJsonArray>
+#include <QThreadPool>
+
+namespace tirlo {
+namespace {
+
+struct HookEventProcessorTest : HookFixture
+{
+    /// An event of VS Code's session "session-1" unless the payload says otherwise.
+    void process(const char *name, const char *payload = "{}")
+    {
+        QJsonObject whole = json(R"({"session_id":"session-1","term_program":"vscode",
+                                     "cwd":"/w/Project"})");
+        const QJsonObject extra = json(payload);
+        for (auto it = extra.begin(); it != extra.end(); ++it)
+            whole.insert(it.key(), it.value());
+        processor.processEvent(QString::fromLatin1(name), whole);
+    }
+
+    QThreadPool writers;
+    HookTasks tasks{state, notifications};
+    ApprovalDesk desk{context, tasks, writers};
+    HookEventProcessor processor{context, tasks, desk};
+};
+
+TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
+{
+    using enum BotState;
+    // Runs from top to bottom on one pill.
+    const struct
+    {
+        const char *event;
+        const char *payload;
+        BotState state;
+        const char *lastStep;
+        const char *sound;
+    } rows[] = {
+        {"", "{}", idle, "", ""},
+        {"PreCompact", "{}", idle, "", ""},
+        {"SessionStart", "{}", idle, "", "work"},
+        {"UserPromptSubmit", R"({"prompt":""})", thinking, "", ""},
+        {"UserPromptSubmit", R"({"prompt":"hello\nyou"})", thinking, "hello\nyou", ""},
+        {"PreToolUse", R"({"tool_name":"Read","tool_input":{"path":"/a/b"}})", working, "Lit · b",
+         ""},
+        {"PreToolUse", "{}", working, "Tool", ""},
+        {"SubagentStart", "{}", working, "+ subagent", ""},
+        {"SubagentStop", "{}", working, "• subagent done", ""},
+        {"Notification", R"({"message":"All is well."})", working, "• subagent done", ""},
+        {"Notification", R"({"message":"Hit the RATE Limit?"})", ratelimit, "• subagent done",
+         "rate"},
+        {"PostToolUse", "{}", working, "• subagent done", ""},
+        {"Notification", R"({"message":"Limite d'usage"})", ratelimit, "• subagent done", "rate"},
+        {"Notification", R"({"message":" Go on?"})", question, " Go on?", ""},
+        {"PostToolUseFailure", "{}", working, "⚠ failed", ""},
+        {"StopFailure", "{}", error, "⚠ failed", "error"},
+        {"Stop", R"({"message":"done"})", finished, "done", "finish"},
+        {"Interrupt", "{}", idle, "done", ""},
+        {"SessionEnd", "{}", idle, "", ""},
+    };
+    for (const auto &row : rows) {
+        sound.played.clear();
+        process(row.event, row.payload);
+        const AgentTask pill = task("integration_claude");
+        EXPECT_EQ(pill.state, row.state) << row.event;
+        EXPECT_EQ(pill.steps.isEmpty() ? QString() : pill.steps.last(),
+                  QString::fromUtf8(row.lastStep))
+            << row.event;
+        EXPECT_EQ(sound.played.join(u','), QLatin1String(row.sound)) << row.event;
+    }
+}
+
+TEST_F(HookEventProcessorTest, FollowsTheActiveSession)
+{
+    for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
+        tasks.activeSessionId.reset();
+        process(event);
+        EXPECT_EQ(tasks.activeSessionId, QStringLiteral("session-1"));
+    }
+    for (const char *event : {"Stop", "Notification", "PostToolUse"})
+        process(event, R"({"session_id":"session-2"})");
+    EXPECT_EQ(tasks.activeSessionId, QStringLiteral("session-1"));
+    process("SessionEnd");
+    EXPECT_EQ(tasks.activeSessionId, std::nullopt);
+}
+
+TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
+{
+    process("SessionStart", R"({"session_id":"123456789"})");
+    process("SessionStart", R"({"tirlo_agent":"gemini"})");
+    process("PreToolUse", R"({"tool_name":"Ba\nsh"})");
+    process("Stop", R"({"term_program":"xterm","cwd":"/a/%1"})");
+    process("Stop", R"({"term_program":"","bundle_id":"org.x","cwd":""})");
+    EXPECT_EQ(logLines(),
+              QStringList({
+                  QStringLiteral("SessionStart Project (12345678)"),
+                  QStringLiteral("SessionStart agent_gemini (session-)"),
+                  QStringLiteral("PreToolUse Ba\\u000Ash"),
+                  QStringLiteral("Ignored Stop from xterm (%1)"),
+                  QStringLiteral("Ignored Stop from org.x (Session)"),
+              }));
+}
+
+TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
+{
+    state.mode = IslandMode::compact;
+    process("Stop");
+    process("StopFailure");
+    EXPECT_EQ(expanded, QList({IslandView::finished, IslandView::error}));
+    EXPECT_EQ(task("integration_claude").pillBadge, std::nullopt);
+
+    const char *cursor = R"({"bundle_id":"com.todesktop.230313mzl4w4u92"})";
+    process("SessionStart", cursor);
+    process("Stop", cursor);
+    EXPECT_EQ(task("agent_cursor").pillBadge, PillBadge::finished);
+    process("StopFailure", cursor);
+    EXPECT_EQ(task("agent_cursor").pillBadge, PillBadge::error);
+    EXPECT_EQ(expanded.size(), 2);
+}
+
+TEST_F(HookEventProcessorTest, SessionStartsShowTheIslandToAUserWhoIsThere)
+{
+    state.mode = IslandMode::hidden;
+    state.isPresent = false;
+    process("SessionStart");
+    EXPECT_EQ(reveals, 0);
+    state.isPresent = true;
+    process("UserPromptSubmit");
+    EXPECT_EQ(reveals, 1);
+}
+
+TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
+{
+    state.toggleIntegration(QStringLiteral("agent_gemini"));
+    const char *agents[]
+        = {R"({"tirlo_agent":"codex"})", R"({"tirlo_agent":"gemini"})", R"({"tirlo_agent":"foo"})"};
+    for (const char *agent : agents) {
+        process("PreToolUse", agent);
+        process("Stop", agent);
+    }
+    queue.advance(5.1);
+    process("UserPromptSubmit", agents[0]);
+    EXPECT_EQ(task("agent_codex").pillBadge, PillBadge::finished);
+    EXPECT_EQ(task("agent_foo").state, BotState::finished);
+
+    queue.advance(0.2);
+    EXPECT_EQ(task("agent_codex").state, BotState::idle);
+    EXPECT_EQ(task("agent_codex").pillBadge, std::nullopt);
+    EXPECT_EQ(task("agent_codex").steps.size(), 1);
+    EXPECT_EQ(task("agent_gemini").state, BotState::idle);
+    EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
+    EXPECT_FALSE(state.task(QStringLiteral("agent_foo")));
+}
+
+TEST_F(HookEventProcessorTest, ValuesOfAWrongTypeCountAsAbsent)
+{
+    const QStringList keys{QStringLiteral("session_id"), QStringLiteral("conversation_id"),
+                           QStringLiteral("cwd"),        QStringLiteral("tirlo_agent"),
+                           QStringLiteral("bundle_id"),  QStringLiteral("tool_name"),
+                           QStringLiteral("tool_input"), QStringLiteral("prompt"),
+                           QStringLiteral("message")};
+    const QList<QJsonValue> wrong{QJsonValue(), true, 1e308, QJsonArray{1, QJsonObject()}};
+    for (const QJsonValue &value : wrong) {
+        QJsonObject payload{{QStringLiteral("term_program"), QStringLiteral("vscode")}};
+        for (const QString &key : keys)
+            payload.insert(key, value);
+        for (const char *event : {"SessionStart", "UserPromptSubmit", "Notification", "Stop",
+                                  "PostToolUse", "PreToolUse"})
+            processor.processEvent(QLatin1String(event), payload);
+    }
+    EXPECT_EQ(tasks.activeSessionId, QStringLiteral("unknown"));
+    EXPECT_EQ(state.tasks.value().size(), 1);
+    EXPECT_EQ(task("integration_claude").name, QStringLiteral("Session"));
+    EXPECT_EQ(task("integration_claude").steps, QStringList(4, QStringLiteral("Tool")));
+}
+
+} // namespace
+} // namespace tirlo

@@ -1,0 +1,76 @@
+#include "hooks/HookRouting.h"
+#include "HookFixture.h"
+#include "hooks/ProjectColors.h"
+
+#include <algorithm>
+
+namespace tirlo {
+namespace {
+
+TEST(HookRouting, FirstMatchingSourceWins)
+{
+    const struct
+    {
+        const char *payload;
+        const char *pill;
+        bool isExternal;
+    } rows[] = {
+        {R"({"tirlo_agent":"codex","bundle_id":"com.todesktop.230313mzl4w4u92"})", "agent_codex",
+         false},
+        {R"({"tirlo_agent":"gemini","term_program":"vscode"})", "agent_gemini", true},
+        {R"({"tirlo_agent":"claude","term_program":"vscode"})", "integration_claude", false},
+        {R"({"tirlo_agent":"Gemini","term_program":"xterm"})", "", false},
+        {R"({"bundle_id":"com.ToDesktop.230313mzl4w4u92","term_program":"vscode"})", "agent_cursor",
+         false},
+        {R"({"bundle_id":"com.microsoft.VSCode"})", "integration_claude", false},
+        {R"({"term_program":"My-VSCode-Fork"})", "integration_claude", false},
+        {R"({"term_program":"iTerm.app","bundle_id":"com.googlecode.iterm2"})", "", false},
+        {R"({"tirlo_agent":["codex"],"term_program":{"a":"vscode"},"bundle_id":1})", "", false},
+    };
+    for (const auto &row : rows) {
+        const auto route = routeOf(HookOrigin::of(json(row.payload)));
+        EXPECT_EQ(route ? route->pillId : QString(), QLatin1String(row.pill)) << row.payload;
+        EXPECT_EQ(route && route->isExternal(), row.isExternal) << row.payload;
+    }
+}
+
+TEST(HookRouting, AcceptsFitAgentNamesOnly)
+{
+    for (const char *fit : {"a", "gemini", "my-agent-2", "abcdefghijklmnopqrstuvwx"})
+        EXPECT_EQ(validateAgent(QLatin1String(fit)), QLatin1String(fit));
+    for (const char *unfit :
+         {"", "claude", "Gemini", "a b", "a_b", "é", "../x", "a\n", "abcdefghijklmnopqrstuvwxy"})
+        EXPECT_FALSE(validateAgent(QString::fromUtf8(unfit))) << unfit;
+}
+
+TEST(HookRouting, ReadsTheOriginWithDefaults)
+{
+    const auto projectOf = [](const char *cwd) {
+        return HookOrigin::of({{QStringLiteral("cwd"), QString::fromUtf8(cwd)}}).projectName;
+    };
+    EXPECT_EQ(projectOf("/home/me/Orra Hub/"), QStringLiteral("Orra Hub"));
+    EXPECT_EQ(projectOf(""), QStringLiteral("Session"));
+    EXPECT_EQ(projectOf("/w/Skerry_App"), QStringLiteral("Skerry App"));
+
+    EXPECT_EQ(HookOrigin::of(json(R"({"session_id":3,"conversation_id":"c"})")).sessionId,
+              QStringLiteral("c"));
+    const HookOrigin none = HookOrigin::of(json(R"({"conversation_id":null,"cwd":true})"));
+    EXPECT_EQ(none.sessionId, QStringLiteral("unknown"));
+    EXPECT_EQ(none.projectName, QStringLiteral("Session"));
+}
+
+TEST(ProjectColors, KnowsProjectsByNameAndByPartOfIt)
+{
+    const auto colorOf
+        = [](const char *name) { return IslandConst::colorForProject(QString::fromLatin1(name)); };
+    EXPECT_EQ(colorOf("  ORRA Hub\n"), QStringLiteral("#2EC4A0"));
+    EXPECT_EQ(colorOf("my-tessel-fork"), QStringLiteral("#FF5A4E"));
+
+    const QString unknown = colorOf("gemini");
+    EXPECT_NE(std::ranges::find(IslandConst::fallbackColors, unknown),
+              IslandConst::fallbackColors.end());
+    EXPECT_EQ(colorOf("gemini"), unknown);
+}
+
+} // namespace
+} // namespace tirlo

@@ -1,0 +1,251 @@
+#include "hooks/HookSocketServer.h"
+#include "HookFixture.h"
+#include "Peer.h"
+#include "hooks/SocketLine.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <fcntl.h>
+
+#include <vector>
+
+namespace tirlo {
+namespace {
+
+const QByteArray ok = "{\"ok\":true}\n";
+const QByteArray stop = R"({"hook_event_name":"Stop"})";
+
+struct HookSocketServerTest : HookFixture
+{
+    HookSocketServerTest() { start(getuid()); }
+
+    void start(uid_t owner)
+    {
+        server = std::make_unique<HookSocketServer>(
+            queue, path,
+            HookSocketServer::Handlers{
+                .event = [this](const QString &name, const QJsonObject &) { events += name; },
+                .permissionRequest
+                = [this](FileDescriptor connection,
+                         const QJsonObject &) { requests.push_back(std::move(connection)); }},
+            owner);
+        server->start();
+    }
+
+    Peer connected() const { return Peer::connectedTo(path); }
+
+    /// Sends the bytes and returns the reply, with the events that were handled in `events`.
+    QByteArray exchange(const QByteArray &bytes)
+    {
+        events.clear();
+        const QByteArray reply = connected().send(bytes).receiveAll();
+        queue.drain();
+        return reply;
+    }
+
+    const QString path = home.filePath(QStringLiteral("qv.sock"));
+    QStringList events;
+    std::vector<FileDescriptor> requests;
+    std::unique_ptr<HookSocketServer> server;
+};
+
+TEST_F(HookSocketServerTest, EveryLineGetsItsReply)
+{
+    const QByteArray brackets(100000, '[');
+    const struct
+    {
+        QByteArray bytes;
+        QStringList events;
+    } rows[] = {
+        {stop + "\n", {QStringLiteral("Stop")}},
+        {"\n", {}},
+        {"\n" + stop + "\n", {}},
+        {"  \n", {}},
+        {"{\"hook_event_name\":\n", {}},
+        {"null\n", {}},
+        {"[" + stop + "]\n", {}},
+        {"\"PermissionRequest\"\n", {}},
+        {"{}\n", {QString()}},
+        {"{\"hook_event_name\":[\"PermissionRequest\"]}\n", {QString()}},
+        {stop + "\n{\"hook_event_name\":\"Interrupt\"}\n", {QStringLiteral("Stop")}},
+        {stop + " trailing\n", {}},
+        {"{\"hook_event_name\":\"\xff\xfe\"}\n", {}},
+        {brackets + "\n", {}},
+        {"{\"a\":" + brackets + QByteArray(100000, ']') + "}\n", {}},
+        {"{\"hook_event_name\":\"" + QByteArray(0x100000 - 24, 'x') + "\"}\n",
+         {QString(0x100000 - 24, u'x')}},
+        {"{\"hook_event_name\":\"" + QByteArray(0x100000 + 0x3000, 'x') + "\"}\n", {}},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(exchange(row.bytes), ok) << row.bytes.left(60).constData();
+        EXPECT_EQ(events, row.events) << row.bytes.left(60).constData();
+    }
+    EXPECT_TRUE(requests.empty());
+}
+
+TEST_F(HookSocketServerTest, EndOfTheStreamEndsTheLine)
+{
+    EXPECT_EQ(connected().send(stop).endOfStream().receiveAll(), ok);
+    EXPECT_EQ(connected().endOfStream().receiveAll(), ok);
+    queue.drain();
+    EXPECT_EQ(events, QStringList(QStringLiteral("Stop")));
+
+    // A relay of a plain event doesn't even wait for its reply.
+    connected().send(stop).close();
+    EXPECT_TRUE(eventually([&] { return events.size() == 2; }));
+}
+
+TEST_F(HookSocketServerTest, LineInManyPiecesIsOne)
+{
+    Peer peer = connected();
+    for (const char c : stop + '\n')
+        peer.send(QByteArray(1, c));
+    EXPECT_EQ(peer.receiveAll(), ok);
+    queue.drain();
+    EXPECT_EQ(events, QStringList(QStringLiteral("Stop")));
+}
+
+TEST_F(HookSocketServerTest, PermissionRequestKeepsItsConnection)
+{
+    Peer peer = connected();
+    peer.send("{\"hook_event_name\":\"PermissionRequest\"}\n");
+    ASSERT_TRUE(eventually([&] { return requests.size() == 1; }));
+    EXPECT_FALSE(peer.isReadable());
+    EXPECT_EQ(exchange(stop + "\n"), ok);
+    EXPECT_EQ(events, QStringList(QStringLiteral("Stop")));
+
+    sendLine(requests.front().get(), "{}");
+    requests.clear();
+    EXPECT_EQ(peer.receiveAll(), "{}\n");
+}
+
+TEST_F(HookSocketServerTest, StalledSenderIsAnsweredAfterFiveSeconds)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    EXPECT_EQ(exchange(stop.chopped(1)), ok);
+    EXPECT_GE(elapsed.elapsed(), 4900);
+    EXPECT_LT(elapsed.elapsed(), 9000);
+    EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(HookSocketServerTest, ThirtyThirdReaderIsTurnedAway)
+{
+    std::vector<Peer> readers;
+    for (int i = 0; i < 32; ++i)
+        readers.push_back(connected());
+    EXPECT_EQ(connected().receiveAll(), "");
+
+    // Neither readers that are done nor a waiting request count.
+    EXPECT_EQ(readers[0].send("{\"hook_event_name\":\"PermissionRequest\"}\n").isConnected(), true);
+    ASSERT_TRUE(eventually([&] { return requests.size() == 1; }));
+    EXPECT_EQ(exchange(stop + "\n"), ok);
+    for (std::size_t i = 1; i < readers.size(); ++i)
+        EXPECT_EQ(readers[i].send(stop + "\n").receiveAll(), ok);
+}
+
+TEST_F(HookSocketServerTest, SocketIsTheOwnersAlone)
+{
+    struct stat socket = {};
+    ASSERT_EQ(stat(QFile::encodeName(path).constData(), &socket), 0);
+    EXPECT_EQ(socket.st_mode & 07777, mode_t(0600));
+
+    server.reset();
+    start(getuid() + 1);
+    EXPECT_EQ(exchange(stop + "\n"), "");
+    EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(HookSocketServerTest, ProcessOfAnotherUserIsTurnedAway)
+{
+    if (getuid() != 0)
+        GTEST_SKIP() << "only root can become somebody else";
+    chmod(QFile::encodeName(home.path()).constData(), 0755);
+    chmod(QFile::encodeName(path).constData(), 0666);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (setuid(65534) != 0)
+            _exit(2);
+        Peer peer = connected();
+        _exit(peer.isConnected() && peer.send(stop + "\n").receiveAll().isEmpty() ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    queue.drain();
+    EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(HookSocketServerTest, AcceptingSurvivesAMomentWithoutDescriptors)
+{
+    Peer peer(FileDescriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)));
+    rlimit usual{};
+    getrlimit(RLIMIT_NOFILE, &usual);
+    const FileDescriptor next(fcntl(0, F_DUPFD_CLOEXEC, 0));
+    const rlimit none{rlim_t(next.get()), usual.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    peer.connectTo(path);
+    peer.send(stop + "\n");
+    EXPECT_EQ(peer.receiveAll(200), "...");
+    setrlimit(RLIMIT_NOFILE, &usual);
+    EXPECT_EQ(peer.receiveAll(), ok);
+}
+
+TEST_F(HookSocketServerTest, EndsAtOnceWhileConnectionsAreOpen)
+{
+    Peer stalled = connected();
+    stalled.send("{");
+    connected().send("{\"hook_event_name\":\"PermissionRequest\"}\n").receiveAll(50);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    server.reset();
+    EXPECT_LT(elapsed.elapsed(), 2000);
+    EXPECT_FALSE(connected().isConnected());
+    queue.drain();
+    EXPECT_TRUE(requests.empty());
+    EXPECT_TRUE(events.isEmpty());
+}
+
+QString lastWarning;
+
+TEST_F(HookSocketServerTest, PathThatIsTooLongIsReportedAndLeftAlone)
+{
+    const QString longPath
+        = QStringLiteral("/tmp/") + QString(98, u'é') + QStringLiteral("/x.sock");
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { lastWarning = text; });
+    HookSocketServer(queue, longPath, {}).start();
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(lastWarning,
+              QStringLiteral("HookServer: socket path too long (208 bytes, max 104): ") + longPath);
+}
+
+TEST_F(HookSocketServerTest, LongestPathIsServed)
+{
+    const QString folder = home.path() + u'/';
+    const QString longest = folder + QString(104 - folder.size(), u'x');
+    HookSocketServer longServer(queue, longest, {});
+    longServer.start();
+    EXPECT_EQ(Peer::connectedTo(longest).send("\n").receiveAll(), ok);
+}
+
+TEST(SocketLine, GivesUpOnADescriptorThatWentBad)
+{
+    auto [peer, connection] = Peer::pair();
+    peer.close();
+    sendLine(connection.get(), QByteArray(1 << 20, 'x'));
+    EXPECT_EQ(receiveLine(connection.get()), "");
+
+    const int closed = connection.get();
+    connection.close();
+    sendLine(closed, "{}");
+    EXPECT_EQ(receiveLine(closed), "");
+}
+
+} // namespace
+} // namespace tirlo

@@ -1,0 +1,286 @@
+#include "hooks/RelayScripts.h"
+#include "HookFixture.h"
+#include "Peer.h"
+#include "hooks/HookServer.h"
+#include "hooks/SocketLine.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <thread>
+
+namespace tirlo {
+namespace {
+
+struct RelayScriptsTest : HookFixture
+{
+    RelayScriptsTest() { RelayScripts::installHookScript(paths); }
+
+    /// A relay as an agent starts it, with the hook's payload written to it.
+    void start(QProcess &relay, const QStringList &arguments, const QByteArray &payload)
+    {
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("HOME"), home.path());
+        environment.insert(QStringLiteral("TERM_PROGRAM"), QStringLiteral("vscode"));
+        environment.insert(QStringLiteral("__CFBundleIdentifier"), QStringLiteral("org.host"));
+        for (const auto &[name, value] : extraEnvironment)
+            environment.insert(name, value);
+        relay.setProcessEnvironment(environment);
+        relay.setWorkingDirectory(home.path());
+        relay.start(paths.hookScriptPath(), arguments);
+        relay.write(payload);
+        relay.closeWriteChannel();
+    }
+
+    /// Runs a relay to its end; the result is its standard output.
+    QByteArray run(const QStringList &arguments, const QByteArray &payload)
+    {
+        QProcess relay;
+        start(relay, arguments, payload);
+        EXPECT_TRUE(relay.waitForFinished());
+        EXPECT_EQ(relay.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(relay.exitCode(), 0);
+        EXPECT_EQ(relay.readAllStandardError(), "");
+        return relay.readAllStandardOutput();
+    }
+
+    /// The same beside a server that answers with `reply`; the line it got is in `line`.
+    QByteArray runServed(const QStringList &arguments, const QByteArray &payload,
+                         const QByteArray &reply = {})
+    {
+        line.clear();
+        const QByteArray name = QFile::encodeName(paths.socketPath());
+        unlink(name.constData());
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::memcpy(address.sun_path, name.constData(), std::size_t(name.size()));
+        FileDescriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        EXPECT_EQ(bind(listener.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(listener.get(), 1), 0);
+        std::thread server([&] {
+            const FileDescriptor connection(accept(listener.get(), nullptr, nullptr));
+            line = receiveLine(connection.get());
+            if (!reply.isEmpty())
+                sendLine(connection.get(), reply);
+        });
+        const QByteArray output = run(arguments, payload);
+        shutdown(listener.get(), SHUT_RDWR);
+        server.join();
+        return output;
+    }
+
+    QList<std::pair<QString, QString>> extraEnvironment;
+    QByteArray line;
+};
+
+const QStringList none;
+const QStringList codex{QStringLiteral("--agent"), QStringLiteral("codex")};
+const QStringList gemini{QStringLiteral("--agent"), QStringLiteral("gemini")};
+const QByteArray permissionRequest = R"({"hook_event_name":"PermissionRequest","cwd":"/w",
+    "permission_suggestions":[{"type":"addRules"}]})";
+
+TEST_F(RelayScriptsTest, InstallsExecutablesOverWhatIsThere)
+{
+    for (const QString &path : {paths.hookScriptPath(), paths.relayScriptPath()}) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
+        file.write("#!/bin/false\n");
+        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    }
+    RelayScripts::installHookScript(paths);
+    const auto content = [](const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    EXPECT_TRUE(content(paths.hookScriptPath()).startsWith("#!/bin/sh\n#"));
+    EXPECT_TRUE(content(paths.relayScriptPath()).startsWith("#!/usr/bin/env python3\n"));
+
+    const auto executable = QFileDevice::Permissions(0x7755);
+    EXPECT_EQ(QFileInfo(paths.hookScriptPath()).permissions(), executable);
+    EXPECT_EQ(QFileInfo(paths.relayScriptPath()).permissions(), executable);
+    EXPECT_EQ(QFileInfo(paths.supportFolder()).permissions(), QFileDevice::Permissions(0x7700));
+    EXPECT_EQ(QDir(paths.supportFolder()).entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(RelayScriptsTest, CodecAgreesWithThePublicOne)
+{
+    QProcess check;
+    check.start(QStringLiteral("/usr/bin/python3"),
+                {QStringLiteral(TIRLO_CODEC_CHECK), paths.relayScriptPath()});
+    ASSERT_TRUE(check.waitForFinished());
+    EXPECT_EQ(check.exitCode(), 0) << check.readAll().constData();
+}
+
+TEST_F(RelayScriptsTest, PassesTheCanonicalLineOn)
+{
+    const struct
+    {
+        QStringList arguments;
+        const char *payload;
+        const char *members;
+        const char *output;
+    } rows[] = {
+        {codex, R"({"hook_event_name":"PreToolUse","tool_name":"x"})",
+         R"({"tirlo_agent":"codex","hook_event_name":"PreToolUse","tool_name":"x",
+             "term_program":"vscode","bundle_id":"org.host","iterm_session_id":"",
+             "term_session_id":""})",
+         ""},
+        {{QStringLiteral("--agent"), QStringLiteral("antigravity"), QStringLiteral("PreInvocation"),
+          QStringLiteral("exit")},
+         "{}",
+         R"({"tirlo_agent":"antigravity","hook_event_name":"UserPromptSubmit"})",
+         "{}\n"},
+        {gemini, R"({"hook_event_name":"AfterAgent","tirlo_agent":"mine","term_program":null})",
+         R"({"tirlo_agent":"mine","hook_event_name":"Stop","term_program":null})", "{}\n"},
+        {{QStringLiteral("--agent")},
+         R"({"hook_event_name":""})",
+         R"({"hook_event_name":"--agent"})",
+         ""},
+        {none, R"({"toolCall":{"name":"run","args":{"CommandLine":"ls","Path":2,"path":3}}})",
+         R"({"tool_name":"run","tool_input":{"CommandLine":"ls","command":"ls","Path":2,"path":2}})",
+         ""},
+        {none, R"({"tool":"t","conversationId":"","sessionId":"s","GEMINI_SESSION_ID":"g"})",
+         R"({"tool_name":"t","session_id":"s"})", ""},
+        {none, R"({"tool_name":"t","sessionId":"s","workspacePaths":[],"workspace_roots":["/r"]})",
+         R"({"cwd":"/r"})", ""},
+        {none, R"({"a":"é\ud800\u0000","n":123456789012345678901234567890})", R"({})", ""},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(runServed(row.arguments, row.payload), row.output) << row.payload;
+        const QJsonObject got = json(line.constData());
+        const QJsonObject expected = json(row.members);
+        EXPECT_FALSE(got.isEmpty()) << row.payload;
+        for (auto it = expected.begin(); it != expected.end(); ++it)
+            EXPECT_EQ(got.value(it.key()), it.value()) << row.payload;
+    }
+    EXPECT_TRUE(line.contains(R"("a":"\u00e9\ud800\u0000","n":123456789012345678901234567890)"));
+    EXPECT_EQ(json(line.constData()).value(QStringLiteral("cwd")).toString(), home.path());
+
+    // A payload with a tool's name is in the common dialect: its session is not looked for.
+    runServed(gemini, R"({"tool_name":"t","sessionId":"s"})");
+    EXPECT_FALSE(json(line.constData()).contains(QStringLiteral("session_id")));
+}
+
+TEST_F(RelayScriptsTest, TakesTheSessionFromTheEnvironmentAtLast)
+{
+    extraEnvironment = {{QStringLiteral("GEMINI_SESSION_ID"), QStringLiteral("env")}};
+    runServed(gemini, R"({"hook_event_name":"startup"})");
+    EXPECT_EQ(json(line.constData()).value(QStringLiteral("session_id")), QStringLiteral("env"));
+    EXPECT_EQ(json(line.constData()).value(QStringLiteral("hook_event_name")),
+              QStringLiteral("SessionStart"));
+}
+
+TEST_F(RelayScriptsTest, TranslatesTheDecision)
+{
+    const QByteArray head
+        = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":)";
+    const QByteArray allow = head + R"({"behavior":"allow"}}})" + "\n";
+    const struct
+    {
+        QStringList arguments;
+        QByteArray payload;
+        QByteArray reply;
+        QByteArray output;
+    } rows[] = {
+        {none, permissionRequest, R"({"permissionDecision":"allow"})", allow},
+        {none, permissionRequest, R"({"permissionDecision":"always"})",
+         head + R"({"behavior":"allow","updatedPermissions":[{"type":"addRules"}]}}})" + "\n"},
+        {none, R"({"hook_event_name":"PermissionRequest","permission_suggestions":"x"})",
+         R"({"permissionDecision":"always"})",
+         head + R"({"behavior":"allow","updatedPermissions":[]}}})" + "\n"},
+        {codex, permissionRequest, R"({"permissionDecision":"always"})", allow},
+        {none, permissionRequest, R"({"permissionDecision":"deny"})",
+         head + R"({"behavior":"deny","message":"Denied from Tirlo"}}})" + "\n"},
+        {none, permissionRequest, R"({"permissionDecision":"ask"})", ""},
+        {none, permissionRequest, R"({"permissionDecision":["allow"]})", ""},
+        {none, permissionRequest, R"({"ok":true})", ""},
+        {none, permissionRequest, R"(["allow"])", ""},
+        {none, permissionRequest, "allow", ""},
+        {none, permissionRequest, "\xff", ""},
+        {gemini, permissionRequest, "", ""},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(runServed(row.arguments, row.payload, row.reply), row.output)
+            << row.reply.constData();
+}
+
+TEST_F(RelayScriptsTest, HostileInputNeverFailsTheAgent)
+{
+    const QByteArray deep(100000, '[');
+    const QByteArray rows[] = {
+        "",
+        "\n",
+        "{",
+        "{} {}",
+        "\xef\xbb\xbf{}",
+        "{\"a\":\"\xff\"}",
+        deep,
+        "[]",
+        "\"PermissionRequest\"",
+        "null",
+    };
+    for (const QByteArray &row : rows) {
+        EXPECT_EQ(runServed(none, row), "") << row.left(40).constData();
+        EXPECT_EQ(line, "") << row.left(40).constData();
+    }
+
+    for (const char *value : {"null", "true", "7", "[]", "[[1]]", "{\"a\":{}}"}) {
+        QByteArray payload = "{";
+        for (const char *key : {"tirlo_agent", "term_program", "cwd", "workspacePaths", "toolCall",
+                                "hook_event_name", "tool", "session_id", "conversationId"})
+            payload += QByteArray("\"") + key + "\":" + value + ",";
+        payload.chop(1);
+        EXPECT_EQ(runServed(gemini, payload + "}"), "{}\n");
+        EXPECT_NE(line, "") << value;
+    }
+}
+
+TEST_F(RelayScriptsTest, NothingHappensWhileNobodyListens)
+{
+    EXPECT_EQ(run(none, permissionRequest), "");
+    EXPECT_EQ(run(none, R"({"hook_event_name":"Stop"})"), "");
+    EXPECT_EQ(run(gemini, R"({"hook_event_name":"Stop"})"), "{}\n");
+}
+
+TEST_F(RelayScriptsTest, WrapperFindsTheRelayHoweverItIsCalled)
+{
+    for (const QString &name : {QStringLiteral("./qv-hook"), QStringLiteral("qv-hook")}) {
+        QProcess relay;
+        relay.setWorkingDirectory(paths.supportFolder());
+        relay.start(QStringLiteral("/bin/sh"), QStringList(name) + gemini);
+        relay.write("{}");
+        relay.closeWriteChannel();
+        ASSERT_TRUE(relay.waitForFinished());
+        EXPECT_EQ(relay.readAllStandardOutput(), "{}\n");
+    }
+}
+
+TEST_F(RelayScriptsTest, RequestIsAnsweredThroughTheRealServer)
+{
+    HookServer server(context, paths);
+    server.start();
+    QProcess relay;
+    start(relay, none, permissionRequest);
+    ASSERT_TRUE(eventually([&] { return state.pendingApproval.value().has_value(); }));
+    server.sendApprovalDecision(QStringLiteral("deny"));
+    ASSERT_TRUE(eventually([&] { return relay.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(relay.readAllStandardOutput().contains("Denied from Tirlo"));
+    EXPECT_EQ(server.activeSessionId(), QStringLiteral("unknown"));
+}
+
+TEST_F(RelayScriptsTest, KillingTheWrapperAloneSettlesTheRequest)
+{
+    HookServer server(context, paths);
+    server.start();
+    QProcess relay;
+    start(relay, none, permissionRequest);
+    ASSERT_TRUE(eventually([&] { return state.pendingApproval.value().has_value(); }));
+    relay.kill();
+    ASSERT_TRUE(eventually([&] { return !state.pendingApproval.value(); }));
+    EXPECT_EQ(state.noteMessage.value(), QStringLiteral("Handled in VS Code."));
+    EXPECT_TRUE(eventually([&] { return relay.state() == QProcess::NotRunning; }));
+}
+
+} // namespace
+} // namespace tirlo

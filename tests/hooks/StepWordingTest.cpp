@@ -1,0 +1,83 @@
+#include "hooks/StepWording.h"
+#include "HookFixture.h"
+
+namespace tirlo {
+namespace {
+
+TEST(StepWording, TellsEachToolCall)
+{
+    const struct
+    {
+        const char *tool;
+        const char *input;
+        const char *step;
+    } rows[] = {
+        {"Bash", R"({"command":"git status"})", "Exécute · git status"},
+        {"Bash", R"({"command":"cat a.txt"})", "Lit · cat a.txt"},
+        {"Bash", R"({"command":"npm run test -- --watch"})", "Teste · npm run test -- --watch"},
+        {"Bash", R"({"command":7,"path":"/a/b"})", "Exécute · b"},
+        {"Bash", "{}", "Exécute"},
+        {"Read", R"({"file_path":"/a/b/main.c"})", "Lit · main.c"},
+        {"Edit", R"({"file_path":"/a/z","path":"/x/y"})", "Modifie · y"},
+        {"Edit", R"({"file_path":"/a/z","path":["/x/y"]})", "Modifie · z"},
+        {"Grep", R"({"query":"a\n\tb","command":null})", "Recherche · a b"},
+        {"TodoWrite", R"({"todos":[]})", "Tâches"},
+        {"spawn_agent", R"({"path":"/tmp/"})", "Agent · tmp"},
+        {"mcp__github__get_pull__request", "{}", "github · get_pull__request"},
+        {"mcp__github__search", R"({"query":"x"})", "github · search · x"},
+        {"mcp__github", "{}", "mcp__github"},
+        {"apply_patch", R"({"command":"*** Begin Patch\n\n*** Update File: src/app.ts\n"})",
+         "Modifie · app.ts"},
+        {"apply_patch", R"({"command":"x\n*** Delete File: a\n*** Add File: b\n"})", "Modifie · a"},
+        {"apply_patch", R"({"command":"rm -r /","path":"/x"})", "Modifie"},
+        {"apply_patch", R"({"path":"/x/y"})", "Modifie · y"},
+        {"Whatever", R"({"depth":3})", "Whatever"},
+        {"", R"({"path":"/"})", " · /"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(frenchStep(QString::fromUtf8(row.tool), json(row.input)),
+                  QString::fromUtf8(row.step));
+    }
+}
+
+TEST(StepWording, NamesWhatACommandDoes)
+{
+    const struct
+    {
+        const char *command;
+        const char *verb;
+    } rows[] = {
+        {"", "Exécute"},
+        {" \n\t", "Exécute"},
+        {"  head\tx", "Lit"},
+        {"nl", "Lit"},
+        {"catalog x", "Exécute"},
+        {"/bin/cat x", "Exécute"},
+        {"wc -l", "Cherche"},
+        {"rg pytest", "Cherche"},
+        {"python -m pytest", "Teste"},
+        {"cd x && go test ./...", "Teste"},
+        {"PYTEST=1 make", "Exécute"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(bashVerb(QString::fromUtf8(row.command)), QString::fromUtf8(row.verb))
+            << row.command;
+}
+
+TEST(StepWording, BringsTextOnOneLineOfLimitedLength)
+{
+    EXPECT_EQ(oneLine(QStringLiteral("\n a \r\n\v\fb\u0085\u2028c  d\u2029"), 60),
+              QStringLiteral(" a  b c  d"));
+    EXPECT_EQ(oneLine(QStringLiteral("\n\t"), 60), QString());
+
+    const QString sixty(60, u'x');
+    EXPECT_EQ(oneLine(sixty, 60), sixty);
+    EXPECT_EQ(oneLine(sixty + u'y', 60), sixty + u'…');
+
+    // A family of four and an accent made of two marks are one character each.
+    const QString family = QStringLiteral("👨‍👩‍👧‍👦");
+    EXPECT_EQ(oneLine(family + QStringLiteral("e\u0301z"), 2), family + QStringLiteral("e\u0301…"));
+}
+
+} // namespace
+} // namespace tirlo

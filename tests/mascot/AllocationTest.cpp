@@ -1,0 +1,61 @@
+#include "EngineRig.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// Allocations of the whole program so far.
+std::size_t allocations = 0;
+
+} // namespace
+
+void *operator new(std::size_t size)
+{
+    ++allocations;
+    if (void *memory = std::malloc(size ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void *memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void *memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace tirlo {
+
+TEST(BotEngineAllocations, UpdateNeverAllocatesOnceWarm)
+{
+    for (const bool mini : {false, true}) {
+        for (const BotState state : allCases<BotState>()) {
+            // A low chance means double blinks and sweat at every tick.
+            EngineRig rig(0.1);
+            rig->isMini = mini;
+            rig->setState(state, true);
+            if (mini)
+                rig->setPermanentEmote(state == BotState::error ? BotEmote::annoyed
+                                                                : BotEmote::love);
+            rig.play(1);
+            ASSERT_GT(allocations, 0u) << "the counter counts";
+
+            std::size_t inUpdates = 0;
+            for (int i = 0; i < 60 * 60; ++i) {
+                rig.queue.advance(1.0 / 60);
+                const std::size_t before = allocations;
+                rig->update(BotEngine::frameStep);
+                inUpdates += allocations - before;
+            }
+            EXPECT_EQ(inUpdates, 0u) << rawText(state).toStdString();
+        }
+    }
+}
+
+} // namespace tirlo

@@ -1,0 +1,294 @@
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "mascot/BotCanvasView.h"
+#include "mascot/BotGaze.h"
+#include "mascot/MiniBotCanvasView.h"
+#include "platform/Screens.h"
+#include "support/ManualFrameDriver.h"
+#include "support/ManualQueue.h"
+#include "support/MemoryStore.h"
+#include "support/RecordingSoundEngine.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include <cmath>
+
+namespace tirlo {
+
+namespace {
+
+class OneScreen final : public Screens
+{
+public:
+    std::vector<ScreenInfo> all() const override { return {screen}; }
+    std::optional<ScreenInfo> main() const override
+    {
+        return knowsMain ? std::optional(screen) : std::nullopt;
+    }
+    double statusBarThickness() const override { return 24; }
+
+    ScreenInfo screen{.frame = QRectF(0, 0, 1440, 900),
+                      .visibleFrame = QRectF(0, 24, 1440, 876),
+                      .auxiliaryTopLeftWidth = std::nullopt,
+                      .auxiliaryTopRightWidth = std::nullopt};
+    bool knowsMain = true;
+};
+
+const ViewLayout &layoutOf(IslandView view)
+{
+    static const ViewLayout plain{160, 68, std::nullopt, 58, AgentLayoutMode::none};
+    static const ViewLayout upload{176, 140, 104, 62, AgentLayoutMode::none};
+    return view == IslandView::upload ? upload : plain;
+}
+
+/// Counts its paint events.
+template<typename View>
+class Painted : public View
+{
+public:
+    using View::View;
+
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        ++paints;
+        View::paintEvent(event);
+    }
+};
+
+class BotCanvas : public testing::Test
+{
+protected:
+    BotCanvas()
+    {
+        queue.advance(10);
+        state.mode = IslandMode::expanded;
+        canvas.resize(97, 137);
+        canvas.show();
+        play(0.1);
+    }
+
+    void play(double seconds)
+    {
+        for (int i = 0; i < int(seconds * 60 + 0.5); ++i) {
+            queue.advance(1.0 / 60);
+            QCoreApplication::processEvents();
+        }
+    }
+
+    BotEngine &bot() { return canvas.engine(); }
+
+    void addTask(const QString &id, BotState mood, bool integration = false)
+    {
+        AgentTask task;
+        task.id = id;
+        task.color = QStringLiteral("#4285F4");
+        task.state = mood;
+        task.isIntegration = integration;
+        state.tasks = QList<AgentTask>{task};
+        state.focusId = id;
+    }
+
+    ManualQueue queue;
+    ManualFrameDriver driver{queue};
+    FrameClock frames{queue, driver};
+    MemoryStore store;
+    AppState state{store, queue};
+    Notifications notifications;
+    RecordingSoundEngine sounds;
+    OneScreen screens;
+    Painted<BotCanvasView> canvas{
+        BotSurroundings{state, notifications, sounds, queue, frames, screens, layoutOf}};
+};
+
+} // namespace
+
+TEST_F(BotCanvas, GazeStartsFromTheMascotsPlaceInEveryMode)
+{
+    const auto gazeAt = [&](double x, double y) {
+        state.mousePosition = {x, y};
+        return gazeAtPointer(state, layoutOf(state.view), screens);
+    };
+    state.view = IslandView::overview;
+    const double left = 720 - 320;
+    EXPECT_EQ(gazeAt(left + 68, (160.0 - 42 - 84) / 2 + 84), QPointF());
+    EXPECT_NEAR(gazeAt(left + 68 + 260, 0).x(), std::tanh(1), 1e-9);
+    EXPECT_NEAR(gazeAt(0, 101 + 200).y(), -std::tanh(1), 1e-9) << "below is down";
+    state.view = IslandView::upload;
+    EXPECT_EQ(gazeAt(left + 140, 104), QPointF());
+    state.view = IslandView::uploading;
+    state.uploadProgress = 0.5;
+    EXPECT_EQ(gazeAt(left + 299, 103), QPointF());
+    state.view = IslandView::prompt;
+    state.chatHistory = QList<ChatMessage>(9);
+    EXPECT_NEAR(gazeAt(0, (300.0 - 42 - 84) / 2 + 84).y(), 0, 1e-9);
+
+    state.notchWidth = 200;
+    state.notchHeight = 30;
+    state.mode = IslandMode::compact;
+    EXPECT_EQ(gazeAt(720 - 180 + 40, 15), QPointF());
+    state.mode = IslandMode::hidden;
+    EXPECT_EQ(gazeAt(720 - 100 + 46, 16), QPointF());
+    screens.knowsMain = false;
+    EXPECT_EQ(gazeAt(720 - 100 + 46, 16), QPointF()) << "the first screen serves";
+}
+
+TEST_F(BotCanvas, ShowsTheImposedMoodElseTheFocusedTasks)
+{
+    state.tasks = QList<AgentTask>();
+    EXPECT_EQ(bot().state, BotState::idle);
+    addTask(QStringLiteral("agent_a"), BotState::working, true);
+    EXPECT_EQ(bot().state, BotState::working);
+    play(0.05);
+    EXPECT_EQ(bot().bodyColor, cgColorFromHex(u"#4285F4")) << "an integration lends its colour";
+    state.stateOverride = BotState::dizzy;
+    EXPECT_EQ(bot().state, BotState::dizzy);
+    state.updateTask(QStringLiteral("agent_a"), BotState::error);
+    EXPECT_EQ(bot().state, BotState::dizzy);
+    state.stateOverride = std::nullopt;
+    EXPECT_EQ(bot().state, BotState::error);
+}
+
+TEST_F(BotCanvas, StandsStillWhileTheIslandIsHidden)
+{
+    state.mode = IslandMode::hidden;
+    EXPECT_FALSE(driver.isRunning);
+    const double last = bot().lastTime;
+    play(1);
+    EXPECT_EQ(bot().lastTime, last);
+    state.mode = IslandMode::compact;
+    play(0.1);
+    EXPECT_EQ(bot().lastTime, queue.mediaTime());
+    canvas.hide();
+    EXPECT_FALSE(driver.isRunning);
+}
+
+TEST_F(BotCanvas, PaintsOnlyWhenThePictureChanges)
+{
+    state.stateOverride = BotState::error;
+    play(1.2);
+    bot().nextBlink = queue.mediaTime() + 100;
+    play(1);
+    canvas.paints = 0;
+    play(1);
+    EXPECT_EQ(canvas.paints, 0);
+    state.mousePosition = {700, 300};
+    play(0.1);
+    EXPECT_GT(canvas.paints, 3);
+    play(1);
+    state.stateOverride = BotState::working;
+    play(1);
+    canvas.paints = 0;
+    play(1);
+    EXPECT_GT(canvas.paints, 55) << "the badge's dots never rest";
+}
+
+TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
+{
+    state.view = IslandView::upload;
+    play(0.6);
+    EXPECT_EQ(bot().morph, 1);
+    state.view = IslandView::uploading;
+    play(0.6);
+    EXPECT_EQ(bot().morph, 1);
+    state.view = IslandView::choose;
+    play(0.3);
+    EXPECT_GT(bot().morph, 0.1);
+    EXPECT_LT(bot().morph, 0.9);
+    play(0.3);
+    EXPECT_EQ(bot().morph, 0);
+
+    Q_EMIT notifications.botMorphTo(1);
+    play(0.3);
+    state.mode = IslandMode::compact;
+    EXPECT_EQ(bot().morph, 0);
+    EXPECT_FALSE(bot().isLocked(BotProperty::morph));
+    state.view = IslandView::upload;
+    EXPECT_FALSE(bot().isLocked(BotProperty::morph)) << "only an expanded island unfolds it";
+}
+
+TEST_F(BotCanvas, OpensTheSlotWhileAFileIsOverTheBox)
+{
+    state.fileDragOver = true;
+    play(0.1);
+    EXPECT_EQ(bot().slotHTarget, 0);
+    Q_EMIT notifications.botMorphTo(1);
+    play(1);
+    EXPECT_NEAR(bot().slotH, 0.2, 0.001);
+    state.fileDragOver = false;
+    Q_EMIT notifications.botMorphTo(0);
+    play(0.5);
+    bot().slotHVel = 1;
+    play(0.2);
+    EXPECT_EQ(bot().slotH, 0);
+    EXPECT_EQ(bot().slotHVel, 0);
+}
+
+TEST_F(BotCanvas, GulpOpensTheSlotForAMoment)
+{
+    bot().morph = 1;
+    Q_EMIT notifications.botGulp();
+    double widest = 0;
+    for (int i = 0; i < 6; ++i) {
+        play(1.0 / 60);
+        widest = std::max(widest, bot().slotH);
+    }
+    EXPECT_GT(widest, 0.2);
+    play(0.2);
+    EXPECT_LT(bot().slotH, 0.01);
+}
+
+TEST_F(BotCanvas, TurnsNotificationsIntoMoves)
+{
+    Q_EMIT notifications.botBlink();
+    EXPECT_TRUE(bot().isLocked(BotProperty::open));
+    Q_EMIT notifications.botSetTgEs(1.08);
+    EXPECT_EQ(bot().tgEs, 1.08);
+    Q_EMIT notifications.triggerEmote(BotEmote::love);
+    EXPECT_NEAR(bot().eyeOverrideUntil - queue.mediaTime(), 1.8, 1e-9);
+    Q_EMIT notifications.botGulp();
+    EXPECT_EQ(bot().slotHTarget, 0.42);
+    Q_EMIT notifications.botGreet();
+    EXPECT_EQ(bot().greetToken, 1);
+
+    const QSignalSpy dizzy(&notifications, &Notifications::botDizzy);
+    for (int i = 0; i < 3; ++i)
+        Q_EMIT notifications.triggerSlap();
+    EXPECT_EQ(dizzy.count(), 1);
+    EXPECT_TRUE(sounds.played.contains(QStringLiteral("slap")));
+}
+
+TEST_F(BotCanvas, MiniTakesColourMoodAndExpressionFromItsTask)
+{
+    AgentTask task;
+    task.color = QStringLiteral("#22C55E");
+    task.state = BotState::working;
+    task.emote = BotEmote::wink;
+    task.miniEye = EyeShape::cup;
+    Painted<MiniBotCanvasView> mini(task, queue, frames);
+    mini.resize(37, 37);
+    mini.show();
+    BotEngine &engine = mini.engine();
+    EXPECT_TRUE(engine.isMini);
+    EXPECT_EQ(engine.bodyColor, cgColorFromHex(u"#22C55E"));
+    EXPECT_EQ(engine.state, BotState::working);
+    EXPECT_EQ(engine.permanentEmote, BotEmote::wink);
+    EXPECT_EQ(engine.permanentEye, EyeShape::cup);
+    EXPECT_EQ(engine.eyeOverrideUntil, BotEngine::forever);
+
+    task.state = BotState::finished;
+    mini.setTask(task);
+    EXPECT_EQ(engine.state, BotState::finished);
+    state.mode = IslandMode::hidden;
+    mini.paints = 0;
+    play(0.5);
+    EXPECT_GT(mini.paints, 10) << "it breathes in every mode";
+    mini.hide();
+    EXPECT_FALSE(driver.isRunning);
+}
+
+} // namespace tirlo

@@ -1,0 +1,128 @@
+#include "OtherApplication.h"
+
+#include "e2e/kit/Desktop.h"
+#include "platform/linux/DesktopApplications.h"
+#include "platform/linux/XcbWindowList.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace tirlo;
+using namespace tirlo::e2e;
+using tirlo::x11test::OtherApplication;
+
+namespace {
+
+QString readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+TEST(WindowListTest, EachChangeOfTheActiveApplicationIsToldOnce)
+{
+    XcbWindowList windows;
+    std::vector<RunningApplication> seen;
+    QObject::connect(&windows, &WindowList::applicationActivated,
+                     [&](const RunningApplication &application) { seen.push_back(application); });
+    const auto waitForCount = [&](std::size_t count) {
+        waitUntil([&] { return seen.size() >= count; });
+        waitUntil([] { return false; }, 100);
+        return seen.size() == count;
+    };
+
+    const OtherApplication editor("Code", QRect(100, 100, 300, 300));
+    ASSERT_TRUE(waitForCount(1));
+    const OtherApplication unknown("Lighthouse", QRect(600, 100, 300, 300));
+    ASSERT_TRUE(waitForCount(2));
+    clickAt(250, 250);
+    ASSERT_TRUE(waitForCount(3));
+    clickAt(260, 260);
+
+    QWidget ours;
+    ours.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ours));
+    ASSERT_TRUE(waitForCount(4));
+
+    const RunningApplication expectedEditor{editor.processId(), "com.microsoft.VSCode",
+                                            "Editor of Code"};
+    EXPECT_EQ(seen[0], expectedEditor);
+    EXPECT_EQ(seen[1], (RunningApplication{unknown.processId(), "", "Lighthouse"}));
+    EXPECT_EQ(seen[2], expectedEditor);
+    EXPECT_EQ(seen[3], (RunningApplication{getpid(), ownBundleIdentifier, "Tirlo"}));
+}
+
+TEST(ApplicationsTest, RunningOnesAreListedFrontFirstAndCanBeBroughtThere)
+{
+    DesktopApplications applications;
+    const OtherApplication terminal("kitty", QRect(100, 100, 300, 300));
+    const OtherApplication other("Lighthouse", QRect(150, 150, 300, 300));
+
+    const auto before = applications.running();
+    ASSERT_EQ(before.size(), 2U);
+    EXPECT_EQ(before[0].processId, other.processId());
+    EXPECT_EQ(before[1],
+              (RunningApplication{terminal.processId(), "net.kovidgoyal.kitty", "kitty"}));
+
+    EXPECT_TRUE(applications.activate(before[1]));
+    EXPECT_TRUE(waitUntil([&] { return terminal.isActive(); }));
+    EXPECT_EQ(applications.running()[0], before[1]) << "it is active but not in front";
+    EXPECT_FALSE(applications.activate({1, "com.openai.codex", "Codex"}));
+    EXPECT_TRUE(terminal.isActive());
+}
+
+TEST(ApplicationsTest, OpeningStartsAProgramOnItsOwnAndLaterShowsIt)
+{
+    DesktopApplications applications;
+    EXPECT_FALSE(applications.open("com.openai.codex")) << "it isn't installed";
+    EXPECT_FALSE(applications.open("com.example.nobody"));
+    ASSERT_TRUE(applications.running().empty());
+
+    // What a careless parent leaves behind.
+    sigset_t blocked;
+    sigset_t previous;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    sigprocmask(SIG_BLOCK, &blocked, &previous);
+    const auto oldHandler = std::signal(SIGPIPE, SIG_IGN);
+    const int descriptor = open("/dev/zero", O_RDONLY);
+
+    EXPECT_TRUE(applications.open("com.microsoft.VSCode"));
+    close(descriptor);
+    std::signal(SIGPIPE, oldHandler);
+    sigprocmask(SIG_SETMASK, &previous, nullptr);
+
+    ASSERT_TRUE(waitUntil([&] { return applications.running().size() == 1; }));
+    const RunningApplication editor = applications.running()[0];
+    EXPECT_EQ(editor.bundleIdentifier, "com.microsoft.VSCode");
+
+    const QString process = QStringLiteral("/proc/%1").arg(editor.processId);
+    const QString status = readAll(process + "/status");
+    EXPECT_TRUE(status.contains("SigBlk:\t0000000000000000")) << status.toStdString();
+    EXPECT_TRUE(status.contains("SigIgn:\t0000000000000000")) << status.toStdString();
+    EXPECT_NE(getsid(pid_t(editor.processId)), getsid(0));
+    EXPECT_EQ(QFileInfo(process + "/fd/1").symLinkTarget(), "/dev/null");
+    for (int i = 0; i < 64; ++i)
+        EXPECT_NE(QFileInfo(process + QStringLiteral("/fd/%1").arg(i)).symLinkTarget(),
+                  "/dev/zero");
+
+    {
+        const OtherApplication other("Lighthouse", QRect(0, 0, 400, 400));
+        EXPECT_TRUE(applications.open("com.microsoft.VSCode"));
+        EXPECT_TRUE(
+            waitUntil([&] { return OtherApplication::activeProcess() == editor.processId; }));
+        EXPECT_EQ(applications.running().size(), 2U) << "a second one was started";
+    }
+    kill(pid_t(editor.processId), SIGTERM);
+    EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(process); })) << "it stays as a zombie";
+}
+
+} // namespace

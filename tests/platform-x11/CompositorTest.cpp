@@ -1,0 +1,84 @@
+#include "e2e/kit/Desktop.h"
+#include "platform/linux/XcbCompositor.h"
+#include "platform/linux/XcbWindowShape.h"
+
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
+#include <QTest>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+using namespace tirlo;
+using namespace tirlo::e2e;
+
+namespace {
+
+/// A compositing manager, until this object goes.
+class Picom
+{
+public:
+    Picom()
+    {
+        m_process.start("picom", {"--backend", "xrender", "--config", "/dev/null"});
+        m_process.waitForStarted();
+    }
+
+    ~Picom()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+QColor colorAt(int x, int y)
+{
+    const QImage pixel = QGuiApplication::primaryScreen()->grabWindow(0, x, y, 1, 1).toImage();
+    return pixel.pixelColor(0, 0);
+}
+
+TEST(CompositorTest, ItsComingAndGoingIsTold)
+{
+    const XcbCompositor compositor;
+    QList<bool> told;
+    QObject::connect(&compositor, &XcbCompositor::changed,
+                     [&](bool isRunning) { told << isRunning; });
+    EXPECT_FALSE(compositor.isRunning());
+    {
+        const Picom picom;
+        EXPECT_TRUE(waitUntil([&] { return compositor.isRunning(); }));
+        EXPECT_TRUE(XcbCompositor().isRunning()) << "one that was there before";
+    }
+    EXPECT_TRUE(waitUntil([&] { return !compositor.isRunning(); }));
+    EXPECT_EQ(told, QList<bool>({true, false}));
+}
+
+TEST(WindowShapeTest, AWindowIsCutToItsShapeOnlyWhileNobodyBlends)
+{
+    XcbWindowShape shape;
+    QWidget panel(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    panel.setStyleSheet("background: #00ff00");
+    panel.setGeometry(500, 0, 200, 100);
+    const QColor green("#00ff00");
+    const auto corner = [] { return colorAt(690, 90); };
+    const auto middle = [] { return colorAt(600, 20); };
+
+    const QColor wallpaper = corner();
+    panel.show();
+    ASSERT_TRUE(waitUntil([&] { return corner() == green && middle() == green; }));
+    shape.setInputRegion(*panel.windowHandle(), QRegion(50, 0, 100, 40));
+    EXPECT_TRUE(waitUntil([&] { return corner() == wallpaper && middle() == green; }));
+    {
+        const Picom picom;
+        EXPECT_TRUE(waitUntil([&] { return corner() == green; })) << "its edges stay jagged";
+    }
+    EXPECT_TRUE(waitUntil([&] { return corner() == wallpaper && middle() == green; }));
+}
+
+} // namespace

@@ -1,0 +1,170 @@
+#include "OtherApplication.h"
+
+#include "e2e/kit/Desktop.h"
+#include "platform/KeyCodes.h"
+#include "platform/linux/QtPointer.h"
+#include "platform/linux/X11.h"
+#include "platform/linux/XcbInputMonitor.h"
+
+#include <QLineEdit>
+#include <QProcess>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+using namespace tirlo;
+using namespace tirlo::e2e;
+using tirlo::x11test::OtherApplication;
+
+namespace {
+
+void xdotool(const QStringList &arguments)
+{
+    QProcess::execute("xdotool", arguments);
+}
+
+/// Of the X server's pointer, wheel included.
+std::size_t buttonCount(const X11 &x11)
+{
+    const auto cookie = xcb_get_pointer_mapping(x11.connection());
+    const XReply<xcb_get_pointer_mapping_reply_t> reply(
+        xcb_get_pointer_mapping_reply(x11.connection(), cookie, nullptr));
+    return reply->map_len;
+}
+
+class InputMonitorTest : public testing::Test
+{
+protected:
+    InputMonitorTest()
+    {
+        QObject::connect(&monitor, &InputMonitor::keyDown, [this](const KeyPress &key) {
+            const bool isModifier = key.keyCode >= 54 && key.keyCode <= 62;
+            if (!isModifier)
+                keys.append(key);
+        });
+        QObject::connect(&monitor, &InputMonitor::leftButtonUp, [this] { ++releases; });
+    }
+
+    void SetUp() override { ASSERT_TRUE(other.isActive()); }
+
+    /// What was pressed, once the reports so far are in; each key ends with Escape.
+    QList<KeyPress> keysUntilEscape()
+    {
+        xdotool({"key", "Escape"});
+        waitUntil([this] { return keys.contains(KeyPress{53, 0}); });
+        return keys;
+    }
+
+    OtherApplication other{"Other", QRect(100, 100, 400, 400)};
+    XcbInputMonitor monitor;
+    QList<KeyPress> keys;
+    int releases = 0;
+};
+
+TEST_F(InputMonitorTest, KeysForOtherProgramsComeWithTheModifiersOfTheirMoment)
+{
+    // Each chord is over before the first report of it can be read.
+    xdotool({"key", "--delay", "0", "shift+super+n"});
+    xdotool({"key", "--delay", "0", "ctrl+alt+shift+b"});
+    xdotool({"key", "--delay", "0", "n"});
+    xdotool({"key", "Caps_Lock"});
+    xdotool({"key", "--delay", "0", "shift+super+n"});
+    xdotool({"key", "Caps_Lock"});
+
+    const QList<KeyPress> expected{
+        {45, ModifierBits::shift | ModifierBits::command},
+        {11, ModifierBits::control | ModifierBits::option | ModifierBits::shift},
+        {45, 0},
+        {45, ModifierBits::shift | ModifierBits::command},
+        {53, 0}};
+    EXPECT_EQ(keysUntilEscape(), expected);
+}
+
+TEST_F(InputMonitorTest, KeysForOurOwnWindowsGoThereAndNowhereElse)
+{
+    QLineEdit field;
+    field.setGeometry(600, 100, 200, 40);
+    field.show();
+    field.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&field));
+    xdotool({"key", "n"});
+    ASSERT_TRUE(waitUntil([&] { return field.text() == "n"; })) << "the field has lost its keys";
+    EXPECT_TRUE(keys.isEmpty());
+
+    clickAt(300, 300);
+    ASSERT_TRUE(waitUntil([&] { return other.isActive() && !field.isActiveWindow(); }));
+    xdotool({"key", "b"});
+    const QList<KeyPress> expected{{11, 0}, {53, 0}};
+    EXPECT_EQ(keysUntilEscape(), expected);
+    EXPECT_EQ(field.text(), "n");
+}
+
+TEST_F(InputMonitorTest, AReleaseCountsWhereItsPressWasNotOurs)
+{
+    QWidget window;
+    window.setGeometry(600, 100, 300, 300);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const QStringList overOther{"mousemove", "300", "300"};
+    const QStringList overOurs{"mousemove", "750", "250"};
+
+    struct
+    {
+        const char *what;
+        QStringList actions;
+        int expected;
+    } const cases[]{
+        {"a click on another window", overOther + QStringList{"click", "1"}, 1},
+        {"a click on ours", overOurs + QStringList{"click", "1"}, 0},
+        {"a drag out of ours",
+         overOurs + QStringList{"mousedown", "1"} + overOther + QStringList{"mouseup", "1"}, 0},
+        {"a drag into ours",
+         overOther + QStringList{"mousedown", "1"} + overOurs + QStringList{"mouseup", "1"}, 1},
+        {"the right button between a press on ours and its release",
+         overOurs + QStringList{"mousedown", "1"} + overOther
+             + QStringList{"click", "3", "mouseup", "1"},
+         0},
+        {"other buttons and the wheel", overOther + QStringList{"click", "2", "click", "4"}, 0},
+        {"a click on another window at the end", overOther + QStringList{"click", "1"}, 1},
+    };
+    for (const auto &step : cases) {
+        releases = 0;
+        xdotool(step.actions);
+        waitUntil([&] { return releases > step.expected; }, 150);
+        EXPECT_EQ(releases, step.expected) << step.what;
+    }
+}
+
+TEST_F(InputMonitorTest, TheLeftButtonIsTheOneThatTheUserMadeIt)
+{
+    const X11 x11;
+    const auto setOrder = [&](const std::array<std::uint8_t, 3> &order) {
+        std::vector<std::uint8_t> all(buttonCount(x11));
+        std::iota(all.begin(), all.end(), std::uint8_t(1));
+        std::ranges::copy(order, all.begin());
+        xcb_set_pointer_mapping(x11.connection(), std::uint8_t(all.size()), all.data());
+        xcb_flush(x11.connection());
+    };
+    setOrder({3, 2, 1});
+    xdotool({"mousemove", "300", "300", "click", "1"});
+    waitUntil([&] { return releases > 0; }, 150);
+    EXPECT_EQ(releases, 0);
+    xdotool({"click", "3"});
+    EXPECT_TRUE(waitUntil([&] { return releases == 1; }));
+    setOrder({1, 2, 3});
+}
+
+TEST_F(InputMonitorTest, ThePointerIsKnownOverOtherProgramsAndAtTheEdge)
+{
+    const QtPointer pointer;
+    for (const QPoint at : {QPoint(300, 300), QPoint(640, 0), QPoint(1279, 799)}) {
+        movePointer(at.x(), at.y());
+        EXPECT_EQ(pointer.position(), QPointF(at));
+    }
+}
+
+} // namespace

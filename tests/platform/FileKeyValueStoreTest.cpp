@@ -1,0 +1,117 @@
+#include "platform/linux/FileKeyValueStore.h"
+
+#include "support/ManualQueue.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace tirlo;
+
+namespace {
+
+class FileKeyValueStoreTest : public testing::Test
+{
+protected:
+    QTemporaryDir folder;
+    QString path = folder.filePath("support/settings.json");
+    ManualQueue queue;
+
+    FileKeyValueStore open() { return FileKeyValueStore(path, queue); }
+
+    void writeFile(const QByteArray &content)
+    {
+        QDir().mkpath(folder.filePath("support"));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QByteArray readFile(const QString &name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+TEST_F(FileKeyValueStoreTest, EveryTypeSurvivesARestartAndNoTypeReadsAsAnother)
+{
+    const QByteArray bytes("\x00\xff[\"a\"]", 7);
+    {
+        auto store = open();
+        store.setValue("flag", true);
+        store.setValue("whole", std::int64_t(9007199254740993));
+        store.setValue("fraction", 0.12);
+        store.setValue("wholeReal", 15.0);
+        store.setValue("text", QStringLiteral("né \"à\" 🎈"));
+        store.setValue("bytes", bytes);
+    }
+    const auto store = open();
+    EXPECT_EQ(store.boolean("flag"), true);
+    EXPECT_EQ(store.integer("whole"), 9007199254740993);
+    EXPECT_EQ(store.real("fraction"), 0.12);
+    EXPECT_EQ(store.real("wholeReal"), 15.0);
+    EXPECT_EQ(store.text("text"), QStringLiteral("né \"à\" 🎈"));
+    EXPECT_EQ(store.bytes("bytes"), bytes);
+
+    EXPECT_FALSE(store.real("flag"));
+    EXPECT_FALSE(store.integer("flag"));
+    EXPECT_FALSE(store.boolean("whole"));
+    EXPECT_FALSE(store.integer("fraction"));
+    EXPECT_FALSE(store.text("bytes"));
+    EXPECT_FALSE(store.bytes("text"));
+    EXPECT_FALSE(store.value("missing"));
+}
+
+TEST_F(FileKeyValueStoreTest, TheFileIsTheOwnersAlone)
+{
+    auto store = open();
+    store.setValue("flag", true);
+    EXPECT_EQ(QFile::permissions(path) & 0x0077, 0);
+    EXPECT_TRUE(QFile::permissions(path) & QFile::ReadOwner);
+}
+
+TEST_F(FileKeyValueStoreTest, WhatDoesNotParseIsSetAsideWhole)
+{
+    const QList<QByteArray> damaged{"", "{\"soundVolume\": 0.3", "[1, 2]", "\xff\xfe\x00",
+                                    QByteArray(100000, '[')};
+    for (const QByteArray &content : damaged) {
+        writeFile(content);
+        auto store = open();
+        EXPECT_FALSE(store.value("soundVolume"));
+        store.setValue("soundVolume", 0.5);
+        EXPECT_EQ(open().real("soundVolume"), 0.5);
+
+        const QString aside = path + ".corrupt-20260314-092653";
+        ASSERT_TRUE(QFile::exists(aside));
+        EXPECT_EQ(readFile(aside), content);
+        QFile::remove(aside);
+    }
+}
+
+TEST_F(FileKeyValueStoreTest, WhatCannotBeSetAsideIsLeftAlone)
+{
+    writeFile("not json");
+    QFile taken(path + ".corrupt-20260314-092653");
+    ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
+
+    auto store = open();
+    store.setValue("flag", true);
+    EXPECT_EQ(store.boolean("flag"), true);
+    EXPECT_EQ(readFile(path), "not json");
+}
+
+TEST_F(FileKeyValueStoreTest, ForeignMembersSurviveAndHarmNothing)
+{
+    writeFile(R"({"later": {"a": [1, null]}, "bytes": {"base64": "%%%"}, "nothing": null})");
+    auto store = open();
+    EXPECT_FALSE(store.value("later"));
+    EXPECT_FALSE(store.bytes("bytes"));
+    EXPECT_FALSE(store.value("nothing"));
+    store.setValue("flag", true);
+    EXPECT_TRUE(readFile(path).contains("\"later\""));
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+#include "platform/linux/QtMainQueue.h"
+
+#include "support/ManualQueue.h"
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace tirlo;
+
+namespace {
+
+TEST(MainQueueTest, DelayedWorkRunsInTheOrderOfTime)
+{
+    ManualQueue queue;
+    QString order;
+    queue.after(2, nullptr, [&] { order += 'c'; });
+    queue.after(1, nullptr, [&] {
+        order += 'a';
+        queue.after(0.5, nullptr, [&] { order += 'b'; });
+    });
+    queue.advance(0.9);
+    EXPECT_EQ(order, "");
+    queue.advance(1.1);
+    EXPECT_EQ(order, "abc");
+    EXPECT_DOUBLE_EQ(queue.mediaTime(), 2.0);
+}
+
+TEST(MainQueueTest, CancelledAndOrphanedWorkNeverRuns)
+{
+    ManualQueue queue;
+    int runs = 0;
+    const auto held = std::make_shared<int>(0);
+    auto owner = std::make_unique<QObject>();
+
+    WorkItem cancelled = queue.after(1, nullptr, [&runs, held] { ++runs; });
+    const WorkItem orphaned = queue.after(1, owner.get(), [&] { ++runs; });
+    const WorkItem kept = queue.after(1, nullptr, [&] { ++runs; });
+    cancelled.cancel();
+    EXPECT_EQ(held.use_count(), 1) << "a cancelled action lets go of what it holds";
+    owner.reset();
+    EXPECT_FALSE(cancelled.isPending());
+    EXPECT_FALSE(orphaned.isPending());
+    EXPECT_TRUE(kept.isPending());
+
+    queue.advance(2);
+    EXPECT_EQ(runs, 1);
+    EXPECT_FALSE(kept.isPending());
+    WorkItem().cancel();
+}
+
+TEST(MainQueueTest, AnActionMayCancelItself)
+{
+    ManualQueue queue;
+    WorkItem item;
+    int runs = 0;
+    item = queue.after(1, nullptr, [&] {
+        ++runs;
+        item.cancel();
+    });
+    queue.advance(3);
+    EXPECT_EQ(runs, 1);
+}
+
+TEST(MainQueueTest, PostsFromOtherThreadsArriveInOrderOnTheMainThread)
+{
+    QtMainQueue queue;
+    QList<int> seen;
+    bool onMain = true;
+    std::thread poster([&] {
+        for (int i = 0; i < 1000; ++i) {
+            queue.post([&, i] {
+                seen.append(i);
+                onMain &= QThread::currentThread() == qApp->thread();
+            });
+        }
+    });
+    poster.join();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return seen.size() == 1000; }));
+    EXPECT_TRUE(std::ranges::is_sorted(seen));
+    EXPECT_TRUE(onMain);
+}
+
+TEST(MainQueueTest, TheRealQueueDelaysAndCancels)
+{
+    QtMainQueue queue;
+    bool ran = false;
+    bool cancelledRan = false;
+    const double start = queue.mediaTime();
+    double seenAt = 0;
+    WorkItem cancelled = queue.after(0.01, nullptr, [&] { cancelledRan = true; });
+    cancelled.cancel();
+    queue.after(0.03, nullptr, [&] {
+        ran = true;
+        seenAt = queue.mediaTime();
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ran; }));
+    EXPECT_GE(seenAt - start, 0.029);
+    EXPECT_FALSE(cancelledRan);
+}
+
+} // namespace

@@ -1,0 +1,63 @@
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/DisplayNotch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace tirlo;
+
+namespace {
+
+class QtScreensTest : public testing::Test
+{
+protected:
+    QTemporaryDir root;
+    const QString parameter = "/sys/module/appledrm/parameters/show_notch";
+    const QString height = "/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height";
+
+    void write(const QString &path, const QByteArray &bytes)
+    {
+        const QString full = root.path() + path;
+        QDir().mkpath(full.section('/', 0, -2));
+        QFile file(full);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+};
+
+TEST_F(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsIt)
+{
+    EXPECT_EQ(shownNotchHeight(root.path()), 0) << "another kind of machine";
+    write(height, QByteArray("\0\0\0\x4a", 4));
+    EXPECT_EQ(shownNotchHeight(root.path()), 0) << "no such driver";
+    write(parameter, "N\n");
+    EXPECT_EQ(shownNotchHeight(root.path()), 0);
+    write(parameter, "Y\n");
+    EXPECT_EQ(shownNotchHeight(root.path()), 74);
+}
+
+TEST_F(QtScreensTest, ADamagedHeightIsNoNotchAndAnAbsurdOneIsBounded)
+{
+    write(parameter, "Y\n");
+    EXPECT_EQ(shownNotchHeight(root.path()), 0) << "a display without one";
+    write(height, "abc");
+    EXPECT_EQ(shownNotchHeight(root.path()), 0);
+    write(height, "\xff\xff\xff\xff");
+    EXPECT_EQ(shownNotchHeight(root.path()), 160);
+}
+
+TEST_F(QtScreensTest, OnlyTheBuiltInScreenHasTheNotch)
+{
+    write(parameter, "Y\n");
+    write(height, QByteArray("\0\0\0\x4a", 4));
+    const QtScreens screens(root.path());
+    ASSERT_TRUE(screens.main());
+    EXPECT_EQ(screens.main()->safeAreaTop, 0) << "this one is no laptop's panel";
+    EXPECT_FALSE(screens.main()->frame.isEmpty());
+    EXPECT_EQ(screens.all().front(), *screens.main());
+}
+
+} // namespace

@@ -1,0 +1,70 @@
+#include "platform/linux/ApplicationNames.h"
+#include "platform/linux/DesktopApplications.h"
+#include "platform/linux/QtPointer.h"
+#include "platform/linux/TrayStatusItem.h"
+#include "platform/linux/XcbCompositor.h"
+#include "platform/linux/XcbInputMonitor.h"
+#include "platform/linux/XcbWindowList.h"
+#include "platform/linux/XcbWindowShape.h"
+
+#include <QIcon>
+#include <QPixmap>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+using namespace tirlo;
+
+namespace {
+
+TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
+{
+    const XcbInputMonitor input;
+    const XcbWindowList windows;
+    const XcbCompositor compositor;
+    EXPECT_TRUE(compositor.isRunning()) << "the panel keeps its see-through corners";
+
+    DesktopApplications applications;
+    EXPECT_TRUE(applications.running().empty());
+    EXPECT_FALSE(applications.activate({1, "com.microsoft.VSCode", "Code"}));
+    EXPECT_FALSE(applications.open("com.example.unknown"));
+
+    QWindow window;
+    XcbWindowShape shape;
+    shape.setInputRegion(window, QRegion(0, 0, 5, 5));
+
+    TrayStatusItem item;
+    item.show(QIcon(QPixmap(24, 18)), "Tirlo",
+              {{"Open", "", [] {}}, {}, {"Quit", "Ctrl+Q", [] {}}});
+    EXPECT_TRUE(QRectF(-1e5, -1e5, 2e5, 2e5).contains(QtPointer().position()));
+}
+
+TEST(ApplicationNamesTest, AWindowClassFindsItsApplicationInAnyCase)
+{
+    const struct
+    {
+        const char *windowClass;
+        const char *bundleIdentifier;
+    } cases[]{{"Code", "com.microsoft.VSCode"},
+              {"Cursor", "com.todesktop.230313mzl4w4u92"},
+              {"Gnome-terminal", "com.apple.Terminal"},
+              {"XTerm", "com.apple.Terminal"},
+              {"Tilix", "com.googlecode.iterm2"},
+              {"kitty", "net.kovidgoyal.kitty"},
+              {"com.mitchellh.ghostty", "com.mitchellh.ghostty"}};
+    for (const auto &known : cases) {
+        const auto *names = ApplicationNames::ofWindowClass(known.windowClass);
+        ASSERT_TRUE(names) << known.windowClass;
+        EXPECT_EQ(names->bundleIdentifier, known.bundleIdentifier);
+    }
+    EXPECT_FALSE(ApplicationNames::ofWindowClass("Gimp"));
+    EXPECT_FALSE(ApplicationNames::ofWindowClass(""));
+
+    EXPECT_EQ(ApplicationNames::desktopEntriesOf("com.microsoft.VSCode").value(0), "code");
+    const auto terminals = ApplicationNames::desktopEntriesOf("com.apple.Terminal");
+    EXPECT_EQ(terminals.value(0), "org.gnome.Terminal");
+    EXPECT_TRUE(terminals.contains("org.kde.konsole"));
+    EXPECT_TRUE(ApplicationNames::desktopEntriesOf("").isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,217 @@
+#include "ui/motion/Animated.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+namespace tirlo {
+namespace {
+
+const Spring bouncy{0.5, 0.72};
+const TimingCurve closing{0.45, 0, 0.2, 1, 0.34};
+
+// The first whole millisecond at rest, or -1 within ten seconds.
+double restTime(const Animated<double> &value, double from)
+{
+    for (int step = 0; step < 10'000; ++step) {
+        if (value.isAtRest(from + step * 0.001))
+            return from + step * 0.001;
+    }
+    return -1;
+}
+
+TEST(AnimatedTest, StandsStillUntilToldOtherwise)
+{
+    Animated<double> width(184);
+    EXPECT_EQ(width.valueAt(0), 184);
+    EXPECT_TRUE(width.isAtRest(0));
+
+    width.animateTo(640, bouncy, 3);
+    EXPECT_EQ(width.valueAt(3), 184);
+    EXPECT_EQ(width.target(), 640);
+    EXPECT_FALSE(width.isAtRest(3));
+
+    width.jumpTo(200);
+    EXPECT_EQ(width.valueAt(3.1), 200);
+    EXPECT_EQ(width.velocityAt(3.1), 0);
+    EXPECT_TRUE(width.isAtRest(3.1));
+}
+
+TEST(AnimatedTest, UnderdampedSpringOvershootsByTheKnownShare)
+{
+    Animated<double> width(184);
+    width.animateTo(640, bouncy, 0);
+    double peak = 0;
+    for (int step = 0; step < 2000; ++step)
+        peak = std::max(peak, width.valueAt(step * 0.001));
+
+    const double share = std::exp(-std::numbers::pi * 0.72 / std::sqrt(1 - 0.72 * 0.72));
+    EXPECT_NEAR(peak, 640 + share * (640 - 184), 0.01);
+
+    width.jumpTo(184);
+    width.animateTo(640, Spring{0.5, 1}, 0);
+    for (int step = 0; step < 2000; ++step)
+        EXPECT_LE(width.valueAt(step * 0.001), 640);
+}
+
+TEST(AnimatedTest, RetargetedSpringKeepsValueAndVelocity)
+{
+    for (const double moment : {0.03, 0.12, 0.3, 0.42}) {
+        for (const Animation &first : {Animation(bouncy), Animation(closing)}) {
+            Animated<double> width(184);
+            width.animateTo(640, first, 10);
+            const double value = width.valueAt(10 + moment);
+            const double velocity = width.velocityAt(10 + moment);
+
+            width.animateTo(80, Spring{0.3, 1.2}, 10 + moment);
+            EXPECT_NEAR(width.valueAt(10 + moment), value, 1e-9);
+            EXPECT_NEAR(width.velocityAt(10 + moment), velocity, 1e-9);
+            const double h = 1e-6;
+            EXPECT_NEAR((width.valueAt(10 + moment + h) - value) / h, velocity, 0.5);
+        }
+    }
+}
+
+TEST(AnimatedTest, RetargetedCurveStartsFromThePresentValue)
+{
+    Animated<double> width(184);
+    width.animateTo(640, bouncy, 0);
+    const double value = width.valueAt(0.1);
+    width.animateTo(184, closing, 0.1);
+
+    EXPECT_EQ(width.valueAt(0.1), value);
+    double last = value;
+    for (double time = 0.1; time < 0.5; time += 0.001) {
+        EXPECT_LE(width.valueAt(time), last);
+        last = width.valueAt(time);
+    }
+    EXPECT_FALSE(width.isAtRest(0.1 + 0.339));
+    EXPECT_TRUE(width.isAtRest(0.1 + 0.341));
+    EXPECT_EQ(width.valueAt(0.441), 184);
+}
+
+TEST(AnimatedTest, VelocityIsTheSlopeOfTheValue)
+{
+    for (const Animation &animation : {Animation(bouncy), Animation(Spring{0.4, 2.5}),
+                                       Animation(closing), Animation(closing, 0.05)}) {
+        Animated<double> opacity(1);
+        opacity.animateTo(-3, animation, 0);
+        const double h = 1e-6;
+        for (const double time : {0.02, 0.06, 0.15, 0.25}) {
+            const double slope = (opacity.valueAt(time + h) - opacity.valueAt(time - h)) / (2 * h);
+            EXPECT_NEAR(opacity.velocityAt(time), slope, 1e-3) << time;
+        }
+    }
+}
+
+TEST(AnimatedTest, RestComesAtLastAndNeverWhileMoreThanATraceIsLeft)
+{
+    struct Case
+    {
+        Spring spring;
+        double from;
+        double to;
+    };
+    const Case cases[]
+        = {{bouncy, 184, 640},  {bouncy, 0, 1},     {bouncy, 1, 1 - 1e-9},   {{0.3, 0.05}, 0, 1},
+           {{0.55, 1}, 0, 360}, {{0.4, 3}, 0, 640}, {{0.25, 0.4}, -1e6, 1e6}};
+
+    for (const Case &row : cases) {
+        SCOPED_TRACE(testing::Message() << row.spring.response << '/' << row.spring.dampingFraction
+                                        << ' ' << row.from << " to " << row.to);
+        const double distance = row.from - row.to;
+        const double trace = std::min(0.05, std::abs(distance) * 0.001);
+        Animated<double> value(row.from);
+        value.animateTo(row.to, row.spring, 0);
+
+        const double rest = restTime(value, 0);
+        ASSERT_GT(rest, 0);
+        EXPECT_EQ(value.valueAt(rest), row.to);
+        EXPECT_EQ(value.velocityAt(rest), 0);
+        for (double time = rest; time < rest + 3; time += 0.003) {
+            EXPECT_TRUE(value.isAtRest(time));
+            EXPECT_LE(std::abs(distance * row.spring.factorsAt(time).valuePerDisplacement),
+                      trace * (1 + 1e-9));
+        }
+        // Nor does it dawdle: a moment before, the energy left was still worth drawing.
+        const SpringFactors before = row.spring.factorsAt(rest - 0.002);
+        EXPECT_GT(std::hypot(before.valuePerDisplacement,
+                             before.velocityPerDisplacement / row.spring.frequency())
+                      * std::abs(distance),
+                  trace);
+    }
+}
+
+TEST(AnimatedTest, SwingingThroughTheTargetIsNotRest)
+{
+    Animated<double> angle(0);
+    angle.animateTo(20, Spring{0.5, 0.2}, 0);
+    double low = 0;
+    double high = 0.25;
+    for (int step = 0; step < 60; ++step) {
+        const double middle = (low + high) / 2;
+        (angle.valueAt(middle) < 20 ? low : high) = middle;
+    }
+    EXPECT_NEAR(angle.valueAt(high), 20, 1e-6);
+    EXPECT_FALSE(angle.isAtRest(high));
+    EXPECT_GT(angle.velocityAt(high), 50);
+}
+
+TEST(AnimatedTest, DelayHoldsThePresentValueAndThenStartsFromStandstill)
+{
+    Animated<double> opacity(0);
+    opacity.animateTo(1, TimingCurve::linear(1), 0);
+    opacity.animateTo(0, Animation(bouncy, 0.2), 0.4);
+
+    EXPECT_NEAR(opacity.valueAt(0.4), 0.4, 1e-9);
+    EXPECT_NEAR(opacity.valueAt(0.59), 0.4, 1e-9);
+    EXPECT_EQ(opacity.velocityAt(0.59), 0);
+    EXPECT_FALSE(opacity.isAtRest(0.59));
+    EXPECT_NEAR(opacity.velocityAt(0.6 + 1e-6), 0, 1e-3);
+    EXPECT_LT(opacity.valueAt(0.7), 0.39);
+}
+
+TEST(AnimatedTest, TargetAlreadyApproachedIsLeftToArrive)
+{
+    Animated<double> height(0);
+    height.animateTo(100, closing, 0);
+    for (double time = 0; time < 0.34; time += 1.0 / 60)
+        height.animateTo(100, closing, time);
+    EXPECT_TRUE(height.isAtRest(0.34));
+
+    Animated<double> untouched(100);
+    untouched.animateTo(100, bouncy, 0);
+    EXPECT_TRUE(untouched.isAtRest(0));
+}
+
+TEST(AnimatedTest, MotionOfNoLengthArrivesInTheSameInstant)
+{
+    for (const Animation &animation : {Animation::none(), Animation(Spring{0, 0.7})}) {
+        Animated<double> width(184);
+        width.animateTo(640, animation, 5);
+        EXPECT_EQ(width.valueAt(5), 640);
+        EXPECT_TRUE(width.isAtRest(5));
+    }
+}
+
+TEST(AnimatedTest, PointsMoveAsTheirCoordinatesDo)
+{
+    Animated<QPointF> centre(QPointF(40, 16));
+    Animated<double> x(40);
+    Animated<double> y(16);
+    centre.animateTo({68, 101}, bouncy, 0);
+    x.animateTo(68, bouncy, 0);
+    y.animateTo(101, bouncy, 0);
+    centre.animateTo({320, 90}, bouncy, 0.2);
+    x.animateTo(320, bouncy, 0.2);
+    y.animateTo(90, bouncy, 0.2);
+
+    EXPECT_NEAR(centre.valueAt(0.35).x(), x.valueAt(0.35), 1e-9);
+    EXPECT_NEAR(centre.valueAt(0.35).y(), y.valueAt(0.35), 1e-9);
+    EXPECT_EQ(centre.valueAt(8), QPointF(320, 90));
+    EXPECT_TRUE(centre.isAtRest(8));
+}
+
+} // namespace
+} // namespace tirlo

@@ -1,0 +1,261 @@
+#include "ui/motion/FrameClock.h"
+
+#include "support/ManualFrameDriver.h"
+#include "support/ManualQueue.h"
+#include "ui/motion/TimerFrameDriver.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <vector>
+
+namespace tirlo {
+namespace {
+
+class FrameClockTest : public testing::Test
+{
+protected:
+    // Half a frame on, so that the rounding of a frame's time can't move it past the edge.
+    void passFrames(int count) { queue.advance((count - 0.5) / driver.rate); }
+
+    ManualQueue queue;
+    ManualFrameDriver driver{queue};
+    std::optional<FrameClock> clock{std::in_place, queue, driver};
+};
+
+TEST_F(FrameClockTest, RunsFromTheFirstSubscriberToTheLast)
+{
+    int first = 0;
+    int second = 0;
+    queue.advance(5);
+    EXPECT_EQ(driver.starts, 0);
+
+    auto a = clock->subscribe([&](double) { ++first; });
+    EXPECT_EQ(driver.rate, 60);
+    passFrames(3);
+    auto b = clock->subscribe([&](double) { ++second; });
+    queue.advance(2 / 60.0);
+    EXPECT_EQ(first, 4);
+    EXPECT_EQ(second, 2);
+    EXPECT_EQ(driver.starts, 1);
+
+    a.reset();
+    EXPECT_FALSE(a.isActive());
+    EXPECT_TRUE(driver.isRunning);
+    b = {};
+    EXPECT_FALSE(driver.isRunning);
+    EXPECT_EQ(driver.stops, 1);
+    queue.advance(5);
+    EXPECT_EQ(first + second, 6);
+
+    const auto c = clock->subscribe([&](double) { ++first; });
+    EXPECT_EQ(driver.starts, 2);
+}
+
+TEST_F(FrameClockTest, GivesEachFrameTheMediaTime)
+{
+    queue.advance(100);
+    std::vector<double> times;
+    const auto subscription = clock->subscribe([&](double time) {
+        EXPECT_EQ(time, clock->now());
+        times.push_back(time);
+    });
+    passFrames(4);
+    ASSERT_EQ(times.size(), 3U);
+    for (std::size_t index = 0; index < times.size(); ++index)
+        EXPECT_NEAR(times[index], 100 + double(index + 1) / 60, 1e-9);
+}
+
+TEST_F(FrameClockTest, FollowsTheRateOfTheScreen)
+{
+    int frames = 0;
+    clock->setRate(120);
+    const auto subscription = clock->subscribe([&](double) { ++frames; });
+    EXPECT_EQ(driver.rate, 120);
+    clock->setRate(144);
+    EXPECT_EQ(driver.rate, 144);
+    queue.advance(0.501);
+    EXPECT_EQ(frames, 72);
+    for (const double odd : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
+        clock->setRate(144);
+        clock->setRate(odd);
+        EXPECT_EQ(driver.rate, 60) << odd;
+    }
+}
+
+TEST_F(FrameClockTest, SubscriptionMayBeDroppedInsideItsCallback)
+{
+    int frames = 0;
+    FrameClock::Subscription self;
+    self = clock->subscribe([&, witness = std::make_shared<int>(7)](double) {
+        self.reset();
+        frames += *witness;
+    });
+    passFrames(4);
+    EXPECT_EQ(frames, 7);
+    EXPECT_FALSE(driver.isRunning);
+    EXPECT_EQ(driver.stops, 1);
+}
+
+TEST_F(FrameClockTest, CallbackMayDropOneThatIsStillToComeInTheFrame)
+{
+    int later = 0;
+    FrameClock::Subscription victim;
+    const auto dropper = clock->subscribe([&](double) { victim = {}; });
+    victim = clock->subscribe([&](double) { ++later; });
+    passFrames(4);
+    EXPECT_EQ(later, 0);
+    EXPECT_TRUE(driver.isRunning);
+}
+
+TEST_F(FrameClockTest, CallbackMayAddSubscribersThatBeginWithTheNextFrame)
+{
+    std::vector<FrameClock::Subscription> added;
+    std::vector<double> addedTimes;
+    int frames = 0;
+    const auto subscription = clock->subscribe([&, text = std::string("stays in place")](double) {
+        ++frames;
+        for (int count = 0; count < 20; ++count) {
+            added.push_back(clock->subscribe([&](double time) { addedTimes.push_back(time); }));
+        }
+        EXPECT_EQ(text, "stays in place");
+    });
+    passFrames(2);
+    EXPECT_EQ(frames, 1);
+    EXPECT_TRUE(addedTimes.empty());
+    queue.advance(1 / 60.0);
+    EXPECT_EQ(addedTimes.size(), 20U);
+}
+
+TEST_F(FrameClockTest, ReplacingASubscriptionInsideItsCallbackDoesNotStopTheClock)
+{
+    int frames = 0;
+    FrameClock::Subscription subscription;
+    std::function<void(double)> renew = [&](double) {
+        ++frames;
+        subscription = clock->subscribe(renew);
+    };
+    subscription = clock->subscribe(renew);
+    passFrames(5);
+    EXPECT_EQ(frames, 4);
+    EXPECT_EQ(driver.starts, 1);
+    EXPECT_EQ(driver.stops, 0);
+}
+
+TEST_F(FrameClockTest, CallbackMayRunFramesOfItsOwn)
+{
+    int outer = 0;
+    int inner = 0;
+    FrameClock::Subscription quitter;
+    const auto modal = clock->subscribe([&](double) {
+        if (++outer == 1)
+            queue.advance(2.5 / 60);
+    });
+    quitter = clock->subscribe([&](double) {
+        ++inner;
+        quitter.reset();
+    });
+    passFrames(2);
+    EXPECT_EQ(outer, 3);
+    EXPECT_EQ(inner, 1);
+}
+
+TEST_F(FrameClockTest, DroppedCallbackMayOwnOtherSubscriptions)
+{
+    auto owned = std::make_shared<FrameClock::Subscription>(clock->subscribe([](double) {}));
+    auto owner = clock->subscribe([owned](double) {});
+    owned.reset();
+    owner.reset();
+    EXPECT_FALSE(driver.isRunning);
+
+    // An orphan whose callback holds its own handle dies with the clock.
+    auto self = std::make_shared<FrameClock::Subscription>();
+    *self = clock->subscribe([self](double) {});
+    self.reset();
+    clock.reset();
+    EXPECT_FALSE(driver.isRunning);
+}
+
+TEST_F(FrameClockTest, SubscriptionMayOutliveTheClock)
+{
+    int frames = 0;
+    auto subscription = clock->subscribe([&](double) { ++frames; });
+    clock.reset();
+    EXPECT_FALSE(driver.isRunning);
+    EXPECT_FALSE(subscription.isActive());
+    queue.advance(1);
+    EXPECT_EQ(frames, 0);
+    subscription.reset();
+}
+
+TEST_F(FrameClockTest, ClockMayDieInsideAFrame)
+{
+    int later = 0;
+    const auto killer = clock->subscribe([&](double) { clock.reset(); });
+    const auto other = clock->subscribe([&](double) { ++later; });
+    passFrames(4);
+    EXPECT_EQ(later, 0);
+    EXPECT_FALSE(driver.isRunning);
+}
+
+TEST_F(FrameClockTest, ReducedMotionLeavesNoAnimation)
+{
+    const Animation spring = Spring{0.5, 0.72};
+    EXPECT_EQ(clock->permitted(spring), spring);
+    clock->setReducesMotion(true);
+    EXPECT_EQ(clock->permitted(spring), Animation::none());
+}
+
+void spinFor(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+TEST(TimerFrameDriverTest, DrawsAtTheRateOnlyWhileRunning)
+{
+    TimerFrameDriver driver;
+    int frames = 0;
+    driver.onFrame = [&] { ++frames; };
+    spinFor(30);
+    EXPECT_EQ(frames, 0);
+
+    QElapsedTimer watch;
+    watch.start();
+    driver.start(250);
+    spinFor(200);
+    const double elapsed = double(watch.nsecsElapsed()) * 1e-9;
+    // A busy machine may miss frames, but never gets more than the grid has.
+    EXPECT_GE(frames, 5);
+    EXPECT_LE(frames, int(elapsed * 250) + 1);
+
+    driver.stop();
+    frames = 0;
+    spinFor(50);
+    EXPECT_EQ(frames, 0);
+}
+
+TEST(TimerFrameDriverTest, MissedFramesComeAsOne)
+{
+    TimerFrameDriver driver;
+    int frames = 0;
+    driver.onFrame = [&] {
+        ++frames;
+        driver.stop();
+    };
+    QElapsedTimer watch;
+    watch.start();
+    driver.start(1000);
+    while (watch.elapsed() < 20) { }
+    spinFor(20);
+    EXPECT_EQ(frames, 1);
+}
+
+} // namespace
+} // namespace tirlo

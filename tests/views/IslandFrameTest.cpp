@@ -1,0 +1,181 @@
+#include "ViewFixture.h"
+
+#include "ui/CardBackground.h"
+#include "ui/TextLabel.h"
+
+#include <QTest>
+
+namespace tirlo {
+
+namespace {
+
+/// Counts what the widgets of one window paint.
+class PaintCounter : public QObject
+{
+public:
+    PaintCounter() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+    /// How often any widget painted since the last call.
+    int take()
+    {
+        QTest::qWait(20);
+        return std::exchange(count, 0);
+    }
+
+    int count = 0;
+};
+
+class IslandFrameTest : public ViewFixture
+{ };
+
+/// True when the point of the picture, relative to an island of that width, is opaque.
+bool isInk(const QImage &image, double islandWidth, int x, int y)
+{
+    return image.pixelColor(int((720 - islandWidth) / 2) + x, y).alpha() == 255;
+}
+
+bool isClear(const QImage &image, double islandWidth, int x, int y)
+{
+    return image.pixelColor(int((720 - islandWidth) / 2) + x, y).alpha() == 0;
+}
+
+TEST_F(IslandFrameTest, OutlineIsDrawnInEveryMode)
+{
+    struct Case
+    {
+        IslandMode mode;
+        int width;
+        int height;
+    };
+    for (const auto &[mode, width, height] :
+         {Case{IslandMode::hidden, 184, 32}, Case{IslandMode::compact, 344, 32},
+          Case{IslandMode::expanded, 640, 160}}) {
+        state.view = IslandView::note;
+        state.mode = mode;
+        QCoreApplication::processEvents();
+        const QImage image = picture();
+        SCOPED_TRACE(width);
+        EXPECT_TRUE(isInk(image, width, 0, 0));
+        EXPECT_TRUE(isInk(image, width, width - 1, 0));
+        EXPECT_TRUE(isInk(image, width, width / 2, height - 1));
+        EXPECT_TRUE(isClear(image, width, 1, height - 1)) << "lower corners are round";
+        EXPECT_TRUE(isClear(image, width, width - 2, height - 1));
+        EXPECT_TRUE(isClear(image, width, -1, 5));
+        EXPECT_TRUE(isClear(image, width, width, 5));
+        EXPECT_TRUE(isClear(image, width, width / 2, height));
+    }
+}
+
+TEST_F(IslandFrameTest, AClosedIslandIsPlainBlack)
+{
+    state.mode = IslandMode::compact;
+    QCoreApplication::processEvents();
+    const QImage image = picture();
+    for (int x = 0; x < 344; ++x)
+        EXPECT_EQ(image.pixelColor(188 + x, 10), QColor(Qt::black));
+    EXPECT_TRUE(visibleButtons().isEmpty());
+}
+
+TEST_F(IslandFrameTest, OnlyTheSelectedCardIsShown)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
+    for (const IslandView view : allCases<IslandView>()) {
+        open(view);
+        int shown = 0;
+        for (const CardBackground *card : root->findChildren<CardBackground *>()) {
+            if (!card->isVisible())
+                continue;
+            ++shown;
+            EXPECT_EQ(card->mapTo(root.get(), QPoint()).x(), 50);
+            EXPECT_EQ(card->width(), 620);
+        }
+        EXPECT_EQ(shown, view == IslandView::greeting ? 0 : 1) << rawText(view).toStdString();
+    }
+}
+
+TEST_F(IslandFrameTest, CardsStandBelowTheHeaderAroundTheMascotsMiddle)
+{
+    const auto cardRect = [this] {
+        for (const CardBackground *card : root->findChildren<CardBackground *>()) {
+            if (card->isVisible())
+                return QRect(card->mapTo(root.get(), QPoint()), card->size());
+        }
+        return QRect();
+    };
+    open(IslandView::approval);
+    EXPECT_EQ(cardRect(), QRect(50, 52, 620, 98));
+    open(IslandView::prompt);
+    EXPECT_EQ(cardRect(), QRect(50, 52, 620, 178)) << "the prompt takes all the height";
+    state.chatHistory = {ChatMessage{}, ChatMessage{}};
+    EXPECT_EQ(cardRect(), QRect(50, 52, 620, 238)) << "and grows with the chat";
+}
+
+TEST_F(IslandFrameTest, NothingIsPaintedUnlessItChanges)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")}),
+              task(QStringLiteral("b"), QStringLiteral("b"))});
+    open(IslandView::overview);
+    PaintCounter paints;
+    paints.take();
+    EXPECT_EQ(paints.take(), 0) << "an island at rest";
+
+    state.editTask(QStringLiteral("a"), [](AgentTask &t) { t.state = BotState::working; });
+    state.editTask(QStringLiteral("b"), [](AgentTask &t) { t.sessionCwd = QStringLiteral("/"); });
+    state.noteMessage = QStringLiteral("on a card that is not shown");
+    state.pendingApproval = ApprovalInfo();
+    EXPECT_EQ(paints.take(), 0) << "changes that no visible card shows";
+
+    state.editTask(QStringLiteral("a"), [](AgentTask &t) { t.steps = {QStringLiteral("Lit")}; });
+    EXPECT_GT(paints.take(), 0) << "a new step shows";
+}
+
+TEST_F(IslandFrameTest, ANewStepRepaintsItsLineAndNotTheWholeIsland)
+{
+    class Region : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                painted = std::max(painted, static_cast<QPaintEvent *>(event)->rect().height());
+            return false;
+        }
+        int painted = 0;
+    } region;
+
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")})});
+    open(IslandView::overview);
+    QTest::qWait(20);
+    qApp->installEventFilter(&region);
+    state.editTask(QStringLiteral("a"), [](AgentTask &t) { t.steps = {QStringLiteral("Lit")}; });
+    QTest::qWait(20);
+    EXPECT_GT(region.painted, 0);
+    EXPECT_LE(region.painted, 44);
+}
+
+TEST_F(IslandFrameTest, AskingFromTheEmptyCardOpensThePrompt)
+{
+    setTasks({});
+    open(IslandView::empty);
+    click(QStringLiteral("Ask Claude"));
+    EXPECT_EQ(state.view.value(), IslandView::prompt);
+}
+
+TEST_F(IslandFrameTest, ANoteShowsItsTextUntilItIsTakenAway)
+{
+    state.noteMessage = QStringLiteral("Handled in VS Code.");
+    open(IslandView::note);
+    EXPECT_EQ(visibleTexts(), QStringList{QStringLiteral("Handled in VS Code.")});
+    state.noteMessage = std::nullopt;
+    EXPECT_EQ(visibleTexts(), QStringList{QString()});
+}
+
+} // namespace
+
+} // namespace tirlo

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "support/ManualQueue.h"
+#include "support/MemoryStore.h"
+#include "support/RecordingSoundEngine.h"
+#include "views/IslandRootView.h"
+
+#include <QAbstractButton>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace tirlo {
+
+/// The whole tree of views in a window of the panel's size, over a store of its own.
+class ViewFixture : public testing::Test
+{
+protected:
+    ViewFixture();
+
+    /// Opens the island on the view.
+    void open(IslandView view);
+
+    /// Replaces all tasks; the first one gets the focus.
+    void setTasks(const QList<AgentTask> &tasks);
+
+    void setApproval(const QString &command, const QString &pillId);
+
+    [[nodiscard]] static AgentTask task(const QString &id, const QString &name,
+                                        const QStringList &steps = {});
+
+    /// The visible buttons' accessible names, left to right.
+    [[nodiscard]] QStringList visibleButtons() const;
+
+    /// The visible button of that name, or null.
+    [[nodiscard]] QAbstractButton *button(const QString &name) const;
+
+    /// The texts of all visible labels.
+    [[nodiscard]] QStringList visibleTexts() const;
+
+    /// Clicks in the middle of the button of that name.
+    void click(const QString &name);
+
+    /// The island as it looks, at one pixel a point.
+    [[nodiscard]] QImage picture();
+
+    ManualQueue queue;
+    MemoryStore store;
+    AppState state{store, queue};
+    Notifications notifications;
+    RecordingSoundEngine sounds;
+    QStringList decisions;
+    const IslandActions actions{[this](const QString &decision) { decisions.append(decision); }};
+    std::unique_ptr<IslandRootView> root;
+};
+
+} // namespace tirlo

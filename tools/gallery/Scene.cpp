@@ -1,0 +1,171 @@
+#include "Scene.h"
+
+#include "core/AppState.h"
+
+namespace tirlo {
+
+namespace {
+
+AgentTask makeTask(const char *id, const char *name, const char *color, const QStringList &steps,
+                   AgentSource source = AgentSource::agent)
+{
+    AgentTask task;
+    task.id = QString::fromUtf8(id);
+    task.name = QString::fromUtf8(name);
+    task.color = QString::fromUtf8(color);
+    task.steps = steps;
+    task.stepIndex = steps.isEmpty() ? 0 : steps.size() - 1;
+    task.source = source;
+    return task;
+}
+
+AgentTask editorTask(const char *name = "tirlo-website")
+{
+    return makeTask("integration_claude", name, "#F5F6F8",
+                    {QStringLiteral("Lit · package.json"), QStringLiteral("Modifie · Header.tsx"),
+                     QStringLiteral("Teste · npm test -- --run header")},
+                    AgentSource::claudeCode);
+}
+
+QList<AgentTask> crowd()
+{
+    QList<AgentTask> tasks{
+        editorTask(), makeTask("agent_codex", "Codex", "#2DD4BF", {}),
+        makeTask("agent_antigravity", "Antigravity", "#E879F9", {}),
+        makeTask("agent_gemini", "Gemini CLI", "#8AB4F8", {}),
+        makeTask("integration_github", "GitHub", "#F4505E", {}, AgentSource::n8n)};
+    tasks[1].pillBadge = PillBadge::approval;
+    tasks[2].pillBadge = PillBadge::finished;
+    tasks[4].pillBadge = PillBadge::error;
+    return tasks;
+}
+
+void open(AppState &state, IslandView view, const QList<AgentTask> &tasks)
+{
+    state.tasks = tasks;
+    state.focusId = tasks.isEmpty() ? std::nullopt : std::optional(tasks.first().id);
+    state.view = view;
+    state.mode = IslandMode::expanded;
+}
+
+Scene overview(const char *caption, const QList<AgentTask> &tasks)
+{
+    return {QString::fromUtf8(caption),
+            [tasks](AppState &state) { open(state, IslandView::overview, tasks); }};
+}
+
+Scene approval(const char *caption, const QString &command, const QList<AgentTask> &tasks)
+{
+    return {QString::fromUtf8(caption), [command, tasks](AppState &state) {
+                ApprovalInfo request;
+                request.command = command;
+                request.pillId = tasks.isEmpty() ? QString() : tasks.first().id;
+                state.pendingApproval = request;
+                open(state, IslandView::approval, tasks);
+            }};
+}
+
+Scene note(const char *caption, const QString &message)
+{
+    return {QString::fromUtf8(caption), [message](AppState &state) {
+                state.noteMessage = message;
+                open(state, IslandView::note, {editorTask()});
+            }};
+}
+
+SceneGroup overviews()
+{
+    AgentTask fresh = editorTask();
+    fresh.steps = {QStringLiteral("Démarre")};
+    fresh.stepIndex = 0;
+    AgentTask longest = editorTask("a-monorepository-with-a-remarkably-long-name");
+    longest.steps = {QStringLiteral("Lit · docs/architecture/decisions/0042-event-sourcing.md"),
+                     QStringLiteral("Exécute · cargo build --workspace --all-targets --release…")};
+    longest.stepIndex = 1;
+    AgentTask cjk = makeTask("agent_ja", "在庫管理システム", "#F7B32B",
+                             {QStringLiteral("読み込み · 設定.json"),
+                              QStringLiteral("検索 · ユーザー認証の実装を探しています")});
+    AgentTask rtl = makeTask(
+        "agent_he", "פרויקט חדש", "#34D399",
+        {QStringLiteral("قراءة · الملف.txt"), QStringLiteral("מחפש · קובץ ההגדרות של המערכת")});
+    AgentTask emoji = makeTask(
+        "agent_emoji", "🚀 launch-party 👩‍👩‍👧", "#F472B6",
+        {QStringLiteral("Lit · 🎉.md"),
+         QStringLiteral("Exécute · echo \"Zoë ❤️ ไทย हिन्दी\"")});
+
+    return {QStringLiteral("overview"),
+            {overview("Four others with badges", crowd()), overview("Alone, first step", {fresh}),
+             overview("Two others", crowd().mid(0, 3)),
+             overview("Long names", {longest, longest, editorTask(), cjk}),
+             overview("Chinese and Japanese", {cjk, rtl, emoji}),
+             overview("Hebrew and Arabic", {rtl, cjk, emoji}),
+             overview("Emoji, Thai, Hindi", {emoji, rtl, cjk}),
+             overview("No steps yet",
+                      {makeTask("integration_claude", "VS Code", "#F5F6F8", {},
+                                AgentSource::claudeCode)}),
+             overview("No name",
+                      {makeTask("agent_x", "", "#C0C4CC", {QStringLiteral("Liste")}),
+                       makeTask("agent_y", "", "#F7B32B", {})})}};
+}
+
+SceneGroup approvals()
+{
+    const QString longCommand = QStringLiteral(
+        "git log --oneline --graph --decorate --all | head -n 40 && npm run build -- --mode "
+        "production && rsync -az dist/ deploy@example.org:/srv/www");
+    return {
+        QStringLiteral("approval"),
+        {approval("Short command", QStringLiteral("npm test"), {editorTask()}),
+         approval("Long command", longCommand, {editorTask()}),
+         approval("Codex", QStringLiteral("rm -rf build && cmake --preset release"),
+                  {makeTask("agent_codex", "Codex", "#2DD4BF", {})}),
+         approval("Several lines", QStringLiteral("cd /tmp\nfor f in *; do\n\techo $f\ndone"),
+                  {editorTask("a-monorepository-with-a-remarkably-long-name-that-goes-on-and-"
+                              "on-until-nobody-reads-it")}),
+         approval("Chinese", QStringLiteral("cat 設定/利用者.json | grep 名前"),
+                  {makeTask("agent_ja", "在庫管理システム", "#F7B32B", {})}),
+         approval("Hebrew and a hidden reordering mark", QStringLiteral("echo שלום \u202Ecod.exe"),
+                  {makeTask("agent_he", "פרויקט חדש", "#34D399", {})}),
+         approval("Emoji", QStringLiteral("git commit -m \"🎉 ship it 👩‍👩‍👧\""),
+                  {makeTask("agent_emoji", "🚀 launch-party", "#F472B6", {})}),
+         approval("No focused task, no command", {}, {})}};
+}
+
+SceneGroup others()
+{
+    return {QStringLiteral("cards"),
+            {{QStringLiteral("Empty"), [](AppState &state) { open(state, IslandView::empty, {}); }},
+             note("Note", QStringLiteral("Handled in VS Code.")),
+             note("Long note",
+                  QStringLiteral("The provider answered with a message that is far too "
+                                 "long for one line of the island to hold.")),
+             {QStringLiteral("A card without content"),
+              [](AppState &state) { open(state, IslandView::question, {editorTask()}); }}}};
+}
+
+SceneGroup outlines()
+{
+    const auto closed = [](const char *caption, IslandMode mode, bool hasNotch) {
+        return Scene{QString::fromUtf8(caption), [mode, hasNotch](AppState &state) {
+                         state.notchWidth = hasNotch ? 184 : 80;
+                         state.notchHeight = hasNotch ? 32 : 24;
+                         state.hasNotch = hasNotch;
+                         state.mode = mode;
+                     }};
+    };
+    return {QStringLiteral("outlines"),
+            {closed("Hidden, notch", IslandMode::hidden, true),
+             closed("Hidden, plain screen", IslandMode::hidden, false),
+             closed("Compact, notch", IslandMode::compact, true),
+             closed("Compact, plain screen", IslandMode::compact, false),
+             closed("Expanded", IslandMode::expanded, true)}};
+}
+
+} // namespace
+
+std::vector<SceneGroup> allScenes()
+{
+    return {overviews(), approvals(), others(), outlines()};
+}
+
+} // namespace tirlo
