@@ -50,6 +50,7 @@ QByteArray runLoadClient(const QString &socketPath, const Load &load)
     const auto period = std::chrono::nanoseconds(std::chrono::seconds(1)) / load.eventsPerSecond;
 
     std::vector<std::thread> threads;
+    threads.reserve(std::size_t(load.threads));
     for (int first = 0; first < load.threads; ++first) {
         threads.emplace_back([&, first] {
             for (int i = first; i < total; i += load.threads) {

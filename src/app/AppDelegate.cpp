@@ -1,8 +1,13 @@
 #include "AppDelegate.h"
 
+#include "ui/Icon.h"
+#include "ui/Style.h"
 #include "views/IslandRootView.h"
 
+#include <QApplication>
 #include <QDebug>
+#include <QScreen>
+#include <QStyle>
 
 namespace tirlo {
 
@@ -20,18 +25,51 @@ bool AppDelegate::applicationDidFinishLaunching()
         qCritical("Tirlo needs a screen and found none.");
         return false;
     }
+    setupMenuBarItem();
     setupIsland();
     return true;
 }
 
+void AppDelegate::setupMenuBarItem()
+{
+    // Desktops' bars are dark as a rule, and take a template's colour as it is.
+    m_statusItem.show(
+        Icon::menuBarIcon(Style::primaryText), QStringLiteral("Tirlo"),
+        {{QStringLiteral("Open Tirlo"), {}, [this] { openIsland(); }},
+         {},
+         {QStringLiteral("Settings…"), QStringLiteral("Ctrl+,"), [this] { openSettings(); }},
+         {},
+         {QStringLiteral("Quit"), QStringLiteral("Ctrl+Q"), [] { QCoreApplication::quit(); }}});
+}
+
 void AppDelegate::setupIsland()
 {
-    m_islandController.emplace(m_screens, m_windowShape, m_state, m_notifications, m_sounds,
-                               m_queue);
+    m_frames.setRate(QGuiApplication::primaryScreen()->refreshRate());
+    // A style says so when the desktop asks its programs to do without animations.
+    m_frames.setReducesMotion(!QApplication::style()->styleHint(QStyle::SH_Widget_Animate));
+
+    m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_pointer, m_inputMonitor,
+                                             m_windowList, m_applications, m_pollDriver},
+                               m_state, m_notifications, m_sounds, m_queue);
     m_islandController->setContent(new IslandRootView(
-        {m_state, m_notifications, m_sounds, m_queue, m_islandActions}));
+        {m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens, m_islandActions}));
     m_islandController->showWindow();
+    m_islandController->fsm().beginGreeting();
     m_hookServer.start();
+    QObject::connect(&m_notifications, &Notifications::openFullSettings, &m_notifications,
+                     [this] { openSettings(); });
+}
+
+void AppDelegate::openIsland()
+{
+    m_islandController->expand(IslandView::overview);
+}
+
+void AppDelegate::openSettings()
+{
+    if (m_state.mode == IslandMode::expanded)
+        m_islandController->collapse();
+    m_settingsOpener.open(m_islandController->screen());
 }
 
 } // namespace tirlo

@@ -7,10 +7,18 @@
 #include "hooks/HookServer.h"
 #include "island/IslandWindowController.h"
 #include "mascot/SoundEngine.h"
+#include "platform/linux/DesktopApplications.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtPointer.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/TrayStatusItem.h"
+#include "platform/linux/XcbInputMonitor.h"
+#include "platform/linux/XcbWindowList.h"
 #include "platform/linux/XcbWindowShape.h"
+#include "settings/SettingsOpener.h"
+#include "ui/motion/FrameClock.h"
+#include "ui/motion/TimerFrameDriver.h"
 #include "views/IslandActions.h"
 
 #include <optional>
@@ -29,7 +37,10 @@ public:
     [[nodiscard]] bool applicationDidFinishLaunching();
 
 private:
+    void setupMenuBarItem();
     void setupIsland();
+    void openIsland();
+    void openSettings();
 
     const Paths m_paths = Paths::ofUser();
     QtMainQueue m_queue;
@@ -37,12 +48,21 @@ private:
     FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};
     QtScreens m_screens;
     XcbWindowShape m_windowShape;
+    QtPointer m_pointer;
+    XcbInputMonitor m_inputMonitor;
+    XcbWindowList m_windowList;
+    DesktopApplications m_applications;
+    TimerFrameDriver m_pollDriver;
+    TimerFrameDriver m_frameDriver;
+    FrameClock m_frames{m_queue, m_frameDriver};
 
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;
     SilentSoundEngine m_sounds;
     HookServer m_hookServer;
     const IslandActions m_islandActions;
+    SettingsOpener m_settingsOpener;
+    TrayStatusItem m_statusItem;
     std::optional<IslandWindowController> m_islandController;
 };
 

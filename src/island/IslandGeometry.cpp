@@ -118,4 +118,20 @@ MascotPlace mascotPlace(IslandMode mode, IslandView view, const QSizeF &island, 
     return {.centre = {layout.botX, layout.botY.value_or(middle)}, .diameter = layout.botDiameter};
 }
 
+MascotPlace mascotPlace(const AppState &state)
+{
+    const IslandShape shape = islandShape(state);
+    return mascotPlace(state.mode, state.view, {shape.width, shape.height}, state.hasNotch,
+                       state.uploadProgress);
+}
+
+bool isBotHit(QPointF inPanel, const AppState &state)
+{
+    const MascotPlace place = mascotPlace(state);
+    const double left = (IslandConst::panelWidth - islandShape(state).width) / 2;
+    const QPointF offset = inPanel - place.centre - QPointF(left, 0);
+    const double radius = place.diameter * canvasPerDiameter / 2;
+    return radius > 0 && QPointF::dotProduct(offset, offset) <= radius * radius;
+}
+
 } // namespace tirlo::IslandGeometry

@@ -23,6 +23,9 @@ struct IslandScreenGeometry
     bool operator==(const IslandScreenGeometry &) const = default;
 };
 
+/// The mascot's canvas is so much wider than its body.
+inline constexpr double canvasPerDiameter = 1 / 0.6;
+
 /// Where the mascot stands on the island, and how big its body is.
 struct MascotPlace
 {
@@ -57,6 +60,12 @@ namespace IslandGeometry {
 /// The mascot's place on an island of that size.
 [[nodiscard]] MascotPlace mascotPlace(IslandMode mode, IslandView view, const QSizeF &island,
                                       bool hasNotch, double uploadProgress);
+
+/// The mascot's place for what the store says now.
+[[nodiscard]] MascotPlace mascotPlace(const AppState &state);
+
+/// Whether a point of the panel lies on the mascot, its whole canvas counted.
+[[nodiscard]] bool isBotHit(QPointF inPanel, const AppState &state);
 
 } // namespace IslandGeometry
 

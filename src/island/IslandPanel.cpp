@@ -5,10 +5,18 @@
 #include "platform/WindowShape.h"
 
 #include <QEvent>
-#include <QMouseEvent>
 #include <QWindow>
 
+#include <cmath>
+
 namespace tirlo {
+
+namespace {
+
+/// How far, in points, the hit area reaches over the island's edges.
+constexpr double hitMargin = 6;
+
+} // namespace
 
 IslandPanel::IslandPanel(AppState &state, WindowShape &shape)
     : QWidget(nullptr,
@@ -29,6 +37,13 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape)
     m_observers.follow(m_state.chatHistory, update);
 }
 
+void IslandPanel::placeOn(const ScreenInfo &screen)
+{
+    m_screenOrigin = screen.frame.topLeft();
+    const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
+    move(int(std::round(left)), int(std::round(screen.frame.top())));
+}
+
 QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
 {
     const QSizeF size = IslandGeometry::islandSize(m_state.mode, m_state.view, nw, nh,
@@ -36,11 +51,40 @@ QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
     return {QPointF((width() - size.width()) / 2, 0), size};
 }
 
+QRectF IslandPanel::hitArea() const
+{
+    const bool isTight = !m_state.hasNotch && m_state.mode != IslandMode::expanded;
+    const double margin = isTight ? 0 : hitMargin;
+    return currentIslandFrame(notchWidth, notchHeight).adjusted(-margin, -margin, margin, margin);
+}
+
+void IslandPanel::setTakesPointerInHitArea(bool takes)
+{
+    m_takesPointerInHitArea = takes;
+    m_inputShape = {.width = 0, .height = 0};
+    updateInputRegion();
+}
+
 void IslandPanel::setContent(QWidget *content)
 {
     content->setParent(this);
     content->setGeometry(rect());
     content->show();
+}
+
+void IslandPanel::takeKeyboard()
+{
+    winId();
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    activateWindow();
+}
+
+bool IslandPanel::releaseKeyboard()
+{
+    if (!windowHandle())
+        return false;
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
+    return isActiveWindow();
 }
 
 bool IslandPanel::event(QEvent *event)
@@ -53,12 +97,6 @@ bool IslandPanel::event(QEvent *event)
         updateInputRegion();
     }
     return handled;
-}
-
-void IslandPanel::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        Q_EMIT islandPressed();
 }
 
 void IslandPanel::becomeDock()
@@ -79,7 +117,9 @@ void IslandPanel::updateInputRegion()
     if (shape == m_inputShape)
         return;
     m_inputShape = shape;
-    m_shape.setInputRegion(*native, shape.region().translated(frame.topLeft().toPoint()));
+    const QRegion outline = shape.region().translated(frame.topLeft().toPoint());
+    m_shape.setInputRegion(*native,
+                           m_takesPointerInHitArea ? QRegion(hitArea().toAlignedRect()) : outline);
 }
 
 } // namespace tirlo

@@ -2,9 +2,9 @@
 
 #include "IslandConst.h"
 #include "IslandShape.h"
+#include "platform/Screens.h"
 #include "ui/Observers.h"
 
-#include <QRegion>
 #include <QWidget>
 
 namespace tirlo {
@@ -28,19 +28,35 @@ public:
     double notchWidth = IslandConst::unknownNotchWidth;
     double notchHeight = 32;
 
+    /// Hangs the panel at the top centre of the screen.
+    void placeOn(const ScreenInfo &screen);
+
+    /// The top-left corner of the panel's screen, in points of the desktop.
+    [[nodiscard]] QPointF screenOrigin() const { return m_screenOrigin; }
+
     /// The island's rectangle in the panel, y growing downward; `nw` and `nh` are the notch's size.
     [[nodiscard]] QRectF currentIslandFrame(double nw, double nh) const;
+
+    /// Where the pointer counts as being on the island: a little more than what is drawn, except
+    /// for a closed island on a screen without a notch.
+    [[nodiscard]] QRectF hitArea() const;
+
+    /// Takes the pointer in the whole hit area rather than in the drawn outline alone.
+    ///
+    /// For desktops that tell where the pointer is only while it is over a window of ours.
+    void setTakesPointerInHitArea(bool takes);
 
     /// Fills the panel with the island's views; the panel owns them from now on.
     void setContent(QWidget *content);
 
-Q_SIGNALS:
-    /// A press on the island that no control took.
-    void islandPressed();
+    /// Asks for the keyboard, as a card with a text field needs it.
+    void takeKeyboard();
+
+    /// Wants the keyboard no more; true when the panel had it.
+    bool releaseKeyboard();
 
 protected:
     bool event(QEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
 
 private:
     void becomeDock();
@@ -48,8 +64,10 @@ private:
 
     AppState &m_state;
     WindowShape &m_shape;
-    /// The outline whose region the native window has now; an empty one stands for none.
+    QPointF m_screenOrigin;
+    /// What the region that takes the pointer was made of; an empty outline stands for none.
     IslandShape m_inputShape{.width = 0, .height = 0};
+    bool m_takesPointerInHitArea = false;
     Observers m_observers;
 };
 

@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 #include "core/Notifications.h"
 #include "mascot/SoundEngine.h"
+#include "platform/Applications.h"
 #include "platform/MainQueue.h"
 
 #include <cmath>
@@ -10,6 +11,9 @@
 namespace tirlo {
 
 namespace {
+
+/// Seconds that the mascot needs after too many slaps.
+constexpr double dizzySeconds = 3.3;
 
 ScreenInfo chosenScreen(const Screens &screens)
 {
@@ -22,17 +26,30 @@ ScreenInfo chosenScreen(const Screens &screens)
 
 } // namespace
 
-IslandWindowController::IslandWindowController(const Screens &screens, WindowShape &shape,
-                                               AppState &state, Notifications &notifications,
-                                               SoundEngine &sounds, const MainQueue &queue)
-    : m_state(state)
+IslandWindowController::IslandWindowController(const IslandDesktop &desktop, AppState &state,
+                                               Notifications &notifications, SoundEngine &sounds,
+                                               MainQueue &queue)
+    : m_desktop(desktop)
+    , m_state(state)
+    , m_notifications(notifications)
     , m_sounds(sounds)
     , m_queue(queue)
-    , m_panel(std::make_unique<IslandPanel>(state, shape))
+    , m_screen(chosenScreen(desktop.screens))
+    , m_panel(state, desktop.shape)
+    , m_fsm(queue)
+    , m_hover(state, notifications, sounds, queue)
+    , m_loop({m_panel, m_fsm, m_hover, state, notifications}, desktop.pointer, desktop.pollDriver)
+    , m_presses({m_panel, m_fsm, m_hover, m_loop, state, notifications},
+                [this] { expand(defaultView()); })
+    , m_keys(state, desktop.input, desktop.windows,
+             {.collapse = [this] { collapse(); },
+              .openOverview = [this] { expand(IslandView::overview); }})
 {
-    const ScreenInfo screen = chosenScreen(screens);
-    setupPanel(screen, IslandGeometry::screenGeometry(screen, screens.statusBarThickness()));
-    observeNotifications(notifications);
+    setupPanel();
+    m_loop.startPolling();
+    observeNotifications();
+    wireMachine();
+    m_observers.follow(m_state.view, [this] { followView(); });
 }
 
 void IslandWindowController::expand(IslandView to)
@@ -47,7 +64,9 @@ void IslandWindowController::collapse()
     if (isHeldOpen())
         return;
     m_state.isPinned = false;
+    m_fsm.collapse();
     setMode(IslandMode::compact);
+    resignKey();
 }
 
 void IslandWindowController::setMode(IslandMode mode)
@@ -77,36 +96,105 @@ bool IslandWindowController::isHeldOpen() const
     return m_state.pendingApproval.value().has_value();
 }
 
-void IslandWindowController::setupPanel(const ScreenInfo &screen, const IslandScreenGeometry &notch)
+void IslandWindowController::setupPanel()
 {
-    m_panel->notchWidth = notch.notchWidth;
-    m_panel->notchHeight = notch.notchHeight;
+    const auto notch
+        = IslandGeometry::screenGeometry(m_screen, m_desktop.screens.statusBarThickness());
+    m_panel.notchWidth = notch.notchWidth;
+    m_panel.notchHeight = notch.notchHeight;
     m_state.notchWidth = notch.notchWidth;
     m_state.notchHeight = notch.notchHeight;
     m_state.hasNotch = notch.hasNotch;
+    m_panel.placeOn(m_screen);
+    m_panel.setTakesPointerInHitArea(!m_desktop.pointer.seesWholeDesktop());
+}
 
-    const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
-    m_panel->move(int(std::round(left)), int(std::round(screen.frame.top())));
-    connect(m_panel.get(), &IslandPanel::islandPressed, this, [this] {
-        if (m_state.mode != IslandMode::expanded)
-            expand(defaultView());
+void IslandWindowController::wireMachine()
+{
+    m_fsm.isHeldOpen = [this] { return isHeldOpen(); };
+    m_fsm.onTransition = [this](IslandStateMachine::State from, IslandStateMachine::State to) {
+        transition(from, to);
+    };
+}
+
+void IslandWindowController::observeNotifications()
+{
+    connect(&m_notifications, &Notifications::hookExpand, this, [this](IslandView view) {
+        m_fsm.holdOpen();
+        expand(view);
     });
-}
-
-void IslandWindowController::observeNotifications(const Notifications &notifications)
-{
-    connect(&notifications, &Notifications::hookExpand, this, &IslandWindowController::expand);
-    connect(&notifications, &Notifications::hookReveal, this, &IslandWindowController::reveal);
-    connect(&notifications, &Notifications::islandCollapse, this,
+    connect(&m_notifications, &Notifications::hookReveal, &m_fsm, &IslandStateMachine::reveal);
+    connect(&m_notifications, &Notifications::islandCollapse, this,
             &IslandWindowController::collapse);
+    connect(&m_notifications, &Notifications::botDizzy, this, &IslandWindowController::handleDizzy);
+    connect(&m_notifications, &Notifications::greetComplete, &m_fsm,
+            &IslandStateMachine::greetingFinished);
 }
 
-void IslandWindowController::reveal()
+void IslandWindowController::transition(IslandStateMachine::State from,
+                                        IslandStateMachine::State to)
 {
-    if (m_state.mode != IslandMode::hidden)
-        return;
-    m_sounds.play(QStringLiteral("peek"));
-    setMode(IslandMode::compact);
+    using State = IslandStateMachine::State;
+    switch (to) {
+    case State::hidden:
+        setMode(IslandMode::hidden);
+        break;
+    case State::petit:
+        if (from == State::hidden)
+            m_sounds.play(QStringLiteral("peek"));
+        if (from == State::tirlo)
+            Q_EMIT m_notifications.greetingInterrupt();
+        setMode(IslandMode::compact);
+        if (from == State::tirlo)
+            m_state.view = defaultView();
+        break;
+    case State::home:
+        expand(defaultView());
+        break;
+    case State::tirlo:
+        expand(IslandView::greeting);
+        break;
+    }
+
+    // The loop reports edges only: a change away from the pointer has to arm the timers itself.
+    const bool fallsBack = to == State::petit || to == State::home;
+    if (fallsBack && !m_loop.wasInIsland())
+        m_fsm.mouseLeft();
+}
+
+/// The prompt's text field gets the keyboard without the program coming to the front.
+void IslandWindowController::followView()
+{
+    if (m_state.view == IslandView::prompt)
+        m_panel.takeKeyboard();
+}
+
+/// Gives the keyboard back to whoever had it before the prompt.
+void IslandWindowController::resignKey()
+{
+    if (m_panel.releaseKeyboard() && m_state.lastExternalApp)
+        m_desktop.applications.activate(*m_state.lastExternalApp);
+}
+
+void IslandWindowController::handleDizzy()
+{
+    const IslandView previous = m_state.view;
+    m_state.stateOverride = BotState::dizzy;
+    expand(IslandView::confused);
+    m_confusedRecoveryTimer.cancel();
+    m_confusedRecoveryTimer
+        = m_queue.after(dizzySeconds, this, [this, previous] { recover(previous); });
+}
+
+void IslandWindowController::recover(IslandView previous)
+{
+    m_state.stateOverride = std::nullopt;
+    if (m_state.view == IslandView::confused) {
+        const bool hasTasks = !m_state.tasks.value().isEmpty();
+        const IslandView home = hasTasks ? IslandView::overview : IslandView::empty;
+        m_state.view = previous == IslandView::confused ? home : previous;
+    }
+    Q_EMIT m_notifications.triggerEmote(BotEmote::happy);
 }
 
 } // namespace tirlo

@@ -1,19 +1,34 @@
 #pragma once
 
 #include "IslandGeometry.h"
+#include "IslandKeys.h"
 #include "IslandPanel.h"
+#include "IslandPresses.h"
+#include "IslandStateMachine.h"
+#include "MascotHover.h"
+#include "PointerLoop.h"
 
 #include <QObject>
 
-#include <memory>
-
 namespace tirlo {
 
-class MainQueue;
-class Notifications;
-class SoundEngine;
+class Applications;
 
-/// Owns the island's panel and turns what other parts ask for into the island's mode and view.
+/// What the island's controller needs of the desktop; all of it outlives the controller.
+struct IslandDesktop
+{
+    const Screens &screens;
+    WindowShape &shape;
+    const Pointer &pointer;
+    const InputMonitor &input;
+    const WindowList &windows;
+    Applications &applications;
+    /// Drives the pointer's polling and nothing else.
+    FrameDriver &pollDriver;
+};
+
+/// Owns the island's panel and its state machine, and turns the machine's transitions and what other
+/// parts ask for into the island's mode and view.
 ///
 /// The panel stays on the screen chosen at start. All collaborators must outlive the controller.
 class IslandWindowController final : public QObject
@@ -21,20 +36,23 @@ class IslandWindowController final : public QObject
     Q_OBJECT
 
 public:
-    /// Measures the screen with the notch, else the main one, and builds the panel there.
+    /// Measures the screen with the notch, else the main one, builds the panel there and begins to
+    /// follow the pointer.
     ///
     /// Ends the process when there is no screen at all.
-    IslandWindowController(const Screens &screens, WindowShape &shape, AppState &state,
-                           Notifications &notifications, SoundEngine &sounds,
-                           const MainQueue &queue);
+    IslandWindowController(const IslandDesktop &desktop, AppState &state,
+                           Notifications &notifications, SoundEngine &sounds, MainQueue &queue);
 
-    [[nodiscard]] IslandPanel &panel() { return *m_panel; }
+    [[nodiscard]] IslandPanel &panel() { return m_panel; }
+    [[nodiscard]] IslandStateMachine &fsm() { return m_fsm; }
+    /// The screen that the island hangs on, as it was at start.
+    [[nodiscard]] const ScreenInfo &screen() const { return m_screen; }
 
     /// Fills the panel with the island's views.
-    void setContent(QWidget *content) { m_panel->setContent(content); }
+    void setContent(QWidget *content) { m_panel.setContent(content); }
 
     /// Puts the panel on the screen without taking the focus.
-    void showWindow() { m_panel->show(); }
+    void showWindow() { m_panel.show(); }
 
     /// Opens the island on the view.
     void expand(IslandView to);
@@ -52,14 +70,31 @@ public:
     [[nodiscard]] bool isHeldOpen() const;
 
 private:
-    void setupPanel(const ScreenInfo &screen, const IslandScreenGeometry &notch);
-    void observeNotifications(const Notifications &notifications);
-    void reveal();
+    void setupPanel();
+    void wireMachine();
+    void observeNotifications();
+    void transition(IslandStateMachine::State from, IslandStateMachine::State to);
+    void followView();
+    void resignKey();
+    void handleDizzy();
+    void recover(IslandView previous);
 
+    IslandDesktop m_desktop;
     AppState &m_state;
+    Notifications &m_notifications;
     SoundEngine &m_sounds;
-    const MainQueue &m_queue;
-    std::unique_ptr<IslandPanel> m_panel;
+    MainQueue &m_queue;
+
+    const ScreenInfo m_screen;
+    IslandPanel m_panel;
+    IslandStateMachine m_fsm;
+    MascotHover m_hover;
+    PointerLoop m_loop;
+    IslandPresses m_presses;
+    IslandKeys m_keys;
+
+    WorkItem m_confusedRecoveryTimer;
+    Observers m_observers;
 };
 
 } // namespace tirlo

@@ -14,6 +14,9 @@ public:
     ///
     /// Cheap enough to be asked on every frame.
     [[nodiscard]] virtual QPointF position() const = 0;
+
+    /// False where the desktop tells of the pointer only while it is over a window of ours.
+    [[nodiscard]] virtual bool seesWholeDesktop() const = 0;
 };
 
 } // namespace tirlo

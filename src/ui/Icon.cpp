@@ -1,6 +1,7 @@
 #include "Icon.h"
 
 #include <QFile>
+#include <QIcon>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -17,17 +18,17 @@ namespace tirlo::Icon {
 
 namespace {
 
-QPixmap render(QLatin1String name, int side, const QColor &color)
+QPixmap render(QLatin1String name, const QSize &size, const QColor &color)
 {
     openResources();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
 
-    QPixmap picture(side, side);
+    QPixmap picture(size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    QSvgRenderer(file.readAll()).render(&painter, QRectF(0, 0, side, side));
+    QSvgRenderer(file.readAll()).render(&painter, QRectF(QPointF(), QSizeF(size)));
     // The drawing gives the shape, the caller the colour.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(picture.rect(), color);
@@ -44,11 +45,19 @@ void draw(QPainter &painter, QLatin1String name, const QRectF &rect, const QColo
         = QStringLiteral("icon/%1/%2/%3").arg(name).arg(side).arg(color.rgba(), 0, 16);
     QPixmap picture;
     if (!QPixmapCache::find(key, &picture)) {
-        picture = render(name, side, color);
+        picture = render(name, {side, side}, color);
         QPixmapCache::insert(key, picture);
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(rect, picture, QRectF(picture.rect()));
+}
+
+QIcon menuBarIcon(const QColor &color)
+{
+    QIcon icon;
+    for (const int ratio : {1, 2, 3})
+        icon.addPixmap(render(QLatin1String("MenuBarIcon"), QSize(24, 18) * ratio, color));
+    return icon;
 }
 
 } // namespace tirlo::Icon

@@ -1,6 +1,7 @@
 #include "AgentPill.h"
 
 #include "PillBadgeView.h"
+#include "mascot/MiniBotCanvasView.h"
 #include "ui/Color.h"
 #include "ui/FocusRing.h"
 #include "ui/Style.h"
@@ -17,7 +18,8 @@ namespace {
 constexpr int outset = 6;
 constexpr double botFrame = 22;
 constexpr double botLeft = 3;
-constexpr double botDot = 8;
+/// The canvas is wider than the mascot's frame: what it throws flies out of it.
+constexpr int botCanvas = 36;
 constexpr double nameRight = 6;
 constexpr QPointF badgeOffset{-4, 2};
 constexpr double hoveredScale = 1.04;
@@ -68,8 +70,9 @@ PillColors hoveredColors(const QColor &task)
 
 } // namespace
 
-AgentPill::AgentPill(QWidget *parent)
+AgentPill::AgentPill(const ViewContext &context, QWidget *parent)
     : QAbstractButton(parent)
+    , m_context(context)
 {
     setFont(Style::font(Style::pillSize, QFont::DemiBold));
     setFocusPolicy(Qt::TabFocus);
@@ -87,7 +90,12 @@ void AgentPill::setTask(const AgentTask &task)
     const QString name = shownName(task);
     const bool looksTheSame = name == shownName(m_task) && task.color == m_task.color
         && task.pillBadge == m_task.pillBadge;
+    const bool isSameCharacter = m_bot && task.id == m_task.id && task.color == m_task.color;
     m_task = task;
+    if (isSameCharacter)
+        m_bot->setTask(task);
+    else
+        makeBot();
     if (looksTheSame)
         return;
     m_name = TextLine::displayable(name);
@@ -140,11 +148,6 @@ void AgentPill::paintEvent(QPaintEvent *)
     painter.drawRoundedRect(capsule().adjusted(half, half, -half, -half), radius - half,
                             radius - half);
 
-    const QPointF bot(capsule().left() + botLeft + botFrame / 2, capsule().center().y());
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(taskColor);
-    painter.drawEllipse(bot, botDot / 2, botDot / 2);
-
     const QRectF nameRect = capsule().adjusted(botLeft + botFrame, 0, -nameRight, 0);
     const QFontMetricsF metrics(font(), this);
     painter.setFont(font());
@@ -155,6 +158,29 @@ void AgentPill::paintEvent(QPaintEvent *)
     if (m_task.pillBadge)
         PillBadgeView::draw(painter, capsule().topRight() + badgeOffset, *m_task.pillBadge,
                             taskColor);
+}
+
+void AgentPill::resizeEvent(QResizeEvent *)
+{
+    placeBot();
+}
+
+/// Each task has a character of its own, in its own colour.
+void AgentPill::makeBot()
+{
+    delete m_bot;
+    m_bot = new MiniBotCanvasView(m_task, m_context.queue, m_context.frames, this);
+    m_bot->setFixedSize(botCanvas, botCanvas);
+    placeBot();
+    m_bot->show();
+}
+
+void AgentPill::placeBot()
+{
+    if (!m_bot)
+        return;
+    const QPointF centre(capsule().left() + botLeft + botFrame / 2, capsule().center().y());
+    m_bot->move((centre - QPointF(botCanvas, botCanvas) / 2).toPoint());
 }
 
 bool AgentPill::hitButton(const QPoint &position) const

@@ -24,7 +24,7 @@ AgentPillsView::AgentPillsView(const ViewContext &context, QWidget *parent)
     , m_context(context)
 {
     for (AgentPill *&pill : m_pills) {
-        pill = new AgentPill(this);
+        pill = new AgentPill(context, this);
         connect(pill, &AgentPill::clicked, this, [this, pill] { tap(pill->task().id); });
     }
     updatePills();

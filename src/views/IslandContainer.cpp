@@ -1,8 +1,12 @@
 #include "IslandContainer.h"
 
+#include "BotPlacement.h"
 #include "IslandContentView.h"
 #include "core/AppState.h"
+#include "island/IslandConst.h"
 #include "island/IslandGeometry.h"
+#include "island/IslandMotion.h"
+#include "mascot/GreetingCanvasView.h"
 #include "ui/Style.h"
 
 #include <QPainter>
@@ -15,37 +19,95 @@ namespace tirlo {
 IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_state(context.state)
+    , m_clock(context.frames)
     , m_content(new IslandContentView(context, this))
+    , m_greeting(new GreetingCanvasView(context.notifications, context.sounds, context.queue, this))
+    , m_mascot(new BotPlacement(context, this))
+    , m_mode(context.state.mode)
 {
-    updateShape();
-    const auto update = [this] { updateShape(); };
-    m_observers.follow(m_state.mode, update);
-    m_observers.follow(m_state.view, update);
-    m_observers.follow(m_state.chatHistory, update);
+    moveTo(IslandGeometry::islandShape(m_state), Animation::none());
+    show(IslandGeometry::islandShape(m_state));
+    layOutContent();
+    m_observers.follow(m_state.mode, [this] { followMode(); });
+    m_observers.follow(m_state.view, [this] { followSize(); });
+    m_observers.follow(m_state.chatHistory, [this] { followSize(); });
 }
 
 void IslandContainer::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate((width() - m_shape.width) / 2, 0);
     painter.fillPath(m_shape.path(), Style::island);
 }
 
-void IslandContainer::updateShape()
+void IslandContainer::followMode()
 {
-    const bool showsContent
-        = m_state.mode == IslandMode::expanded && m_state.view != IslandView::greeting;
-    const IslandShape shape = IslandGeometry::islandShape(m_state);
-    if (shape != m_shape) {
-        m_shape = shape;
-        resize(int(std::ceil(shape.width)), int(std::ceil(shape.height)));
+    const IslandMode old = std::exchange(m_mode, m_state.mode.value());
+    moveTo(IslandGeometry::islandShape(m_state), IslandMotion::forChange(old, m_mode));
+    layOutContent();
+}
+
+void IslandContainer::followSize()
+{
+    if (m_mode != IslandMode::expanded)
+        return;
+    moveTo(IslandGeometry::islandShape(m_state), IslandMotion::openSpring);
+    layOutContent();
+}
+
+void IslandContainer::moveTo(const IslandShape &target, const Animation &animation)
+{
+    const Animation permitted = m_clock.permitted(animation);
+    const double now = m_clock.now();
+    m_width.animateTo(target.width, permitted, now);
+    m_height.animateTo(target.height, permitted, now);
+    m_cornerRadius.animateTo(target.cornerRadius, permitted, now);
+    m_topRadius.animateTo(target.topRadius, permitted, now);
+    if (!m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double time) { frame(time); });
+}
+
+void IslandContainer::frame(double time)
+{
+    show({.width = m_width.valueAt(time),
+          .height = m_height.valueAt(time),
+          .cornerRadius = m_cornerRadius.valueAt(time),
+          .topRadius = m_topRadius.valueAt(time)});
+    const bool isAtRest = m_width.isAtRest(time) && m_height.isAtRest(time)
+        && m_cornerRadius.isAtRest(time) && m_topRadius.isAtRest(time);
+    if (isAtRest)
+        m_frames.reset();
+}
+
+void IslandContainer::show(const IslandShape &shape)
+{
+    if (shape == m_shape)
+        return;
+    m_shape = shape;
+    resize(2 * int(std::ceil(shape.width / 2)), int(std::ceil(shape.height)));
+    m_content->move((width() - m_content->width()) / 2, m_content->y());
+    m_mascot->setGeometry(rect());
+    update();
+    Q_EMIT sizeChanged();
+}
+
+/// Cards are laid out once, at the size that the island is going to, and uncovered by it.
+void IslandContainer::layOutContent()
+{
+    const bool isExpanded = m_mode == IslandMode::expanded;
+    const bool showsGreeting = isExpanded && m_state.view == IslandView::greeting;
+    const bool showsContent = isExpanded && !showsGreeting;
+    if (showsContent) {
+        const IslandShape target = IslandGeometry::islandShape(m_state);
         // Shoulders at the top edge push the content down.
-        const int lift = int(std::ceil(std::max(-shape.topRadius, 0.0)));
-        m_content->setGeometry(0, lift, width(), height() - lift);
-        update();
-        Q_EMIT sizeChanged();
+        const int lift = int(std::ceil(std::max(-target.topRadius, 0.0)));
+        const int contentWidth = int(target.width);
+        m_content->setGeometry((width() - contentWidth) / 2, lift, contentWidth,
+                               int(target.height) - lift);
     }
     m_content->setVisible(showsContent);
+    m_greeting->setVisible(showsGreeting);
 }
 
 } // namespace tirlo

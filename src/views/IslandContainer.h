@@ -1,16 +1,24 @@
 #pragma once
 
 #include "ViewContext.h"
+#include "core/model/Enumerations.h"
 #include "island/IslandShape.h"
+#include "ui/motion/Animated.h"
+#include "ui/motion/FrameClock.h"
 #include "ui/Observers.h"
 
 #include <QWidget>
 
 namespace tirlo {
 
+class BotPlacement;
+class GreetingCanvasView;
 class IslandContentView;
 
-/// The black island itself, as big as it is drawn, with its content while it is expanded.
+/// The black island itself with what is on it; it moves from one size to the next.
+///
+/// The widget is just big enough for the outline as drawn now, so that it clips what it holds. Its
+/// width is even: its middle stays where it is whatever the size.
 class IslandContainer final : public QWidget
 {
     Q_OBJECT
@@ -28,11 +36,26 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void updateShape();
+    void followMode();
+    void followSize();
+    void moveTo(const IslandShape &target, const Animation &animation);
+    void frame(double time);
+    void show(const IslandShape &shape);
+    void layOutContent();
 
     AppState &m_state;
+    FrameClock &m_clock;
     IslandContentView *m_content;
+    GreetingCanvasView *m_greeting;
+    BotPlacement *m_mascot;
+
+    IslandMode m_mode;
+    Animated<double> m_width;
+    Animated<double> m_height;
+    Animated<double> m_cornerRadius;
+    Animated<double> m_topRadius;
     IslandShape m_shape;
+    FrameClock::Subscription m_frames;
     Observers m_observers;
 };
 

@@ -5,8 +5,10 @@
 namespace tirlo {
 
 class AppState;
+class FrameClock;
 class MainQueue;
 class Notifications;
+class Screens;
 class SoundEngine;
 
 /// The collaborators of the island's views; all of them outlive every view.
@@ -16,6 +18,8 @@ struct ViewContext
     Notifications &notifications;
     SoundEngine &sounds;
     MainQueue &queue;
+    FrameClock &frames;
+    const Screens &screens;
     const IslandActions &actions;
 };
 

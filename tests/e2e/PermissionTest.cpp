@@ -13,26 +13,25 @@ using namespace tirlo::e2e;
 
 namespace {
 
-const std::string allowAnswer =
-    R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}})"
-    "\n";
-const std::string denyAnswer =
-    R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"deny",)"
-    R"("message":"Denied from Tirlo"}}})"
-    "\n";
-const std::string alwaysAnswer =
-    R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow",)"
-    R"("updatedPermissions":[{"rules":[{"ruleContent":"make:*","toolName":"Bash"}],)"
-    R"("type":"addRules"}]}}})"
-    "\n";
+const std::string allowAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}})"
+      "\n";
+const std::string denyAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"deny",)"
+      R"("message":"Denied from Tirlo"}}})"
+      "\n";
+const std::string alwaysAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow",)"
+      R"("updatedPermissions":[{"rules":[{"ruleContent":"make:*","toolName":"Bash"}],)"
+      R"("type":"addRules"}]}}})"
+      "\n";
 
 const QJsonObject makeCall{{"command", "make release"}};
 const QJsonObject suggestions{
     {"permission_suggestions",
      QJsonArray{QJsonObject{
          {"type", "addRules"},
-         {"rules",
-          QJsonArray{QJsonObject{{"toolName", "Bash"}, {"ruleContent", "make:*"}}}}}}}};
+         {"rules", QJsonArray{QJsonObject{{"toolName", "Bash"}, {"ruleContent", "make:*"}}}}}}}};
 
 /// The real program on the virtual desktop, with an agent that works in the editor.
 class PermissionTest : public testing::Test
@@ -57,11 +56,14 @@ protected:
             [&] { return findNode(program.processId(), "push button", name).has_value(); });
     }
 
-    /// Clicks the middle of the button, as a hand would; false when it isn't there.
+    /// Clicks the middle of the button, as a hand would once the island has opened; false when it
+    /// isn't there.
     bool click(const char *name) const
     {
+        constexpr int openingTime = 700;
         if (!waitForButton(name))
             return false;
+        waitUntil([] { return false; }, openingTime);
         const auto button = *findNode(program.processId(), "push button", name);
         clickAt(button.x + button.width / 2, button.y + button.height / 2);
         return true;

@@ -1,52 +1,11 @@
-#include "island/IslandWindowController.h"
-#include "core/AppState.h"
-#include "core/Notifications.h"
-#include "support/FakeScreens.h"
-#include "support/FakeWindowShape.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
-
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "IslandFixture.h"
 
 namespace tirlo {
 
 namespace {
 
-class IslandWindowControllerTest : public testing::Test
-{
-protected:
-    void wait()
-    {
-        state.pendingApproval = ApprovalInfo{.sessionId = {},
-                                             .tool = {},
-                                             .command = QStringLiteral("ls"),
-                                             .inputKey = {},
-                                             .pillId = {}};
-    }
-
-    void show()
-    {
-        controller.showWindow();
-        QCoreApplication::processEvents();
-    }
-
-    void press(const QPoint &position)
-    {
-        QTest::mousePress(&controller.panel(), Qt::LeftButton, Qt::NoModifier, position);
-    }
-
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
-    FakeScreens screens;
-    FakeWindowShape shape;
-    IslandWindowController controller{screens, shape, state, notifications, sounds, queue};
-};
+class IslandWindowControllerTest : public IslandFixture
+{ };
 
 TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
 {
@@ -56,7 +15,9 @@ TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
     EXPECT_FALSE(state.hasNotch);
 
     const FakeScreens two({FakeScreens::plain(), FakeScreens::notched()});
-    IslandWindowController other(two, shape, state, notifications, sounds, queue);
+    ManualFrameDriver otherDriver(queue);
+    IslandWindowController other({two, shape, pointer, input, windows, applications, otherDriver},
+                                 state, notifications, sounds, queue);
     EXPECT_EQ(other.panel().geometry(), QRect(1440 + 756 - 360, 100, 720, 320));
     EXPECT_EQ(other.panel().notchWidth, 200);
     EXPECT_EQ(state.notchHeight, 38);
@@ -67,8 +28,8 @@ TEST_F(IslandWindowControllerTest, NoScreenAtAllEndsTheProcess)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const FakeScreens none = FakeScreens::none();
-    EXPECT_DEATH(IslandWindowController(none, shape, state, notifications, sounds, queue),
-                 "no screen");
+    const IslandDesktop desktop{none, shape, pointer, input, windows, applications, driver};
+    EXPECT_DEATH(IslandWindowController(desktop, state, notifications, sounds, queue), "no screen");
 }
 
 TEST_F(IslandWindowControllerTest, ExpandOpensOnTheViewAndCountsAsActivity)
@@ -130,28 +91,16 @@ TEST_F(IslandWindowControllerTest, NotificationsOpenRevealAndClose)
     Q_EMIT notifications.islandCollapse();
     EXPECT_EQ(state.mode.value(), IslandMode::compact);
 
-    controller.setMode(IslandMode::hidden);
+    queue.advance(60);
+    ASSERT_EQ(state.mode.value(), IslandMode::hidden) << "nobody looked at it";
     sounds.played.clear();
     Q_EMIT notifications.hookReveal();
     EXPECT_EQ(state.mode.value(), IslandMode::compact);
     EXPECT_EQ(sounds.played, QStringList{QStringLiteral("peek")});
 }
 
-TEST_F(IslandWindowControllerTest, PressOnAClosedIslandOpensItsDefaultView)
-{
-    show();
-    press({360, 12});
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    EXPECT_EQ(state.view.value(), IslandView::overview);
-
-    controller.expand(IslandView::note);
-    press({360, 12});
-    EXPECT_EQ(state.view.value(), IslandView::note) << "an open island stays on its view";
-}
-
 TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOnly)
 {
-    EXPECT_TRUE(shape.regions.empty()) << "there is no native window yet";
     show();
     ASSERT_FALSE(shape.regions.empty());
     EXPECT_EQ(shape.regions.back().boundingRect(), QRect(240, 0, 240, 24));
@@ -171,6 +120,77 @@ TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOn
     state.view = IslandView::prompt;
     state.chatHistory = {ChatMessage{}};
     EXPECT_EQ(shape.regions.back().boundingRect().height(), 280);
+}
+
+TEST_F(IslandWindowControllerTest, AStartPlaysTheGreetingAndFoldsAwayByItself)
+{
+    controller.fsm().beginGreeting();
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    EXPECT_EQ(state.view.value(), IslandView::greeting);
+
+    Q_EMIT notifications.greetComplete();
+    queue.advance(0.5);
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    queue.advance(0.2);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    EXPECT_EQ(state.view.value(), IslandView::overview);
+    queue.advance(59);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    queue.advance(2);
+    EXPECT_EQ(state.mode.value(), IslandMode::hidden);
+}
+
+TEST_F(IslandWindowControllerTest, ARequestDuringTheGreetingKeepsTheIslandOpen)
+{
+    controller.fsm().beginGreeting();
+    wait();
+    Q_EMIT notifications.hookExpand(IslandView::approval);
+    queue.advance(100);
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    EXPECT_EQ(state.view.value(), IslandView::approval);
+}
+
+TEST_F(IslandWindowControllerTest, ADizzySpellEndsWhereItBegan)
+{
+    QList<BotEmote> emotes;
+    QObject::connect(&notifications, &Notifications::triggerEmote, &notifications,
+                     [&](BotEmote emote) { emotes.append(emote); });
+    const auto spell = [this] {
+        Q_EMIT notifications.botDizzy();
+        EXPECT_EQ(state.stateOverride.value(), BotState::dizzy);
+        EXPECT_EQ(state.view.value(), IslandView::confused);
+    };
+
+    controller.expand(IslandView::prompt);
+    spell();
+    queue.advance(3.4);
+    EXPECT_EQ(state.view.value(), IslandView::prompt);
+    EXPECT_FALSE(state.stateOverride.value());
+    EXPECT_EQ(emotes, QList{BotEmote::happy});
+
+    spell();
+    state.view = IslandView::settings;
+    queue.advance(3.4);
+    EXPECT_EQ(state.view.value(), IslandView::settings) << "the user has moved on";
+    EXPECT_FALSE(state.stateOverride.value());
+
+    spell();
+    queue.advance(2);
+    spell();
+    queue.advance(2);
+    EXPECT_EQ(state.view.value(), IslandView::confused) << "the second spell starts anew";
+    queue.advance(1.4);
+    EXPECT_EQ(state.view.value(), IslandView::overview);
+    EXPECT_EQ(emotes.size(), 3);
+}
+
+TEST_F(IslandWindowControllerTest, AnIslandHiddenByTheStoreIsFoundHiddenByTheMachine)
+{
+    Q_EMIT notifications.hookReveal();
+    state.mode = IslandMode::hidden;
+    controller.fsm().reveal();
+    queue.advance(0.1);
+    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::hidden);
 }
 
 } // namespace

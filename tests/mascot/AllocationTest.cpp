@@ -12,10 +12,15 @@ std::size_t allocations = 0;
 
 } // namespace
 
-void *operator new(std::size_t size)
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
 {
     ++allocations;
-    if (void *memory = std::malloc(size ? size : 1))
+    return std::malloc(size ? size : 1);
+}
+
+void *operator new(std::size_t size)
+{
+    if (void *memory = operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }

@@ -79,6 +79,10 @@ TEST(BotEngine, TweenLocksItsPropertyUntilItsEnd)
     // The smoothing takes over where the tween left it.
     rig.play(0.1);
     EXPECT_NEAR(rig->yaw, 0.62, 0.001);
+
+    rig->startTween(BotProperty::tint, {{0.2, 500, linearEase}});
+    rig->setState(BotState::working, false);
+    EXPECT_EQ(rig->tint, 0) << "a state leaves a locked tint to its tween";
 }
 
 TEST(BotEngine, ReplacedTweenStartsFromThereAndNeverCompletes)
@@ -105,6 +109,13 @@ TEST(BotEngine, HoldOfNegativeLengthNeverEnds)
     rig.play(9);
     EXPECT_EQ(rig->blush, 1);
     EXPECT_TRUE(rig->isLocked(BotProperty::blush));
+
+    // One of no length at all is passed in a frame.
+    rig->startTween(BotProperty::ox, {{1, 0, linearEase}});
+    rig->update(BotEngine::frameStep);
+    EXPECT_EQ(rig->ox, 0);
+    rig.frame();
+    EXPECT_EQ(rig->ox, 1);
 }
 
 TEST(BotEngine, SmoothingGoesItsShareEachFrame)

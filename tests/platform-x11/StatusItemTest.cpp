@@ -39,8 +39,10 @@ QString toolTipOf(const QDBusArgument &toolTip)
     QString iconName;
     QVariant picture;
     QString title;
+    QString text;
     toolTip.beginStructure();
-    toolTip >> iconName >> picture >> title;
+    toolTip >> iconName >> picture >> title >> text;
+    toolTip.endStructure();
     return title;
 }
 
@@ -58,10 +60,14 @@ QList<TrayRow> rowsOf(const QVariantList &layout)
         root >> child;
         const auto argument = child.variant().value<QDBusArgument>();
         TrayRow row;
+        QVariantList subMenu;
         argument.beginStructure();
-        argument >> row.id >> row.properties;
+        argument >> row.id >> row.properties >> subMenu;
+        argument.endStructure();
         rows.append(row);
     }
+    root.endArray();
+    root.endStructure();
     return rows;
 }
 

@@ -10,7 +10,10 @@ class FakePointer final : public Pointer
 public:
     [[nodiscard]] QPointF position() const override { return at; }
 
+    [[nodiscard]] bool seesWholeDesktop() const override { return isSeenEverywhere; }
+
     QPointF at;
+    bool isSeenEverywhere = true;
 };
 
 } // namespace tirlo

@@ -58,6 +58,7 @@ TEST_F(IslandFrameTest, OutlineIsDrawnInEveryMode)
           Case{IslandMode::expanded, 640, 160}}) {
         state.view = IslandView::note;
         state.mode = mode;
+        queue.advance(2);
         QCoreApplication::processEvents();
         const QImage image = picture();
         SCOPED_TRACE(width);
@@ -72,14 +73,71 @@ TEST_F(IslandFrameTest, OutlineIsDrawnInEveryMode)
     }
 }
 
-TEST_F(IslandFrameTest, AClosedIslandIsPlainBlack)
+TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
 {
     state.mode = IslandMode::compact;
+    queue.advance(2);
     QCoreApplication::processEvents();
     const QImage image = picture();
-    for (int x = 0; x < 344; ++x)
-        EXPECT_EQ(image.pixelColor(188 + x, 10), QColor(Qt::black));
+    int bright = 0;
+    for (int x = 0; x < 344; ++x) {
+        const bool isMascot = x > 20 && x < 60;
+        const QColor color = image.pixelColor(188 + x, 12);
+        bright += color.lightness() > 150 ? 1 : 0;
+        EXPECT_TRUE(isMascot || color == QColor(Qt::black)) << x;
+    }
+    EXPECT_GT(bright, 15);
     EXPECT_TRUE(visibleButtons().isEmpty());
+}
+
+TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
+    const auto drawnWidth = [this] { return island().shape().width; };
+    state.mode = IslandMode::compact;
+    queue.advance(2);
+    ASSERT_EQ(drawnWidth(), 344);
+
+    state.mode = IslandMode::expanded;
+    EXPECT_EQ(drawnWidth(), 344) << "nothing jumps";
+    queue.advance(0.1);
+    EXPECT_GT(drawnWidth(), 344);
+    EXPECT_LT(drawnWidth(), 640);
+    queue.advance(0.25);
+    EXPECT_GT(drawnWidth(), 640) << "the spring overshoots";
+    queue.advance(2);
+    EXPECT_EQ(drawnWidth(), 640);
+    EXPECT_EQ(island().shape().cornerRadius, 22);
+
+    state.mode = IslandMode::compact;
+    queue.advance(0.17);
+    EXPECT_GT(drawnWidth(), 344);
+    queue.advance(0.18);
+    EXPECT_EQ(drawnWidth(), 344) << "closing takes its time and no more";
+
+    frames.setReducesMotion(true);
+    state.mode = IslandMode::expanded;
+    queue.advance(0.02);
+    EXPECT_EQ(drawnWidth(), 640);
+}
+
+TEST_F(IslandFrameTest, TheGreetingCompletesOnceAtItsTime)
+{
+    int completions = 0;
+    QObject::connect(&notifications, &Notifications::greetComplete, &notifications,
+                     [&] { ++completions; });
+    open(IslandView::greeting);
+    queue.advance(2.6);
+    EXPECT_EQ(completions, 0);
+    queue.advance(0.1);
+    EXPECT_EQ(completions, 1);
+    EXPECT_EQ(sounds.played, QStringList({QStringLiteral("greet"), QStringLiteral("blip")}));
+
+    state.view = IslandView::overview;
+    open(IslandView::greeting);
+    Q_EMIT notifications.greetingInterrupt();
+    queue.advance(10);
+    EXPECT_EQ(completions, 1);
 }
 
 TEST_F(IslandFrameTest, OnlyTheSelectedCardIsShown)

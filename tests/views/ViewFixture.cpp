@@ -10,8 +10,8 @@
 namespace tirlo {
 
 ViewFixture::ViewFixture()
-    : root(
-        std::make_unique<IslandRootView>(ViewContext{state, notifications, sounds, queue, actions}))
+    : root(std::make_unique<IslandRootView>(
+        ViewContext{state, notifications, sounds, queue, frames, screens, actions}))
 {
     root->setAttribute(Qt::WA_TranslucentBackground);
     root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
@@ -23,6 +23,7 @@ void ViewFixture::open(IslandView view)
 {
     state.view = view;
     state.mode = IslandMode::expanded;
+    queue.advance(2);
     QCoreApplication::processEvents();
 }
 
@@ -92,6 +93,11 @@ void ViewFixture::click(const QString &name)
     // Through the window, so that whatever lies on top would get the click instead.
     const QPoint position = target->mapTo(root.get(), target->rect().center());
     QTest::mouseClick(root->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier, position);
+}
+
+const IslandContainer &ViewFixture::island() const
+{
+    return *root->findChild<IslandContainer *>();
 }
 
 QImage ViewFixture::picture()

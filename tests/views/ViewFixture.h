@@ -2,9 +2,13 @@
 
 #include "core/AppState.h"
 #include "core/Notifications.h"
+#include "support/FakeScreens.h"
+#include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
 #include "support/MemoryStore.h"
 #include "support/RecordingSoundEngine.h"
+#include "ui/motion/FrameClock.h"
+#include "views/IslandContainer.h"
 #include "views/IslandRootView.h"
 
 #include <QAbstractButton>
@@ -22,7 +26,7 @@ class ViewFixture : public testing::Test
 protected:
     ViewFixture();
 
-    /// Opens the island on the view.
+    /// Opens the island on the view and lets its motion come to rest.
     void open(IslandView view);
 
     /// Replaces all tasks; the first one gets the focus.
@@ -45,6 +49,8 @@ protected:
     /// Clicks in the middle of the button of that name.
     void click(const QString &name);
 
+    [[nodiscard]] const IslandContainer &island() const;
+
     /// The island as it looks, at one pixel a point.
     [[nodiscard]] QImage picture();
 
@@ -53,6 +59,9 @@ protected:
     AppState state{store, queue};
     Notifications notifications;
     RecordingSoundEngine sounds;
+    ManualFrameDriver driver{queue};
+    FrameClock frames{queue, driver};
+    FakeScreens screens;
     QStringList decisions;
     const IslandActions actions{[this](const QString &decision) { decisions.append(decision); }};
     std::unique_ptr<IslandRootView> root;

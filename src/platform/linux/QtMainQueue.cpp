@@ -8,14 +8,10 @@
 
 namespace tirlo {
 
-QtMainQueue::QtMainQueue()
-{
-    m_clock.start();
-}
-
 double QtMainQueue::mediaTime() const
 {
-    return double(m_clock.nsecsElapsed()) * 1e-9;
+    const auto sinceBoot = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(sinceBoot).count();
 }
 
 QDateTime QtMainQueue::wallClock() const

@@ -2,7 +2,6 @@
 
 #include "platform/MainQueue.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 
 namespace tirlo {
@@ -11,8 +10,6 @@ namespace tirlo {
 class QtMainQueue final : public MainQueue
 {
 public:
-    QtMainQueue();
-
     [[nodiscard]] double mediaTime() const override;
     [[nodiscard]] QDateTime wallClock() const override;
     void post(std::function<void()> work) override;
@@ -22,7 +19,6 @@ protected:
 
 private:
     QObject m_context;
-    QElapsedTimer m_clock;
 };
 
 } // namespace tirlo

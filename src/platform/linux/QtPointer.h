@@ -9,6 +9,7 @@ class QtPointer final : public Pointer
 {
 public:
     [[nodiscard]] QPointF position() const override;
+    [[nodiscard]] bool seesWholeDesktop() const override;
 };
 
 } // namespace tirlo

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/model/Enumerations.h"
+#include "ui/motion/Animation.h"
+
+/// How the island goes from one size to the next.
+namespace tirlo::IslandMotion {
+
+inline constexpr Spring openSpring{.response = 0.5, .dampingFraction = 0.72};
+inline constexpr TimingCurve closeEase{.x1 = 0.45, .y1 = 0, .x2 = 0.2, .y2 = 1, .duration = 0.34};
+
+/// A change to a lower mode eases shut, any other springs open.
+[[nodiscard]] inline Animation forChange(IslandMode from, IslandMode to)
+{
+    return to < from ? Animation(closeEase) : Animation(openSpring);
+}
+
+} // namespace tirlo::IslandMotion

@@ -1,0 +1,65 @@
+#include "IslandPresses.h"
+
+#include "IslandGeometry.h"
+#include "IslandPanel.h"
+#include "IslandStateMachine.h"
+#include "MascotHover.h"
+#include "PointerLoop.h"
+#include "core/AppState.h"
+#include "core/Notifications.h"
+
+#include <QMouseEvent>
+#include <QWindow>
+
+#include <utility>
+
+namespace tirlo {
+
+IslandPresses::IslandPresses(const Parts &parts, std::function<void()> openDefault)
+    : m_parts(parts)
+    , m_openDefault(std::move(openDefault))
+{
+    // The native window sees every press before the control under it does.
+    m_parts.panel.winId();
+    m_parts.panel.windowHandle()->installEventFilter(this);
+}
+
+bool IslandPresses::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+    if (isPress || type == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() == Qt::LeftButton && isPress)
+            pressed(mouse->position());
+        else if (mouse->button() == Qt::LeftButton)
+            released();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void IslandPresses::pressed(QPointF local)
+{
+    // The press may come before the tick that would have seen the pointer arrive.
+    m_parts.loop.pollFrame();
+    if (!m_parts.loop.wasInIsland())
+        return;
+    m_pendingIslandClick = true;
+    m_parts.hover.cancel();
+    if (m_parts.state.mode == IslandMode::expanded
+        && IslandGeometry::isBotHit(local, m_parts.state))
+        Q_EMIT m_parts.notifications.triggerSlap();
+}
+
+void IslandPresses::released()
+{
+    const bool wasPending = std::exchange(m_pendingIslandClick, false);
+    if (!wasPending || m_parts.state.mode == IslandMode::expanded)
+        return;
+    if (m_parts.machine.state() == IslandStateMachine::State::home)
+        m_openDefault();
+    else
+        m_parts.machine.click();
+}
+
+} // namespace tirlo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "SettingsWindow.h"
+
+#include <memory>
+#include <optional>
+
+namespace tirlo {
+
+struct ScreenInfo;
+
+/// Brings up the settings window: the one on show, or a new one.
+class SettingsOpener
+{
+public:
+    /// Shows the window below the island on this screen, else in the desktop's choice of place.
+    void open(const std::optional<ScreenInfo> &screen);
+
+    /// The window last opened; null before the first.
+    [[nodiscard]] SettingsWindow *window() const { return m_window.get(); }
+
+private:
+    std::unique_ptr<SettingsWindow> m_window;
+};
+
+} // namespace tirlo

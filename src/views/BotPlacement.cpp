@@ -1,0 +1,137 @@
+#include "BotPlacement.h"
+
+#include "core/AppState.h"
+#include "island/IslandConst.h"
+#include "island/IslandGeometry.h"
+#include "island/IslandMotion.h"
+#include "mascot/BotCanvasView.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace tirlo {
+
+namespace {
+
+/// Height above the body, in points, where particles fly.
+constexpr int particleOverhang = 40;
+constexpr double glowSeconds = 0.4;
+
+bool isShown(const AppState &state)
+{
+    const bool plays = state.mode == IslandMode::expanded && state.view == IslandView::greeting;
+    return !plays && IslandGeometry::mascotPlace(state).opacity > 0;
+}
+
+} // namespace
+
+BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
+    : QWidget(parent)
+    , m_state(context.state)
+    , m_clock(context.frames)
+    , m_canvas(
+          new BotCanvasView({context.state, context.notifications, context.sounds, context.queue,
+                             context.frames, context.screens, &IslandConst::viewLayout},
+                            this))
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_canvas->setParticleOverhang(particleOverhang);
+
+    const MascotPlace place = IslandGeometry::mascotPlace(m_state);
+    m_x.jumpTo(place.centre.x());
+    m_y.jumpTo(place.centre.y());
+    m_side.jumpTo(place.diameter * canvasPerDiameter);
+    m_glow.moveTo(displayedState(m_state), Animation::none(), m_clock.now());
+    m_canvas->setVisible(isShown(m_state));
+    placeCanvas(m_clock.now());
+
+    const auto moved = [this] { followPlace(); };
+    const auto mood = [this] { followMood(); };
+    m_observers.follow(m_state.mode, moved);
+    m_observers.follow(m_state.view, moved);
+    m_observers.follow(m_state.chatHistory, moved);
+    m_observers.follow(m_state.uploadProgress, moved);
+    m_observers.follow(m_state.stateOverride, mood);
+    m_observers.follow(m_state.focusId, mood);
+    m_observers.follow(m_state.tasks, mood);
+}
+
+void BotPlacement::paintEvent(QPaintEvent *)
+{
+    if (!glows())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double time = m_clock.now();
+    m_glow.paint(painter, {m_x.valueAt(time), m_y.valueAt(time)},
+                 m_side.valueAt(time) / canvasPerDiameter, time);
+}
+
+void BotPlacement::showEvent(QShowEvent *)
+{
+    raise();
+}
+
+void BotPlacement::followPlace()
+{
+    m_canvas->setVisible(isShown(m_state));
+    const MascotPlace place = IslandGeometry::mascotPlace(m_state);
+    const Animation spring = m_clock.permitted(IslandMotion::openSpring);
+    const double now = m_clock.now();
+    m_x.animateTo(place.centre.x(), spring, now);
+    m_y.animateTo(place.centre.y(), spring, now);
+    m_side.animateTo(place.diameter * canvasPerDiameter, spring, now);
+    run();
+}
+
+void BotPlacement::followMood()
+{
+    m_glow.moveTo(displayedState(m_state), m_clock.permitted(TimingCurve::easeInOut(glowSeconds)),
+                  m_clock.now());
+    run();
+}
+
+void BotPlacement::run()
+{
+    if (!m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double time) { frame(time); });
+}
+
+void BotPlacement::frame(double time)
+{
+    const QRect before = glowRect();
+    placeCanvas(time);
+    update(before | glowRect());
+    const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
+        && m_glow.isAtRest(time);
+    if (isAtRest)
+        m_frames.reset();
+}
+
+void BotPlacement::placeCanvas(double time)
+{
+    const double side = m_side.valueAt(time);
+    const QRectF frame(m_x.valueAt(time) - side / 2,
+                       m_y.valueAt(time) - side / 2 - particleOverhang, side,
+                       side + particleOverhang);
+    m_canvas->setGeometry(frame.toRect());
+}
+
+bool BotPlacement::glows() const
+{
+    return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading
+        && isShown(m_state);
+}
+
+/// The glow's room around where the canvas is now.
+QRect BotPlacement::glowRect() const
+{
+    const double diameter = m_canvas->width() / canvasPerDiameter;
+    const int reach = int(std::ceil(BotGlow::reach(diameter))) + 1;
+    const QPoint centre(m_canvas->geometry().center().x(),
+                        m_canvas->geometry().bottom() - m_canvas->width() / 2);
+    return {centre - QPoint(reach, reach), QSize(2 * reach, 2 * reach)};
+}
+
+} // namespace tirlo

@@ -1,0 +1,211 @@
+#include "IslandFixture.h"
+
+namespace tirlo {
+
+namespace {
+
+using State = IslandStateMachine::State;
+
+class PointerTest : public IslandFixture
+{
+protected:
+    PointerTest()
+    {
+        point(away);
+        QObject::connect(&notifications, &Notifications::triggerEmote, &notifications,
+                         [this](BotEmote emote) { emotes.append(emote); });
+        QObject::connect(&notifications, &Notifications::botBlink, &notifications,
+                         [this] { ++blinks; });
+        QObject::connect(&notifications, &Notifications::triggerSlap, &notifications,
+                         [this] { ++slaps; });
+        QObject::connect(&notifications, &Notifications::botSetTgEs, &notifications,
+                         [this](double scale) { eyeScale = scale; });
+    }
+
+    /// Presses and releases where the pointer is.
+    void click()
+    {
+        const QPoint local = (pointer.at - controller.panel().pos()).toPoint();
+        QTest::mouseClick(controller.panel().windowHandle(), Qt::LeftButton, Qt::NoModifier, local);
+    }
+
+    void openByClick()
+    {
+        point(onTheTab);
+        click();
+    }
+
+    /// The middle of the mascot on the open overview.
+    static constexpr QPointF onTheMascot{400 + 68, 101};
+
+    QList<BotEmote> emotes;
+    int blinks = 0;
+    int slaps = 0;
+    double eyeScale = 0;
+};
+
+TEST_F(PointerTest, TheIslandPeeksOpensAndFallsBackByItself)
+{
+    state.mode = IslandMode::hidden;
+    point(onTheTab);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    EXPECT_EQ(sounds.played, QStringList{QStringLiteral("peek")});
+
+    click();
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    EXPECT_EQ(state.view.value(), IslandView::overview);
+
+    point(away);
+    queue.advance(14.9);
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    queue.advance(0.2);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    queue.advance(60);
+    EXPECT_EQ(state.mode.value(), IslandMode::hidden);
+}
+
+TEST_F(PointerTest, AHitAreaIsTightUntilItIsOpenOrHasANotch)
+{
+    const auto isIn = [this](QPointF place) {
+        return controller.panel().hitArea().contains(place - controller.panel().pos());
+    };
+    EXPECT_TRUE(isIn({601, 23}));
+    EXPECT_FALSE(isIn({598, 12}));
+    EXPECT_FALSE(isIn({720, 27}));
+
+    state.hasNotch = true;
+    EXPECT_TRUE(isIn({596, 12}));
+    EXPECT_TRUE(isIn({720, 29}));
+    EXPECT_FALSE(isIn({720, 31}));
+
+    state.hasNotch = false;
+    controller.expand(IslandView::overview);
+    EXPECT_TRUE(isIn({396, 165}));
+    EXPECT_FALSE(isIn({393, 80}));
+}
+
+TEST_F(PointerTest, ARequestHoldsTheIslandOpenWithThePointerAway)
+{
+    point(onTheTab);
+    click();
+    wait();
+    point(away);
+    queue.advance(100);
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+}
+
+TEST_F(PointerTest, AClickWhereTheMachineSaysHomeOpensTheClosedIsland)
+{
+    Q_EMIT notifications.hookExpand(IslandView::finished);
+    state.mode = IslandMode::compact;
+    ASSERT_EQ(controller.fsm().state(), State::home);
+    point(onTheTab);
+    click();
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    EXPECT_EQ(state.view.value(), IslandView::overview);
+
+    state.view = IslandView::note;
+    point({720, 100});
+    click();
+    EXPECT_EQ(state.view.value(), IslandView::note) << "an open island stays on its view";
+}
+
+TEST_F(PointerTest, APressOnTheOpenMascotIsASlap)
+{
+    point(onTheTab);
+    click();
+    EXPECT_EQ(slaps, 0);
+    point(onTheMascot);
+    click();
+    click();
+    EXPECT_EQ(slaps, 2);
+    point({400 + 68 + 50, 101});
+    click();
+    EXPECT_EQ(slaps, 2) << "beside the canvas' circle";
+}
+
+TEST_F(PointerTest, ThePositionIsPublishedInStepsOfMoreThanAPoint)
+{
+    point({100, 100});
+    EXPECT_EQ(state.mousePosition, QPointF(100, 100));
+    point({101, 99});
+    EXPECT_EQ(state.mousePosition, QPointF(100, 100));
+    point({101.5, 99});
+    EXPECT_EQ(state.mousePosition, QPointF(101.5, 99));
+}
+
+TEST_F(PointerTest, AHandThatRestsOnTheMascotEarnsAHeartEverySixSeconds)
+{
+    queue.advance(10);
+    openByClick();
+    point(onTheMascot);
+    EXPECT_EQ(blinks, 1);
+    EXPECT_EQ(eyeScale, 1.08);
+    queue.advance(1.8);
+    EXPECT_TRUE(emotes.isEmpty());
+    queue.advance(0.2);
+    EXPECT_EQ(emotes, QList{BotEmote::love});
+
+    point(away);
+    EXPECT_EQ(eyeScale, 1.0);
+    point(onTheMascot);
+    EXPECT_EQ(blinks, 1) << "not so soon again";
+    queue.advance(4);
+    EXPECT_EQ(emotes.size(), 1);
+    point(away);
+    queue.advance(3);
+    point(onTheMascot);
+    EXPECT_EQ(blinks, 2);
+    queue.advance(2);
+    EXPECT_EQ(emotes.size(), 2);
+    EXPECT_EQ(sounds.played.count(QStringLiteral("love")), 2);
+    EXPECT_EQ(sounds.played.count(QStringLiteral("hover")), 2);
+}
+
+TEST_F(PointerTest, AMovingHandOrAPressBeginsTheRestAnew)
+{
+    queue.advance(10);
+    openByClick();
+    point(onTheMascot - QPointF(25, 0));
+    queue.advance(1.8);
+    point(onTheMascot + QPointF(25, 0));
+    queue.advance(1.5);
+    EXPECT_TRUE(emotes.isEmpty());
+    queue.advance(0.5);
+    EXPECT_EQ(emotes.size(), 1);
+
+    queue.advance(10);
+    state.stateOverride = BotState::dizzy;
+    queue.advance(0.1);
+    EXPECT_EQ(eyeScale, 1.0) << "an imposed mood ends the play";
+}
+
+TEST_F(PointerTest, WhereThePointerIsOnlyKnownOverOurWindowItHasToBeThere)
+{
+    pointer.isSeenEverywhere = false;
+    point(onTheTab);
+    EXPECT_EQ(controller.fsm().state(), State::hidden) << "a last position is not a present one";
+}
+
+TEST_F(PointerTest, EntryDuringTheGreetingIsTold)
+{
+    int hovers = 0;
+    int interrupts = 0;
+    QObject::connect(&notifications, &Notifications::greetingHover, &notifications,
+                     [&] { ++hovers; });
+    QObject::connect(&notifications, &Notifications::greetingInterrupt, &notifications,
+                     [&] { ++interrupts; });
+    controller.fsm().beginGreeting();
+    point(onTheTab);
+    EXPECT_EQ(hovers, 1);
+    Q_EMIT notifications.greetComplete();
+    queue.advance(5);
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded) << "ten seconds from the entry";
+    point(away);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    EXPECT_EQ(interrupts, 1);
+}
+
+} // namespace
+
+} // namespace tirlo
