@@ -20,7 +20,9 @@ constexpr double botFrame = 22;
 constexpr double botLeft = 3;
 /// The canvas is wider than the mascot's frame: what it throws flies out of it.
 constexpr int botCanvas = 36;
-constexpr double nameRight = 6;
+/// The mascot is wider than its frame, and the name stands clear of it.
+constexpr double nameGap = 3;
+constexpr double nameRight = 4;
 constexpr QPointF badgeOffset{-4, 2};
 constexpr double hoveredScale = 1.04;
 constexpr double hoveredBrightness = 0.06;
@@ -148,7 +150,7 @@ void AgentPill::paintEvent(QPaintEvent *)
     painter.drawRoundedRect(capsule().adjusted(half, half, -half, -half), radius - half,
                             radius - half);
 
-    const QRectF nameRect = capsule().adjusted(botLeft + botFrame, 0, -nameRight, 0);
+    const QRectF nameRect = capsule().adjusted(botLeft + botFrame + nameGap, 0, -nameRight, 0);
     const QFontMetricsF metrics(font(), this);
     painter.setFont(font());
     painter.setPen(colors.name);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int columnCount = 2;
 constexpr int padding = 8;
-constexpr int columnSpacing = 4;
+constexpr int columnSpacing = 2;
 constexpr int rowSpacing = 6;
 constexpr double swapSeconds = 0.5;
 
