@@ -3,6 +3,7 @@
 #include "HookTasks.h"
 #include "ReadSource.h"
 #include "SocketLine.h"
+#include "ThreadGroup.h"
 #include "core/AppState.h"
 #include "core/Json.h"
 #include "core/Notifications.h"
@@ -10,7 +11,6 @@
 #include "platform/MainQueue.h"
 
 #include <QJsonDocument>
-#include <QThreadPool>
 
 #include <utility>
 
@@ -77,7 +77,7 @@ bool movesSessionOn(const QString &event)
 
 } // namespace
 
-ApprovalDesk::ApprovalDesk(const HookContext &context, HookTasks &tasks, QThreadPool &writers)
+ApprovalDesk::ApprovalDesk(const HookContext &context, HookTasks &tasks, ThreadGroup &writers)
     : m_context(context)
     , m_tasks(tasks)
     , m_writers(writers)

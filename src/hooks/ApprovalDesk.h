@@ -10,12 +10,11 @@
 #include <memory>
 #include <optional>
 
-class QThreadPool;
-
 namespace tirlo {
 
 class HookTasks;
 class ReadSource;
+class ThreadGroup;
 
 /// The one permission request on show: who waits for it, how it ends, and what ends it.
 ///
@@ -25,8 +24,8 @@ class ReadSource;
 class ApprovalDesk : public QObject
 {
 public:
-    /// A desk whose replies are written by `writers`, which must be done before the desk goes.
-    ApprovalDesk(const HookContext &context, HookTasks &tasks, QThreadPool &writers);
+    /// A desk whose replies are written by `writers`.
+    ApprovalDesk(const HookContext &context, HookTasks &tasks, ThreadGroup &writers);
     ~ApprovalDesk() override;
 
     /// Puts the request on show; one that is not for the island is handed back with "ask".
@@ -50,7 +49,7 @@ private:
 
     HookContext m_context;
     HookTasks &m_tasks;
-    QThreadPool &m_writers;
+    ThreadGroup &m_writers;
     /// The connection of the request on show; null without one.
     std::shared_ptr<ReadSource> m_source;
     std::optional<QString> m_focusBeforeApproval;

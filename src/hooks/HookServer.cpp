@@ -21,14 +21,6 @@ HookServer::HookServer(const HookContext &context, const Paths &paths, QObject *
                    m_desk.processPermissionRequest(std::move(connection), payload);
                }})
 {
-    // One short line is never kept waiting, and an idle thread would hold on to a descriptor.
-    m_writers.setMaxThreadCount(1);
-    m_writers.setExpiryTimeout(0);
-}
-
-HookServer::~HookServer()
-{
-    m_writers.waitForDone();
 }
 
 void HookServer::start()

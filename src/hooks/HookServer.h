@@ -5,10 +5,10 @@
 #include "HookEventProcessor.h"
 #include "HookSocketServer.h"
 #include "HookTasks.h"
+#include "ThreadGroup.h"
 #include "core/Paths.h"
 
 #include <QObject>
-#include <QThreadPool>
 
 namespace tirlo {
 
@@ -22,7 +22,6 @@ class HookServer : public QObject
 public:
     /// A server for the socket and scripts at these paths; the context outlives it.
     HookServer(const HookContext &context, const Paths &paths, QObject *parent = nullptr);
-    ~HookServer() override;
 
     /// Writes the relay scripts and begins to listen; called once.
     void start();
@@ -36,7 +35,7 @@ public:
 private:
     const Paths m_paths;
     HookTasks m_tasks;
-    QThreadPool m_writers;
+    ThreadGroup m_writers;
     ApprovalDesk m_desk;
     HookEventProcessor m_processor;
     HookSocketServer m_sockets;

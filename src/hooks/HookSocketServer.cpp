@@ -15,7 +15,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <system_error>
 #include <utility>
 
 namespace tirlo {
@@ -80,16 +79,15 @@ HookSocketServer::~HookSocketServer()
     {
         // Shutting a socket down wakes the thread that waits on it.
         const std::lock_guard guard(m_lock);
-        m_stopping = true;
+        m_isStopping = true;
         shutdown(m_listener.get(), SHUT_RDWR);
         for (const int connection : m_reading)
             shutdown(connection, SHUT_RDWR);
     }
-    m_changed.notify_all();
+    m_stopping.notify_all();
     if (m_acceptThread.joinable())
         m_acceptThread.join();
-    std::unique_lock guard(m_lock);
-    m_changed.wait(guard, [this] { return m_readerCount == 0; });
+    m_readers.wait();
 }
 
 void HookSocketServer::start()
@@ -126,7 +124,8 @@ bool HookSocketServer::canAcceptAfter(int error)
     case ENOBUFS:
     case ENOMEM: {
         std::unique_lock guard(m_lock);
-        return !m_changed.wait_for(guard, pauseWithoutDescriptors, [this] { return m_stopping; });
+        return !m_stopping.wait_for(guard, pauseWithoutDescriptors,
+                                    [this] { return m_isStopping; });
     }
     default:
         return false;
@@ -137,22 +136,18 @@ void HookSocketServer::admit(FileDescriptor connection)
 {
     if (!isFrom(m_owner, connection))
         return;
-    const int descriptor = connection.get();
-    const std::lock_guard guard(m_lock);
-    if (m_stopping || m_reading.size() >= maximumReaders)
-        return;
-    try {
-        std::thread([this, taken = std::move(connection)]() mutable {
-            read(std::move(taken));
-        }).detach();
-    } catch (const std::system_error &) {
-        return; // no thread to be had: this one agent goes without
+    {
+        const std::lock_guard guard(m_lock);
+        if (m_isStopping || m_reading.size() >= maximumReaders)
+            return;
+        m_reading.insert(connection.get());
     }
-    m_reading.insert(descriptor);
-    ++m_readerCount;
+    // Work must be copyable.
+    const auto shared = std::make_shared<FileDescriptor>(std::move(connection));
+    m_readers.start([this, shared] { read(std::move(*shared)); });
 }
 
-/// The whole of a reader thread. Only until its line is there does a connection count as being read.
+/// Only until its line is there does a connection count as being read.
 void HookSocketServer::read(FileDescriptor connection)
 {
     setsockopt(connection.get(), SOL_SOCKET, SO_RCVTIMEO, &receiveTimeout, sizeof receiveTimeout);
@@ -162,11 +157,6 @@ void HookSocketServer::read(FileDescriptor connection)
         m_reading.erase(connection.get());
     }
     handle(std::move(connection), line);
-
-    // Told while the lock is held: once it is free the server may be gone.
-    const std::lock_guard guard(m_lock);
-    --m_readerCount;
-    m_changed.notify_all();
 }
 
 void HookSocketServer::handle(FileDescriptor connection, const QByteArray &line)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FileDescriptor.h"
+#include "ThreadGroup.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -60,15 +61,13 @@ private:
     FileDescriptor m_listener;
     std::thread m_acceptThread;
 
-    /// Guards all that follows.
     std::mutex m_lock;
-    /// The connections being read.
+    /// The connections being read; guarded by the lock, as is `m_isStopping`.
     std::set<int> m_reading;
-    /// Reader threads that have not ended.
-    int m_readerCount = 0;
-    bool m_stopping = false;
-    /// Told when a reader thread ends and when the server begins to stop.
-    std::condition_variable m_changed;
+    bool m_isStopping = false;
+    std::condition_variable m_stopping;
+
+    ThreadGroup m_readers;
 };
 
 } // namespace tirlo

@@ -2,8 +2,7 @@
 #include "HookFixture.h"
 #include "Peer.h"
 #include "hooks/HookTasks.h"
-
-#include <QThreadPool>
+#include "hooks/ThreadGroup.h"
 
 namespace tirlo {
 namespace {
@@ -15,8 +14,6 @@ constexpr auto codexRequest = R"({"session_id":"c","tirlo_agent":"codex","cwd":"
 
 struct ApprovalDeskTest : HookFixture
 {
-    ~ApprovalDeskTest() override { writers.waitForDone(); }
-
     /// Hands a request in; the result is the agent's side of its connection.
     Peer ask(const char *payload = request)
     {
@@ -28,14 +25,14 @@ struct ApprovalDeskTest : HookFixture
     /// What the agent receives until its connection closes.
     QByteArray answerTo(Peer &peer)
     {
-        writers.waitForDone();
+        writers.wait();
         queue.drain();
         return peer.receiveAll(0);
     }
 
     bool isPending() const { return state.pendingApproval.value().has_value(); }
 
-    QThreadPool writers;
+    ThreadGroup writers;
     HookTasks tasks{state, notifications};
     ApprovalDesk desk{context, tasks, writers};
 };
@@ -45,17 +42,15 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
     state.mode = IslandMode::compact;
     const Peer peer = ask();
     EXPECT_EQ(state.pendingApproval.value(),
-              (ApprovalInfo{QStringLiteral("s"), QStringLiteral("Bash"), QStringLiteral("ls"),
-                            QStringLiteral(R"({"command":"ls","n":1})"),
-                            QStringLiteral("integration_claude")}));
+              (ApprovalInfo{u"s"_s, u"Bash"_s, u"ls"_s, QStringLiteral(R"({"command":"ls","n":1})"),
+                            u"integration_claude"_s}));
     EXPECT_TRUE(state.isPinned);
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
-    EXPECT_EQ(task("integration_claude").name, QStringLiteral("P"));
-    EXPECT_EQ(tasks.activeSessionId, QStringLiteral("s"));
-    EXPECT_EQ(sound.played, QStringList(QStringLiteral("approval")));
+    EXPECT_EQ(task("integration_claude").name, u"P"_s);
+    EXPECT_EQ(tasks.activeSessionId, u"s"_s);
+    EXPECT_EQ(sound.played, QStringList(u"approval"_s));
     EXPECT_EQ(expanded, QList<IslandView>{IslandView::approval});
-    EXPECT_EQ(logLines(),
-              QStringList(QStringLiteral("PermissionRequest Bash [integration_claude]")));
+    EXPECT_EQ(logLines(), QStringList(u"PermissionRequest Bash [integration_claude]"_s));
     EXPECT_FALSE(peer.isReadable());
 }
 
@@ -74,10 +69,10 @@ TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
 TEST_F(ApprovalDeskTest, ToolsOfAWrongTypeGetTheirDefaults)
 {
     const Peer peer = ask(R"({"term_program":"vscode","tool_name":{},"tool_input":"ls"})");
-    EXPECT_EQ(state.pendingApproval.value()->tool, QStringLiteral("Tool"));
-    EXPECT_EQ(state.pendingApproval.value()->command, QStringLiteral("Tool"));
+    EXPECT_EQ(state.pendingApproval.value()->tool, u"Tool"_s);
+    EXPECT_EQ(state.pendingApproval.value()->command, u"Tool"_s);
     EXPECT_EQ(state.pendingApproval.value()->inputKey, QString());
-    EXPECT_EQ(state.pendingApproval.value()->sessionId, QStringLiteral("unknown"));
+    EXPECT_EQ(state.pendingApproval.value()->sessionId, u"unknown"_s);
 }
 
 TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
@@ -111,7 +106,7 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
     // One without a request resets the card all the same.
     state.tasks = QList<AgentTask>();
     state.isPinned = true;
-    desk.sendApprovalDecision(QStringLiteral("allow"));
+    desk.sendApprovalDecision(u"allow"_s);
     EXPECT_FALSE(state.isPinned);
     EXPECT_EQ(state.view.value(), IslandView::empty);
 }
@@ -121,7 +116,7 @@ TEST_F(ApprovalDeskTest, AgentThatHangsUpWasAnsweredElsewhere)
     Peer peer = ask(R"({"bundle_id":"com.todesktop.230313mzl4w4u92"})");
     peer.close();
     ASSERT_TRUE(eventually([&] { return !isPending(); }));
-    EXPECT_EQ(state.noteMessage.value(), QStringLiteral("Handled in Cursor."));
+    EXPECT_EQ(state.noteMessage.value(), u"Handled in Cursor."_s);
     EXPECT_EQ(state.view.value(), IslandView::note);
     EXPECT_FALSE(state.isPinned);
 
@@ -138,18 +133,18 @@ TEST_F(ApprovalDeskTest, CardRunsOutBeforeTheRelayDoes)
     EXPECT_TRUE(isPending());
     queue.advance(0.2);
     EXPECT_FALSE(isPending());
-    EXPECT_EQ(state.noteMessage.value(), QStringLiteral("Still waiting in Codex."));
+    EXPECT_EQ(state.noteMessage.value(), u"Still waiting in Codex."_s);
     EXPECT_EQ(answerTo(peer), "");
 }
 
 TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
 {
-    tasks.upsertExternalAgent(QStringLiteral("agent_foo"), QStringLiteral("foo"));
-    state.focusId = QStringLiteral("agent_foo");
+    tasks.upsertExternalAgent(u"agent_foo"_s, u"foo"_s);
+    state.focusId = u"agent_foo"_s;
     Peer first = ask();
     queue.advance(60);
     Peer second = ask(codexRequest);
-    EXPECT_EQ(state.pendingApproval.value()->pillId, QStringLiteral("agent_codex"));
+    EXPECT_EQ(state.pendingApproval.value()->pillId, u"agent_codex"_s);
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
     EXPECT_EQ(answerTo(first), "{\"permissionDecision\":\"ask\"}\n");
 
@@ -160,16 +155,16 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     EXPECT_TRUE(isPending());
     EXPECT_FALSE(second.isReadable());
 
-    desk.sendApprovalDecision(QStringLiteral("allow"));
+    desk.sendApprovalDecision(u"allow"_s);
     EXPECT_EQ(answerTo(second), "{\"permissionDecision\":\"allow\"}\n");
-    EXPECT_EQ(state.focusId.value(), QStringLiteral("agent_foo"));
+    EXPECT_EQ(state.focusId.value(), u"agent_foo"_s);
 }
 
 TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
 {
-    const QString foo = QStringLiteral("agent_foo");
-    const QString codex = QStringLiteral("agent_codex");
-    const QString claude = QStringLiteral("integration_claude");
+    const QString foo = u"agent_foo"_s;
+    const QString codex = u"agent_codex"_s;
+    const QString claude = u"integration_claude"_s;
     const struct
     {
         std::optional<QString> before;
@@ -182,12 +177,12 @@ TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
         {std::nullopt, [] {}, codex},
     };
     for (const auto &row : rows) {
-        tasks.upsertExternalAgent(foo, QStringLiteral("foo"));
+        tasks.upsertExternalAgent(foo, u"foo"_s);
         state.focusId = row.before;
         const Peer peer = ask(codexRequest);
         EXPECT_EQ(state.focusId.value(), codex);
         row.meanwhile();
-        desk.sendApprovalDecision(QStringLiteral("deny"));
+        desk.sendApprovalDecision(u"deny"_s);
         EXPECT_EQ(state.focusId.value(), row.after);
     }
 }
@@ -221,8 +216,8 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
         {"Notification", "s", "{}", Outcome::dropped},
         {"SessionStart", "s", "{}", Outcome::dropped},
     };
-    const HookRoute claude{QStringLiteral("integration_claude"), {}};
-    const HookRoute other{QStringLiteral("agent_codex"), {}};
+    const HookRoute claude{u"integration_claude"_s, {}};
+    const HookRoute other{u"agent_codex"_s, {}};
     for (const auto &row : rows) {
         const Peer peer = ask();
         state.noteMessage = std::nullopt;
@@ -234,12 +229,12 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
         const bool isAdmitted = desk.admits(event, claude, origin, json(row.payload));
         EXPECT_EQ(isAdmitted, row.outcome != Outcome::dropped) << row.event;
         EXPECT_EQ(isPending(), row.outcome == Outcome::dropped) << row.event;
-        EXPECT_EQ(state.noteMessage.value() == QStringLiteral("Handled in VS Code."),
+        EXPECT_EQ(state.noteMessage.value() == u"Handled in VS Code."_s,
                   row.outcome == Outcome::dismissed);
         EXPECT_EQ(peer.isReadable(), row.outcome == Outcome::dismissed) << row.event;
     }
-    desk.sendApprovalDecision(QStringLiteral("deny"));
-    EXPECT_TRUE(desk.admits(QStringLiteral("PreToolUse"), claude, {}, {}));
+    desk.sendApprovalDecision(u"deny"_s);
+    EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
 }
 
 TEST_F(ApprovalDeskTest, AnswerToAnAgentThatIsGoneIsHarmless)
@@ -248,7 +243,8 @@ TEST_F(ApprovalDeskTest, AnswerToAnAgentThatIsGoneIsHarmless)
         Peer peer = ask();
         peer.close();
         desk.sendApprovalDecision(QLatin1String(decision));
-        writers.waitForDone();
+        writers.wait();
+        QCoreApplication::processEvents();
         queue.drain();
         EXPECT_FALSE(isPending());
     }

@@ -2,9 +2,9 @@
 #include "HookFixture.h"
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookTasks.h"
+#include "hooks/ThreadGroup.h"
 
 #include <QJsonArray>
-#include <QThreadPool>
 
 namespace tirlo {
 namespace {
@@ -22,7 +22,7 @@ struct HookEventProcessorTest : HookFixture
         processor.processEvent(QString::fromLatin1(name), whole);
     }
 
-    QThreadPool writers;
+    ThreadGroup writers;
     HookTasks tasks{state, notifications};
     ApprovalDesk desk{context, tasks, writers};
     HookEventProcessor processor{context, tasks, desk};
@@ -79,11 +79,11 @@ TEST_F(HookEventProcessorTest, FollowsTheActiveSession)
     for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
         tasks.activeSessionId.reset();
         process(event);
-        EXPECT_EQ(tasks.activeSessionId, QStringLiteral("session-1"));
+        EXPECT_EQ(tasks.activeSessionId, u"session-1"_s);
     }
     for (const char *event : {"Stop", "Notification", "PostToolUse"})
         process(event, R"({"session_id":"session-2"})");
-    EXPECT_EQ(tasks.activeSessionId, QStringLiteral("session-1"));
+    EXPECT_EQ(tasks.activeSessionId, u"session-1"_s);
     process("SessionEnd");
     EXPECT_EQ(tasks.activeSessionId, std::nullopt);
 }
@@ -97,11 +97,11 @@ TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
     process("Stop", R"({"term_program":"","bundle_id":"org.x","cwd":""})");
     EXPECT_EQ(logLines(),
               QStringList({
-                  QStringLiteral("SessionStart Project (12345678)"),
-                  QStringLiteral("SessionStart agent_gemini (session-)"),
-                  QStringLiteral("PreToolUse Ba\\u000Ash"),
-                  QStringLiteral("Ignored Stop from xterm (%1)"),
-                  QStringLiteral("Ignored Stop from org.x (Session)"),
+                  u"SessionStart Project (12345678)"_s,
+                  u"SessionStart agent_gemini (session-)"_s,
+                  u"PreToolUse Ba\\u000Ash"_s,
+                  u"Ignored Stop from xterm (%1)"_s,
+                  u"Ignored Stop from org.x (Session)"_s,
               }));
 }
 
@@ -135,7 +135,7 @@ TEST_F(HookEventProcessorTest, SessionStartsShowTheIslandToAUserWhoIsThere)
 
 TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
 {
-    state.toggleIntegration(QStringLiteral("agent_gemini"));
+    state.toggleIntegration(u"agent_gemini"_s);
     const char *agents[]
         = {R"({"tirlo_agent":"codex"})", R"({"tirlo_agent":"gemini"})", R"({"tirlo_agent":"foo"})"};
     for (const char *agent : agents) {
@@ -153,29 +153,27 @@ TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
     EXPECT_EQ(task("agent_codex").steps.size(), 1);
     EXPECT_EQ(task("agent_gemini").state, BotState::idle);
     EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
-    EXPECT_FALSE(state.task(QStringLiteral("agent_foo")));
+    EXPECT_FALSE(state.task(u"agent_foo"_s));
 }
 
 TEST_F(HookEventProcessorTest, ValuesOfAWrongTypeCountAsAbsent)
 {
-    const QStringList keys{QStringLiteral("session_id"), QStringLiteral("conversation_id"),
-                           QStringLiteral("cwd"),        QStringLiteral("tirlo_agent"),
-                           QStringLiteral("bundle_id"),  QStringLiteral("tool_name"),
-                           QStringLiteral("tool_input"), QStringLiteral("prompt"),
-                           QStringLiteral("message")};
+    const QStringList keys{u"session_id"_s,  u"conversation_id"_s, u"cwd"_s,
+                           u"tirlo_agent"_s, u"bundle_id"_s,       u"tool_name"_s,
+                           u"tool_input"_s,  u"prompt"_s,          u"message"_s};
     const QList<QJsonValue> wrong{QJsonValue(), true, 1e308, QJsonArray{1, QJsonObject()}};
     for (const QJsonValue &value : wrong) {
-        QJsonObject payload{{QStringLiteral("term_program"), QStringLiteral("vscode")}};
+        QJsonObject payload{{u"term_program"_s, u"vscode"_s}};
         for (const QString &key : keys)
             payload.insert(key, value);
         for (const char *event : {"SessionStart", "UserPromptSubmit", "Notification", "Stop",
                                   "PostToolUse", "PreToolUse"})
             processor.processEvent(QLatin1String(event), payload);
     }
-    EXPECT_EQ(tasks.activeSessionId, QStringLiteral("unknown"));
+    EXPECT_EQ(tasks.activeSessionId, u"unknown"_s);
     EXPECT_EQ(state.tasks.value().size(), 1);
-    EXPECT_EQ(task("integration_claude").name, QStringLiteral("Session"));
-    EXPECT_EQ(task("integration_claude").steps, QStringList(4, QStringLiteral("Tool")));
+    EXPECT_EQ(task("integration_claude").name, u"Session"_s);
+    EXPECT_EQ(task("integration_claude").steps, QStringList(4, u"Tool"_s));
 }
 
 } // namespace

@@ -21,6 +21,8 @@
 
 namespace tirlo {
 
+using namespace Qt::StringLiterals;
+
 inline QJsonObject json(const char *text)
 {
     return QJsonDocument::fromJson(text).object();
@@ -40,7 +42,7 @@ struct HookFixture : testing::Test
     /// The lines of the hooks' log without their time stamps.
     QStringList logLines() const
     {
-        QFile file(paths.logFolder() + QStringLiteral("/qv.log"));
+        QFile file(paths.logFolder() + u"/qv.log"_s);
         QStringList lines;
         if (file.open(QIODevice::ReadOnly)) {
             while (!file.atEnd())

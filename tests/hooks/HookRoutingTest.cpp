@@ -46,25 +46,24 @@ TEST(HookRouting, AcceptsFitAgentNamesOnly)
 TEST(HookRouting, ReadsTheOriginWithDefaults)
 {
     const auto projectOf = [](const char *cwd) {
-        return HookOrigin::of({{QStringLiteral("cwd"), QString::fromUtf8(cwd)}}).projectName;
+        return HookOrigin::of({{u"cwd"_s, QString::fromUtf8(cwd)}}).projectName;
     };
-    EXPECT_EQ(projectOf("/home/me/Orra Hub/"), QStringLiteral("Orra Hub"));
-    EXPECT_EQ(projectOf(""), QStringLiteral("Session"));
-    EXPECT_EQ(projectOf("/w/Skerry_App"), QStringLiteral("Skerry App"));
+    EXPECT_EQ(projectOf("/home/me/Orra Hub/"), u"Orra Hub"_s);
+    EXPECT_EQ(projectOf(""), u"Session"_s);
+    EXPECT_EQ(projectOf("/w/Skerry_App"), u"Skerry App"_s);
 
-    EXPECT_EQ(HookOrigin::of(json(R"({"session_id":3,"conversation_id":"c"})")).sessionId,
-              QStringLiteral("c"));
+    EXPECT_EQ(HookOrigin::of(json(R"({"session_id":3,"conversation_id":"c"})")).sessionId, u"c"_s);
     const HookOrigin none = HookOrigin::of(json(R"({"conversation_id":null,"cwd":true})"));
-    EXPECT_EQ(none.sessionId, QStringLiteral("unknown"));
-    EXPECT_EQ(none.projectName, QStringLiteral("Session"));
+    EXPECT_EQ(none.sessionId, u"unknown"_s);
+    EXPECT_EQ(none.projectName, u"Session"_s);
 }
 
 TEST(ProjectColors, KnowsProjectsByNameAndByPartOfIt)
 {
     const auto colorOf
         = [](const char *name) { return IslandConst::colorForProject(QString::fromLatin1(name)); };
-    EXPECT_EQ(colorOf("  ORRA Hub\n"), QStringLiteral("#2EC4A0"));
-    EXPECT_EQ(colorOf("my-tessel-fork"), QStringLiteral("#FF5A4E"));
+    EXPECT_EQ(colorOf("  ORRA Hub\n"), u"#2EC4A0"_s);
+    EXPECT_EQ(colorOf("my-tessel-fork"), u"#FF5A4E"_s);
 
     const QString unknown = colorOf("gemini");
     EXPECT_NE(std::ranges::find(IslandConst::fallbackColors, unknown),

@@ -11,7 +11,7 @@ using HookServerTest = HookFixture;
 
 qsizetype openDescriptors()
 {
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::System | QDir::AllEntries).size();
+    return QDir(u"/proc/self/fd"_s).entryList(QDir::System | QDir::AllEntries).size();
 }
 
 TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
@@ -44,7 +44,7 @@ TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
         }
     }
     EXPECT_TRUE(eventually([&] {
-        server.sendApprovalDecision(QStringLiteral("allow"));
+        server.sendApprovalDecision(u"allow"_s);
         return openDescriptors() == before;
     })) << openDescriptors()
         << " instead of " << before;

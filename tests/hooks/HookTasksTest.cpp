@@ -15,35 +15,35 @@ struct HookTasksTest : HookFixture
     }
 
     HookTasks tasks{state, notifications};
-    const QString claude = QStringLiteral("integration_claude");
-    const QString cursor = QStringLiteral("agent_cursor");
-    const QString foo = QStringLiteral("agent_foo");
-    const QString bar = QStringLiteral("agent_bar");
+    const QString claude = u"integration_claude"_s;
+    const QString cursor = u"agent_cursor"_s;
+    const QString foo = u"agent_foo"_s;
+    const QString bar = u"agent_bar"_s;
 };
 
 TEST_F(HookTasksTest, WorkspacePillStandsBehindTheMainOne)
 {
-    tasks.upsertExternalAgent(foo, QStringLiteral("foo"));
-    tasks.upsertWorkspaceTask(cursor, QStringLiteral("P"), QStringLiteral("/p"));
+    tasks.upsertExternalAgent(foo, u"foo"_s);
+    tasks.upsertWorkspaceTask(cursor, u"P"_s, u"/p"_s);
     EXPECT_EQ(ids(), QStringList({claude, cursor, foo}));
-    EXPECT_EQ(task("agent_cursor").color, QStringLiteral("#C0C4CC"));
+    EXPECT_EQ(task("agent_cursor").color, u"#C0C4CC"_s);
     EXPECT_TRUE(task("agent_cursor").isIntegration);
     EXPECT_EQ(task("agent_cursor").sessionCwd, std::nullopt);
 
-    tasks.upsertWorkspaceTask(cursor, QStringLiteral("Q"), QStringLiteral("/q"));
-    tasks.upsertWorkspaceTask(cursor, QStringLiteral("R"), QString());
-    EXPECT_EQ(task("agent_cursor").name, QStringLiteral("R"));
-    EXPECT_EQ(task("agent_cursor").sessionCwd, QStringLiteral("/q"));
+    tasks.upsertWorkspaceTask(cursor, u"Q"_s, u"/q"_s);
+    tasks.upsertWorkspaceTask(cursor, u"R"_s, QString());
+    EXPECT_EQ(task("agent_cursor").name, u"R"_s);
+    EXPECT_EQ(task("agent_cursor").sessionCwd, u"/q"_s);
     EXPECT_EQ(ids().size(), 3);
 }
 
 TEST_F(HookTasksTest, ExternalPillStandsBehindTheEditor)
 {
-    tasks.upsertWorkspaceTask(cursor, QStringLiteral("P"), QString());
-    tasks.upsertExternalAgent(foo, QStringLiteral("foo"));
-    tasks.upsertExternalAgent(foo, QStringLiteral("other"));
+    tasks.upsertWorkspaceTask(cursor, u"P"_s, QString());
+    tasks.upsertExternalAgent(foo, u"foo"_s);
+    tasks.upsertExternalAgent(foo, u"other"_s);
     EXPECT_EQ(ids(), QStringList({claude, foo, cursor}));
-    EXPECT_EQ(task("agent_foo").name, QStringLiteral("foo"));
+    EXPECT_EQ(task("agent_foo").name, u"foo"_s);
     EXPECT_FALSE(task("agent_foo").isIntegration);
 }
 
@@ -52,9 +52,9 @@ TEST_F(HookTasksTest, FirstPillsOfAnEmptyListTakeFocusAndShowTheIsland)
     state.tasks = QList<AgentTask>();
     state.focusId = std::nullopt;
     state.mode = IslandMode::hidden;
-    tasks.upsertExternalAgent(foo, QStringLiteral("foo"));
-    tasks.upsertExternalAgent(bar, QStringLiteral("bar"));
-    tasks.upsertWorkspaceTask(cursor, QStringLiteral("P"), QString());
+    tasks.upsertExternalAgent(foo, u"foo"_s);
+    tasks.upsertExternalAgent(bar, u"bar"_s);
+    tasks.upsertWorkspaceTask(cursor, u"P"_s, QString());
     EXPECT_EQ(ids(), QStringList({cursor, foo, bar}));
     EXPECT_EQ(state.focusId.value(), foo);
     EXPECT_EQ(state.mode.value(), IslandMode::compact);
@@ -67,8 +67,8 @@ TEST_F(HookTasksTest, KeepsTheTwentyLatestSteps)
         EXPECT_EQ(task("integration_claude").stepIndex, std::min(i, 19));
     }
     EXPECT_EQ(task("integration_claude").steps.size(), 20);
-    EXPECT_EQ(task("integration_claude").steps.first(), QStringLiteral("2"));
-    EXPECT_EQ(task("integration_claude").steps.last(), QStringLiteral("21"));
+    EXPECT_EQ(task("integration_claude").steps.first(), u"2"_s);
+    EXPECT_EQ(task("integration_claude").steps.last(), u"21"_s);
 }
 
 TEST_F(HookTasksTest, OpensTheIslandAsFarAsTheViewDeserves)

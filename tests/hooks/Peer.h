@@ -35,12 +35,18 @@ public:
 
     void connectTo(const QString &path)
     {
+        const sockaddr_un to = address(path);
+        if (connect(m_socket.get(), reinterpret_cast<const sockaddr *>(&to), sizeof to) != 0)
+            m_socket.close();
+    }
+
+    static sockaddr_un address(const QString &path)
+    {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
         const QByteArray name = QFile::encodeName(path);
         std::memcpy(address.sun_path, name.constData(), std::size_t(name.size()));
-        if (connect(m_socket.get(), reinterpret_cast<sockaddr *>(&address), sizeof address) != 0)
-            m_socket.close();
+        return address;
     }
 
     /// Two ends of one connection: the agent's and the server's.

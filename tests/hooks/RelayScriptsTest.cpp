@@ -21,11 +21,10 @@ struct RelayScriptsTest : HookFixture
     void start(QProcess &relay, const QStringList &arguments, const QByteArray &payload)
     {
         QProcessEnvironment environment;
-        environment.insert(QStringLiteral("HOME"), home.path());
-        environment.insert(QStringLiteral("TERM_PROGRAM"), QStringLiteral("vscode"));
-        environment.insert(QStringLiteral("__CFBundleIdentifier"), QStringLiteral("org.host"));
-        for (const auto &[name, value] : extraEnvironment)
-            environment.insert(name, value);
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"TERM_PROGRAM"_s, u"vscode"_s);
+        environment.insert(u"__CFBundleIdentifier"_s, u"org.host"_s);
+        environment.insert(u"GEMINI_SESSION_ID"_s, u"env"_s);
         relay.setProcessEnvironment(environment);
         relay.setWorkingDirectory(home.path());
         relay.start(paths.hookScriptPath(), arguments);
@@ -50,13 +49,11 @@ struct RelayScriptsTest : HookFixture
                          const QByteArray &reply = {})
     {
         line.clear();
-        const QByteArray name = QFile::encodeName(paths.socketPath());
-        unlink(name.constData());
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::memcpy(address.sun_path, name.constData(), std::size_t(name.size()));
+        QFile::remove(paths.socketPath());
+        const sockaddr_un address = Peer::address(paths.socketPath());
         FileDescriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        EXPECT_EQ(bind(listener.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        EXPECT_EQ(
+            bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
         EXPECT_EQ(listen(listener.get(), 1), 0);
         std::thread server([&] {
             const FileDescriptor connection(accept(listener.get(), nullptr, nullptr));
@@ -70,13 +67,12 @@ struct RelayScriptsTest : HookFixture
         return output;
     }
 
-    QList<std::pair<QString, QString>> extraEnvironment;
     QByteArray line;
 };
 
 const QStringList none;
-const QStringList codex{QStringLiteral("--agent"), QStringLiteral("codex")};
-const QStringList gemini{QStringLiteral("--agent"), QStringLiteral("gemini")};
+const QStringList codex{u"--agent"_s, u"codex"_s};
+const QStringList gemini{u"--agent"_s, u"gemini"_s};
 const QByteArray permissionRequest = R"({"hook_event_name":"PermissionRequest","cwd":"/w",
     "permission_suggestions":[{"type":"addRules"}]})";
 
@@ -106,7 +102,7 @@ TEST_F(RelayScriptsTest, InstallsExecutablesOverWhatIsThere)
 TEST_F(RelayScriptsTest, CodecAgreesWithThePublicOne)
 {
     QProcess check;
-    check.start(QStringLiteral("/usr/bin/python3"),
+    check.start(u"/usr/bin/python3"_s,
                 {QStringLiteral(TIRLO_CODEC_CHECK), paths.relayScriptPath()});
     ASSERT_TRUE(check.waitForFinished());
     EXPECT_EQ(check.exitCode(), 0) << check.readAll().constData();
@@ -126,17 +122,13 @@ TEST_F(RelayScriptsTest, PassesTheCanonicalLineOn)
              "term_program":"vscode","bundle_id":"org.host","iterm_session_id":"",
              "term_session_id":""})",
          ""},
-        {{QStringLiteral("--agent"), QStringLiteral("antigravity"), QStringLiteral("PreInvocation"),
-          QStringLiteral("exit")},
+        {{u"--agent"_s, u"antigravity"_s, u"PreInvocation"_s, u"exit"_s},
          "{}",
          R"({"tirlo_agent":"antigravity","hook_event_name":"UserPromptSubmit"})",
          "{}\n"},
         {gemini, R"({"hook_event_name":"AfterAgent","tirlo_agent":"mine","term_program":null})",
          R"({"tirlo_agent":"mine","hook_event_name":"Stop","term_program":null})", "{}\n"},
-        {{QStringLiteral("--agent")},
-         R"({"hook_event_name":""})",
-         R"({"hook_event_name":"--agent"})",
-         ""},
+        {{u"--agent"_s}, R"({"hook_event_name":""})", R"({"hook_event_name":"--agent"})", ""},
         {none, R"({"toolCall":{"name":"run","args":{"CommandLine":"ls","Path":2,"path":3}}})",
          R"({"tool_name":"run","tool_input":{"CommandLine":"ls","command":"ls","Path":2,"path":2}})",
          ""},
@@ -155,20 +147,11 @@ TEST_F(RelayScriptsTest, PassesTheCanonicalLineOn)
             EXPECT_EQ(got.value(it.key()), it.value()) << row.payload;
     }
     EXPECT_TRUE(line.contains(R"("a":"\u00e9\ud800\u0000","n":123456789012345678901234567890)"));
-    EXPECT_EQ(json(line.constData()).value(QStringLiteral("cwd")).toString(), home.path());
+    EXPECT_EQ(json(line.constData()).value(u"cwd"_s).toString(), home.path());
 
     // A payload with a tool's name is in the common dialect: its session is not looked for.
     runServed(gemini, R"({"tool_name":"t","sessionId":"s"})");
-    EXPECT_FALSE(json(line.constData()).contains(QStringLiteral("session_id")));
-}
-
-TEST_F(RelayScriptsTest, TakesTheSessionFromTheEnvironmentAtLast)
-{
-    extraEnvironment = {{QStringLiteral("GEMINI_SESSION_ID"), QStringLiteral("env")}};
-    runServed(gemini, R"({"hook_event_name":"startup"})");
-    EXPECT_EQ(json(line.constData()).value(QStringLiteral("session_id")), QStringLiteral("env"));
-    EXPECT_EQ(json(line.constData()).value(QStringLiteral("hook_event_name")),
-              QStringLiteral("SessionStart"));
+    EXPECT_FALSE(json(line.constData()).contains(u"session_id"_s));
 }
 
 TEST_F(RelayScriptsTest, TranslatesTheDecision)
@@ -245,10 +228,10 @@ TEST_F(RelayScriptsTest, NothingHappensWhileNobodyListens)
 
 TEST_F(RelayScriptsTest, WrapperFindsTheRelayHoweverItIsCalled)
 {
-    for (const QString &name : {QStringLiteral("./qv-hook"), QStringLiteral("qv-hook")}) {
+    for (const QString &name : {u"./qv-hook"_s, u"qv-hook"_s}) {
         QProcess relay;
         relay.setWorkingDirectory(paths.supportFolder());
-        relay.start(QStringLiteral("/bin/sh"), QStringList(name) + gemini);
+        relay.start(u"/bin/sh"_s, QStringList(name) + gemini);
         relay.write("{}");
         relay.closeWriteChannel();
         ASSERT_TRUE(relay.waitForFinished());
@@ -263,10 +246,10 @@ TEST_F(RelayScriptsTest, RequestIsAnsweredThroughTheRealServer)
     QProcess relay;
     start(relay, none, permissionRequest);
     ASSERT_TRUE(eventually([&] { return state.pendingApproval.value().has_value(); }));
-    server.sendApprovalDecision(QStringLiteral("deny"));
+    server.sendApprovalDecision(u"deny"_s);
     ASSERT_TRUE(eventually([&] { return relay.state() == QProcess::NotRunning; }));
     EXPECT_TRUE(relay.readAllStandardOutput().contains("Denied from Tirlo"));
-    EXPECT_EQ(server.activeSessionId(), QStringLiteral("unknown"));
+    EXPECT_EQ(server.activeSessionId(), u"env"_s);
 }
 
 TEST_F(RelayScriptsTest, KillingTheWrapperAloneSettlesTheRequest)
@@ -278,7 +261,7 @@ TEST_F(RelayScriptsTest, KillingTheWrapperAloneSettlesTheRequest)
     ASSERT_TRUE(eventually([&] { return state.pendingApproval.value().has_value(); }));
     relay.kill();
     ASSERT_TRUE(eventually([&] { return !state.pendingApproval.value(); }));
-    EXPECT_EQ(state.noteMessage.value(), QStringLiteral("Handled in VS Code."));
+    EXPECT_EQ(state.noteMessage.value(), u"Handled in VS Code."_s);
     EXPECT_TRUE(eventually([&] { return relay.state() == QProcess::NotRunning; }));
 }
 

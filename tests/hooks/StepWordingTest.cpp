@@ -66,17 +66,16 @@ TEST(StepWording, NamesWhatACommandDoes)
 
 TEST(StepWording, BringsTextOnOneLineOfLimitedLength)
 {
-    EXPECT_EQ(oneLine(QStringLiteral("\n a \r\n\v\fb\u0085\u2028c  d\u2029"), 60),
-              QStringLiteral(" a  b c  d"));
-    EXPECT_EQ(oneLine(QStringLiteral("\n\t"), 60), QString());
+    EXPECT_EQ(oneLine(u"\n a \r\n\v\fb\u0085\u2028c  d\u2029"_s, 60), u" a  b c  d"_s);
+    EXPECT_EQ(oneLine(u"\n\t"_s, 60), QString());
 
     const QString sixty(60, u'x');
     EXPECT_EQ(oneLine(sixty, 60), sixty);
     EXPECT_EQ(oneLine(sixty + u'y', 60), sixty + u'…');
 
     // A family of four and an accent made of two marks are one character each.
-    const QString family = QStringLiteral("👨‍👩‍👧‍👦");
-    EXPECT_EQ(oneLine(family + QStringLiteral("e\u0301z"), 2), family + QStringLiteral("e\u0301…"));
+    const QString family = u"👨‍👩‍👧‍👦"_s;
+    EXPECT_EQ(oneLine(family + u"e\u0301z"_s, 2), family + u"e\u0301…"_s);
 }
 
 } // namespace
