@@ -29,7 +29,7 @@ function(tirlo_test name)
     add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE ${arg_LIBS} tirlo_test_support)
     gtest_discover_tests(${name}
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "LANG=C.UTF-8"
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "LANG=C.UTF-8;TSAN_OPTIONS=die_after_fork=0"
         DISCOVERY_TIMEOUT 60)
 endfunction()
 include(GoogleTest)

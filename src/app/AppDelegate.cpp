@@ -11,8 +11,9 @@
 
 namespace tirlo {
 
-AppDelegate::AppDelegate()
-    : m_hookServer({m_state, m_notifications, m_sounds, m_queue, m_log}, m_paths)
+AppDelegate::AppDelegate(const Paths &paths)
+    : m_paths(paths)
+    , m_hookServer({m_state, m_notifications, m_sounds, m_queue, m_log}, m_paths)
     , m_islandActions{.sendApprovalDecision = [this](const QString &decision) {
         m_hookServer.sendApprovalDecision(decision);
     }}

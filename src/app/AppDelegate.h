@@ -31,18 +31,20 @@ namespace tirlo {
 class AppDelegate
 {
 public:
-    AppDelegate();
+    explicit AppDelegate(const Paths &paths);
 
     /// Shows the island and begins to listen to agents; false when there is no screen to show it on.
     [[nodiscard]] bool applicationDidFinishLaunching();
 
+    /// Opens the island on its overview.
+    void openIsland();
+
 private:
     void setupMenuBarItem();
     void setupIsland();
-    void openIsland();
     void openSettings();
 
-    const Paths m_paths = Paths::ofUser();
+    const Paths m_paths;
     QtMainQueue m_queue;
     const AppLog m_log{m_paths, m_queue};
     FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};

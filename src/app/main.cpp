@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
-#include "TerminationSignals.h"
+#include "ProcessSignals.h"
+#include "SingleInstance.h"
 
 #include <QApplication>
 
@@ -16,9 +17,18 @@ int main(int argc, char *argv[])
     // The program lives on without a window, until the user quits it.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const tirlo::TerminationSignals terminationSignals;
-    tirlo::AppDelegate delegate;
+    // Before the lock, which tells others where to send their signal.
+    tirlo::ProcessSignals processSignals;
+    const tirlo::Paths paths = tirlo::Paths::ofUser();
+    tirlo::SingleInstance instance(paths);
+    if (!instance.claim())
+        return 0;
+
+    tirlo::AppDelegate delegate(paths);
     if (!delegate.applicationDidFinishLaunching())
         return 1;
-    return QApplication::exec();
+    processSignals.onCalled = [&delegate] { delegate.openIsland(); };
+    const int status = QApplication::exec();
+    processSignals.onCalled = nullptr;
+    return status;
 }

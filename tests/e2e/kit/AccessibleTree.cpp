@@ -50,7 +50,8 @@ AccessibleNode describe(AtspiAccessible *node)
     AtspiComponent *component = atspi_accessible_get_component_iface(node);
     if (!component)
         return described;
-    if (AtspiRect *rect = atspi_component_get_extents(component, ATSPI_COORD_TYPE_SCREEN, nullptr)) {
+    if (AtspiRect *rect
+        = atspi_component_get_extents(component, ATSPI_COORD_TYPE_SCREEN, nullptr)) {
         described.x = rect->x;
         described.y = rect->y;
         described.width = rect->width;

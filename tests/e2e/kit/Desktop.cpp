@@ -17,8 +17,8 @@ bool isVirtualDesktop()
 
 void clickAt(int x, int y)
 {
-    QProcess::execute("xdotool", {"mousemove", "--sync", QString::number(x), QString::number(y),
-                                  "click", "1"});
+    QProcess::execute(
+        "xdotool", {"mousemove", "--sync", QString::number(x), QString::number(y), "click", "1"});
 }
 
 void movePointer(int x, int y)

@@ -20,8 +20,8 @@ bool accepts(const QByteArray &socketPath)
         return false;
     socketPath.toStdString().copy(address.sun_path, sizeof address.sun_path - 1);
     const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool connected =
-        connect(fd, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    const bool connected
+        = connect(fd, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
     close(fd);
     return connected;
 }
@@ -29,6 +29,7 @@ bool accepts(const QByteArray &socketPath)
 } // namespace
 
 Program::Program(const QString &binary)
+    : m_binary(binary)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // The X server's cookie lies in the real home.
@@ -38,8 +39,7 @@ Program::Program(const QString &binary)
     environment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    m_process.start(binary, QStringList());
-    m_ready = m_process.waitForStarted() && waitForSocket();
+    m_ready = start();
 }
 
 Program::~Program()
@@ -49,6 +49,18 @@ Program::~Program()
         m_process.kill();
         m_process.waitForFinished();
     }
+}
+
+bool Program::restart()
+{
+    m_ready = start();
+    return m_ready;
+}
+
+bool Program::start()
+{
+    m_process.start(m_binary, QStringList());
+    return m_process.waitForStarted() && waitForSocket();
 }
 
 QString Program::hookScript() const

@@ -15,6 +15,8 @@ public:
     ~Program();
 
     [[nodiscard]] bool isReady() const { return m_ready; }
+    /// Starts the program again in the same home; false when its socket does not answer.
+    [[nodiscard]] bool restart();
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     [[nodiscard]] QString home() const { return m_home.path(); }
@@ -27,6 +29,9 @@ private:
     [[nodiscard]] QString supportFolder() const;
     [[nodiscard]] bool waitForSocket() const;
 
+    [[nodiscard]] bool start();
+
+    const QString m_binary;
     QTemporaryDir m_home;
     QProcess m_process;
     bool m_ready = false;

@@ -1,8 +1,9 @@
-#include "TerminationSignals.h"
+#include "ProcessSignals.h"
 
 #include <QCoreApplication>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,28 +12,29 @@ namespace tirlo {
 
 namespace {
 
-constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP};
+constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP, SIGUSR1};
 
 /// The pipe from the handler to the event loop: reading end first.
 std::array<int, 2> wakePipe{-1, -1};
 
-void wake(int)
+void wake(int number)
 {
+    const int savedError = errno;
+    const auto byte = static_cast<unsigned char>(number);
     // The pipe is non-blocking: when it is full the loop has been woken already.
-    [[maybe_unused]] const auto written = write(wakePipe[1], "", 1);
+    [[maybe_unused]] const auto written = write(wakePipe[1], &byte, 1);
+    errno = savedError;
 }
 
 } // namespace
 
-TerminationSignals::TerminationSignals()
+ProcessSignals::ProcessSignals()
 {
     if (pipe2(wakePipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     m_notifier = std::make_unique<QSocketNotifier>(wakePipe[0], QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
-        m_notifier->setEnabled(false);
-        QCoreApplication::quit();
-    });
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [this] { takeSignals(); });
 
     struct sigaction action = {};
     action.sa_handler = wake;
@@ -41,7 +43,7 @@ TerminationSignals::TerminationSignals()
         sigaction(number, &action, nullptr);
 }
 
-TerminationSignals::~TerminationSignals()
+ProcessSignals::~ProcessSignals()
 {
     if (!m_notifier)
         return;
@@ -50,6 +52,17 @@ TerminationSignals::~TerminationSignals()
     m_notifier.reset();
     for (const int fd : wakePipe)
         close(fd);
+}
+
+void ProcessSignals::takeSignals()
+{
+    unsigned char number = 0;
+    while (read(wakePipe[0], &number, 1) == 1) {
+        if (number != SIGUSR1)
+            QCoreApplication::quit();
+        else if (onCalled)
+            onCalled();
+    }
 }
 
 } // namespace tirlo

@@ -1,0 +1,99 @@
+#include "kit/AccessibleTree.h"
+#include "kit/Agent.h"
+#include "kit/Desktop.h"
+#include "kit/Program.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace tirlo::e2e;
+
+namespace {
+
+/// The island as the user sees and moves it, with real pointer and keys, after the greeting.
+class IslandTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        movePointer(640, 700);
+        ASSERT_TRUE(program.isReady());
+        ASSERT_TRUE(waitForWidth(openWidth)) << "a start opens the island for the greeting";
+        ASSERT_TRUE(waitForWidth(compactWidth, 10000)) << "the greeting folds away by itself";
+    }
+
+    static void press(const char *keys) { QProcess::execute("xdotool", {"key", keys}); }
+
+    /// Whether the island on the screen comes to be that wide: black in the middle, not beside it.
+    static bool waitForWidth(int width, int milliseconds = 4000)
+    {
+        return waitUntil([width] { return islandWidth() == width; }, milliseconds);
+    }
+
+    /// Width in pixels of the black run across the top of the screen.
+    static int islandWidth()
+    {
+        QScreen *screen = QGuiApplication::primaryScreen();
+        const QImage line = screen->grabWindow(0, 0, 2, screen->geometry().width(), 1).toImage();
+        const auto isBlack = [&](int x) { return line.pixelColor(x, 0).lightness() < 4; };
+        int left = screenMiddle();
+        int right = left;
+        while (left > 0 && isBlack(left - 1))
+            --left;
+        while (right < line.width() && isBlack(right))
+            ++right;
+        return right - left;
+    }
+
+    static constexpr int compactWidth = 240;
+    static constexpr int openWidth = 640;
+
+    Program program{TIRLO_PROGRAM};
+};
+
+TEST_F(IslandTest, AClickOpensAndEscapeCloses)
+{
+    clickAt(screenMiddle(), 10);
+    EXPECT_TRUE(waitForWidth(openWidth));
+    EXPECT_TRUE(showsText(program.processId(), "VS Code"));
+    movePointer(640, 700);
+    press("Escape");
+    EXPECT_TRUE(waitForWidth(compactWidth));
+
+    // Nothing held: the key of another program's shortcut leaves the island alone.
+    press("shift+super+n");
+    EXPECT_FALSE(waitForWidth(openWidth, 800)) << "the hotkey is off at first";
+}
+
+TEST_F(IslandTest, ASecondStartOpensTheFirstAndEnds)
+{
+    QProcess second;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", program.home());
+    second.setProcessEnvironment(environment);
+    second.start(TIRLO_PROGRAM, QStringList());
+    ASSERT_TRUE(second.waitForFinished(5000));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(waitForWidth(openWidth));
+
+    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    EXPECT_TRUE(agent.send("SessionStart"));
+    EXPECT_TRUE(waitUntil([&] { return showsText(program.processId(), "lighthouse"); }))
+        << "the first still has the socket";
+}
+
+TEST_F(IslandTest, AKilledRunIsNoObstacle)
+{
+    ASSERT_EQ(kill(pid_t(program.processId()), SIGKILL), 0);
+    ASSERT_TRUE(waitUntil([&] { return !program.isRunning(); }));
+    EXPECT_TRUE(program.restart());
+}
+
+} // namespace
