@@ -1,6 +1,5 @@
 #include "IslandPanel.h"
 
-#include "IslandGeometry.h"
 #include "core/AppState.h"
 #include "platform/WindowShape.h"
 
@@ -16,14 +15,20 @@ namespace {
 /// How far, in points, the hit area reaches over the island's edges.
 constexpr double hitMargin = 6;
 
+Qt::WindowFlags windowFlagsFor(bool isManaged)
+{
+    const Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+        | Qt::NoDropShadowWindowHint | Qt::WindowDoesNotAcceptFocus;
+    return isManaged ? flags : flags | Qt::BypassWindowManagerHint;
+}
+
 } // namespace
 
-IslandPanel::IslandPanel(AppState &state, WindowShape &shape)
-    : QWidget(nullptr,
-              Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint
-                  | Qt::WindowDoesNotAcceptFocus)
+IslandPanel::IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEverywhere)
+    : QWidget(nullptr, windowFlagsFor(pointerSeenEverywhere))
     , m_state(state)
     , m_shape(shape)
+    , m_takesPointerInHitArea(!pointerSeenEverywhere)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
@@ -37,11 +42,14 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape)
     m_observers.follow(m_state.chatHistory, update);
 }
 
-void IslandPanel::placeOn(const ScreenInfo &screen)
+void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch)
 {
+    notchWidth = notch.notchWidth;
+    notchHeight = notch.notchHeight;
     m_screenOrigin = screen.frame.topLeft();
     const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
     move(int(std::round(left)), int(std::round(screen.frame.top())));
+    updateInputRegion();
 }
 
 QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
@@ -56,13 +64,6 @@ QRectF IslandPanel::hitArea() const
     const bool isTight = !m_state.hasNotch && m_state.mode != IslandMode::expanded;
     const double margin = isTight ? 0 : hitMargin;
     return currentIslandFrame(notchWidth, notchHeight).adjusted(-margin, -margin, margin, margin);
-}
-
-void IslandPanel::setTakesPointerInHitArea(bool takes)
-{
-    m_takesPointerInHitArea = takes;
-    m_inputShape = {.width = 0, .height = 0};
-    updateInputRegion();
 }
 
 void IslandPanel::setContent(QWidget *content)

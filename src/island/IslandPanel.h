@@ -1,8 +1,7 @@
 #pragma once
 
 #include "IslandConst.h"
-#include "IslandShape.h"
-#include "platform/Screens.h"
+#include "IslandGeometry.h"
 #include "ui/Observers.h"
 
 #include <QWidget>
@@ -21,15 +20,19 @@ class IslandPanel final : public QWidget
     Q_OBJECT
 
 public:
-    /// Both must outlive the panel.
-    IslandPanel(AppState &state, WindowShape &shape);
+    /// Store and shape must outlive the panel.
+    ///
+    /// Where the pointer is only known over windows of ours, the panel takes it in the whole hit
+    /// area; such a desktop is a Wayland session, whose window manager is also kept out of it,
+    /// since it would put the panel into the middle of the screen.
+    IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEverywhere = true);
 
     /// The notch in points, as measured on the panel's screen.
     double notchWidth = IslandConst::unknownNotchWidth;
     double notchHeight = 32;
 
-    /// Hangs the panel at the top centre of the screen.
-    void placeOn(const ScreenInfo &screen);
+    /// Hangs the panel at the top centre of the screen, whose notch has been measured.
+    void placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch);
 
     /// The top-left corner of the panel's screen, in points of the desktop.
     [[nodiscard]] QPointF screenOrigin() const { return m_screenOrigin; }
@@ -40,11 +43,6 @@ public:
     /// Where the pointer counts as being on the island: a little more than what is drawn, except
     /// for a closed island on a screen without a notch.
     [[nodiscard]] QRectF hitArea() const;
-
-    /// Takes the pointer in the whole hit area rather than in the drawn outline alone.
-    ///
-    /// For desktops that tell where the pointer is only while it is over a window of ours.
-    void setTakesPointerInHitArea(bool takes);
 
     /// Fills the panel with the island's views; the panel owns them from now on.
     void setContent(QWidget *content);
@@ -64,10 +62,10 @@ private:
 
     AppState &m_state;
     WindowShape &m_shape;
+    const bool m_takesPointerInHitArea;
     QPointF m_screenOrigin;
     /// What the region that takes the pointer was made of; an empty outline stands for none.
     IslandShape m_inputShape{.width = 0, .height = 0};
-    bool m_takesPointerInHitArea = false;
     Observers m_observers;
 };
 

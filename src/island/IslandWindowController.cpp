@@ -35,7 +35,7 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, App
     , m_sounds(sounds)
     , m_queue(queue)
     , m_screen(chosenScreen(desktop.screens))
-    , m_panel(state, desktop.shape)
+    , m_panel(state, desktop.shape, desktop.pointer.seesWholeDesktop())
     , m_fsm(queue)
     , m_hover(state, notifications, sounds, queue)
     , m_loop({m_panel, m_fsm, m_hover, state, notifications}, desktop.pointer, desktop.pollDriver)
@@ -100,13 +100,10 @@ void IslandWindowController::setupPanel()
 {
     const auto notch
         = IslandGeometry::screenGeometry(m_screen, m_desktop.screens.statusBarThickness());
-    m_panel.notchWidth = notch.notchWidth;
-    m_panel.notchHeight = notch.notchHeight;
     m_state.notchWidth = notch.notchWidth;
     m_state.notchHeight = notch.notchHeight;
     m_state.hasNotch = notch.hasNotch;
-    m_panel.placeOn(m_screen);
-    m_panel.setTakesPointerInHitArea(!m_desktop.pointer.seesWholeDesktop());
+    m_panel.placeOn(m_screen, notch);
 }
 
 void IslandWindowController::wireMachine()
