@@ -46,12 +46,17 @@ void open(AppState &state, IslandView view, const QList<AgentTask> &tasks)
     state.focusId = tasks.isEmpty() ? std::nullopt : std::optional(tasks.first().id);
     state.view = view;
     state.mode = IslandMode::expanded;
+    // The mascot looks at the pointer: here it is on the card.
+    state.mousePosition = {700, 120};
 }
 
 Scene overview(const char *caption, const QList<AgentTask> &tasks)
 {
-    return {QString::fromUtf8(caption),
-            [tasks](AppState &state) { open(state, IslandView::overview, tasks); }};
+    return {QString::fromUtf8(caption), [tasks](AppState &state) {
+                open(state, IslandView::overview, tasks);
+                if (!tasks.isEmpty() && !tasks.first().steps.isEmpty())
+                    state.updateTask(tasks.first().id, BotState::working);
+            }};
 }
 
 Scene approval(const char *caption, const QString &command, const QList<AgentTask> &tasks)
@@ -62,6 +67,8 @@ Scene approval(const char *caption, const QString &command, const QList<AgentTas
                 request.pillId = tasks.isEmpty() ? QString() : tasks.first().id;
                 state.pendingApproval = request;
                 open(state, IslandView::approval, tasks);
+                if (!tasks.isEmpty())
+                    state.updateTask(tasks.first().id, BotState::approval);
             }};
 }
 
