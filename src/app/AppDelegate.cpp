@@ -70,7 +70,8 @@ void AppDelegate::openSettings()
 {
     if (m_state.mode == IslandMode::expanded)
         m_islandController->collapse();
-    m_settingsOpener.open(m_islandController->screen());
+    const auto notched = IslandGeometry::notchScreen(m_screens);
+    m_settingsOpener.open(notched ? notched : m_screens.main());
 }
 
 } // namespace tirlo

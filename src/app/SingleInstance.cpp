@@ -1,6 +1,9 @@
 #include "SingleInstance.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
+#include <QSysInfo>
 
 #include <csignal>
 #include <sys/types.h>
@@ -24,6 +27,14 @@ bool SingleInstance::claim()
     QString hostName;
     QString applicationName;
     if (!m_lock.getLockInfo(&processId, &hostName, &applicationName) || processId <= 0)
+        return true;
+    if (processId == QCoreApplication::applicationPid()) {
+        // Left over from another boot by a process that happened to have our number.
+        QFile::remove(m_lock.fileName());
+        return m_lock.tryLock();
+    }
+    // A home that is shared between machines may hold the lock of another one's program.
+    if (hostName != QSysInfo::machineHostName())
         return true;
     kill(pid_t(processId), SIGUSR1);
     return false;

@@ -11,7 +11,15 @@ int main(int argc, char *argv[])
     // A write to a relay that has gone must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
 
+    // The island has to place itself, which a Wayland session allows through its X server alone.
+    const bool choosesX
+        = qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (choosesX)
+        qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication application(argc, argv);
+    // What is started from here makes its own choice.
+    if (choosesX)
+        qunsetenv("QT_QPA_PLATFORM");
     QApplication::setApplicationName(QStringLiteral("tirlo"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tirlo"));
     // The program lives on without a window, until the user quits it.

@@ -62,9 +62,9 @@ public:
 
     // Files.
     QProperty<double> uploadProgress{0};
-    QProperty<std::optional<double>> uploadStartTime;
+    std::optional<double> uploadStartTime;
     /// Seconds.
-    QProperty<double> uploadDuration{2.4};
+    double uploadDuration = 2.4;
     QProperty<bool> fileDragOver{false};
 
     // Settings, persisted on each change.

@@ -26,8 +26,9 @@ IslandPresses::IslandPresses(const Parts &parts, std::function<void()> openDefau
 
 bool IslandPresses::eventFilter(QObject *watched, QEvent *event)
 {
+    // A second quick press comes as a press first, and then once more as a double click.
     const QEvent::Type type = event->type();
-    const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+    const bool isPress = type == QEvent::MouseButtonPress;
     if (isPress || type == QEvent::MouseButtonRelease) {
         const auto *mouse = static_cast<QMouseEvent *>(event);
         if (mouse->button() == Qt::LeftButton && isPress)

@@ -6,8 +6,6 @@
 #include "platform/Applications.h"
 #include "platform/MainQueue.h"
 
-#include <cmath>
-
 namespace tirlo {
 
 namespace {
@@ -56,6 +54,8 @@ void IslandWindowController::expand(IslandView to)
 {
     m_state.view = to;
     setMode(IslandMode::expanded);
+    // A view that was there already is no change, and the keyboard may have gone meanwhile.
+    followView();
     m_state.lastActivity = m_queue.mediaTime();
 }
 

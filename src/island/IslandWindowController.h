@@ -45,8 +45,6 @@ public:
 
     [[nodiscard]] IslandPanel &panel() { return m_panel; }
     [[nodiscard]] IslandStateMachine &fsm() { return m_fsm; }
-    /// The screen that the island hangs on, as it was at start.
-    [[nodiscard]] const ScreenInfo &screen() const { return m_screen; }
 
     /// Fills the panel with the island's views.
     void setContent(QWidget *content) { m_panel.setContent(content); }

@@ -71,15 +71,14 @@ void PointerLoop::followEdge(bool inside)
 {
     if (inside == m_wasInIsland)
         return;
-    // The machine may ask for the present state from within its event.
-    const bool entered = inside && !m_wasInIsland;
-    if (!entered) {
+    if (!inside) {
         m_parts.machine.mouseLeft();
     } else {
         if (m_parts.machine.state() == IslandStateMachine::State::tirlo)
             Q_EMIT m_parts.notifications.greetingHover();
         m_parts.machine.mouseEntered();
     }
+    // Only now: what the machine reports from within its event counts with the last position.
     m_wasInIsland = inside;
 }
 

@@ -44,9 +44,6 @@ public:
     /// Whether the pointer was on the island at the last tick.
     [[nodiscard]] bool wasInIsland() const { return m_wasInIsland; }
 
-    /// Where the pointer is now, in points of the desktop.
-    [[nodiscard]] QPointF position() const { return m_pointer.position(); }
-
 private:
     [[nodiscard]] bool isInHitArea(QPointF local) const;
     void publish(QPointF position);

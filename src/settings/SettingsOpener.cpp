@@ -6,11 +6,14 @@ namespace tirlo {
 
 void SettingsOpener::open(const std::optional<ScreenInfo> &screen)
 {
-    if (!m_window || !m_window->isVisible())
+    if (!m_window || !m_window->isVisible() || m_window->isMinimized())
         m_window = std::make_unique<SettingsWindow>();
     if (screen) {
-        const QRectF place = placeBelowIsland(*screen, m_window->size(), m_window->minimumHeight());
-        m_window->setGeometry(place.toRect());
+        const QRectF place
+            = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumHeight());
+        // The frame with its title bar is what stands there.
+        m_window->move(place.topLeft().toPoint());
+        m_window->resize(place.size().toSize() - (m_window->frameSize() - m_window->size()));
     }
     m_window->show();
     m_window->raise();

@@ -68,11 +68,6 @@ void BotPlacement::paintEvent(QPaintEvent *)
                  m_side.valueAt(time) / canvasPerDiameter, time);
 }
 
-void BotPlacement::showEvent(QShowEvent *)
-{
-    raise();
-}
-
 void BotPlacement::followPlace()
 {
     m_canvas->setVisible(isShown(m_state));

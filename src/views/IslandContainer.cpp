@@ -88,8 +88,18 @@ void IslandContainer::show(const IslandShape &shape)
     resize(2 * int(std::ceil(shape.width / 2)), int(std::ceil(shape.height)));
     m_content->move((width() - m_content->width()) / 2, m_content->y());
     m_mascot->setGeometry(rect());
+    clipContent();
     update();
     Q_EMIT sizeChanged();
+}
+
+/// Keeps the content within the outline while that is on its way; at rest it lies within by itself.
+void IslandContainer::clipContent()
+{
+    if (!m_content->isVisible() || m_shape == IslandGeometry::islandShape(m_state))
+        m_content->clearMask();
+    else
+        m_content->setMask(m_shape.region().translated(-m_content->pos()));
 }
 
 /// Cards are laid out once, at the size that the island is going to, and uncovered by it.
@@ -107,6 +117,7 @@ void IslandContainer::layOutContent()
                                int(target.height) - lift);
     }
     m_content->setVisible(showsContent);
+    clipContent();
     m_greeting->setVisible(showsGreeting);
 }
 

@@ -41,6 +41,7 @@ private:
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);
     void show(const IslandShape &shape);
+    void clipContent();
     void layOutContent();
 
     AppState &m_state;
@@ -54,7 +55,7 @@ private:
     Animated<double> m_height;
     Animated<double> m_cornerRadius;
     Animated<double> m_topRadius;
-    IslandShape m_shape;
+    IslandShape m_shape{.width = 0, .height = 0};
     FrameClock::Subscription m_frames;
     Observers m_observers;
 };

@@ -3,6 +3,7 @@
 #include "kit/Desktop.h"
 #include "kit/Program.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPixmap>
@@ -70,6 +71,20 @@ TEST_F(IslandTest, AClickOpensAndEscapeCloses)
     // Nothing held: the key of another program's shortcut leaves the island alone.
     press("shift+super+n");
     EXPECT_FALSE(waitForWidth(openWidth, 800)) << "the hotkey is off at first";
+}
+
+TEST_F(IslandTest, TheHotkeyOpensWhenTheSettingsSaySo)
+{
+    ASSERT_TRUE(program.stop());
+    QFile settings(program.home() + "/Library/Application Support/Skerry/settings.json");
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write(R"({"hotkeyEnabled": true})");
+    settings.close();
+    ASSERT_TRUE(program.restart());
+    ASSERT_TRUE(waitForWidth(openWidth));
+    ASSERT_TRUE(waitForWidth(compactWidth, 10000));
+    press("shift+super+n");
+    EXPECT_TRUE(waitForWidth(openWidth));
 }
 
 TEST_F(IslandTest, ASecondStartOpensTheFirstAndEnds)

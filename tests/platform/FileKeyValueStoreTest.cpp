@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -101,6 +102,19 @@ TEST_F(FileKeyValueStoreTest, WhatCannotBeSetAsideIsLeftAlone)
     store.setValue("flag", true);
     EXPECT_EQ(store.boolean("flag"), true);
     EXPECT_EQ(readFile(path), "not json");
+}
+
+TEST_F(FileKeyValueStoreTest, WhatCannotBeReadIsLeftAlone)
+{
+    // A folder opens for nobody, whoever runs the test.
+    ASSERT_TRUE(QDir().mkpath(path));
+    auto store = open();
+    store.setValue("flag", true);
+    EXPECT_EQ(store.boolean("flag"), true);
+    EXPECT_TRUE(QFileInfo(path).isDir());
+    EXPECT_EQ(
+        QDir(folder.filePath("support")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+        1);
 }
 
 TEST_F(FileKeyValueStoreTest, ForeignMembersSurviveAndHarmNothing)

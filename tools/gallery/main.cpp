@@ -18,36 +18,77 @@
 #include <QPainter>
 #include <QTextStream>
 
+#include <memory>
+
 using namespace tirlo;
 
 namespace {
 
-/// Paints the real views as the store of the scene has them.
+/// The real views over a store of their own, in time that stands still between pictures.
+class Stage
+{
+public:
+    explicit Stage(const Scene &scene)
+    {
+        scene.arrange(state);
+        m_root = std::make_unique<IslandRootView>(
+            ViewContext{state, m_notifications, m_sounds, m_queue, m_frames, m_screens, m_actions});
+        m_root->setAttribute(Qt::WA_TranslucentBackground);
+        m_root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
+        m_root->show();
+    }
+
+    QImage photographAfter(double seconds, double devicePixelRatio)
+    {
+        m_queue.advance(seconds);
+        QCoreApplication::processEvents();
+        QImage tile = blankTile(devicePixelRatio);
+        QPainter painter(&tile);
+        m_root->render(&painter, {}, {}, QWidget::DrawChildren);
+        return tile;
+    }
+
+private:
+    ManualQueue m_queue;
+    ManualFrameDriver m_driver{m_queue};
+    FrameClock m_frames{m_queue, m_driver};
+    const FakeScreens m_screens;
+    MemoryStore m_settings;
+    Notifications m_notifications;
+    SilentSoundEngine m_sounds;
+    const IslandActions m_actions{[](const QString &) {}};
+
+public:
+    AppState state{m_settings, m_queue};
+
+private:
+    std::unique_ptr<IslandRootView> m_root;
+};
+
+/// The scene once all motion has come to rest and the mascot has its mood.
 QImage photograph(const Scene &scene, double devicePixelRatio)
 {
-    ManualQueue queue;
-    ManualFrameDriver driver(queue);
-    FrameClock frames(queue, driver);
-    const FakeScreens screens;
-    MemoryStore settings;
-    AppState state(settings, queue);
-    Notifications notifications;
-    SilentSoundEngine sounds;
-    const IslandActions actions{[](const QString &) {}};
+    return Stage(scene).photographAfter(1, devicePixelRatio);
+}
 
-    scene.arrange(state);
-    IslandRootView root({state, notifications, sounds, queue, frames, screens, actions});
-    root.setAttribute(Qt::WA_TranslucentBackground);
-    root.resize(IslandConst::panelWidth, IslandConst::panelHeight);
-    root.show();
-    // All motion has come to rest, and the mascot has its mood.
-    queue.advance(1);
-    QCoreApplication::processEvents();
+/// A film strip of the island opening on its spring and closing on its curve.
+std::vector<Tile> motionTiles(double devicePixelRatio)
+{
+    constexpr double step = 0.06;
+    constexpr int picturesEach = 8;
+    Stage stage({{}, [](AppState &state) { state.mousePosition = {700, 120}; }});
+    stage.photographAfter(1, devicePixelRatio);
 
-    QImage tile = blankTile(devicePixelRatio);
-    QPainter painter(&tile);
-    root.render(&painter, {}, {}, QWidget::DrawChildren);
-    return tile;
+    std::vector<Tile> tiles;
+    for (const IslandMode mode : {IslandMode::expanded, IslandMode::compact}) {
+        stage.state.mode = mode;
+        for (int i = 0; i < picturesEach; ++i) {
+            const QString caption = QStringLiteral("%1, %2 s").arg(rawText(mode)).arg(i * step);
+            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
+        }
+        stage.photographAfter(2, devicePixelRatio);
+    }
+    return tiles;
 }
 
 /// Paints a widget of its own in the middle of a tile.
@@ -112,6 +153,7 @@ int main(int argc, char *argv[])
     for (const double ratio : {1.0, 2.0}) {
         for (const SceneGroup &group : allScenes())
             isComplete &= writeSheet(group.name, tilesOf(group, ratio), ratio, folder);
+        isComplete &= writeSheet(QStringLiteral("motion"), motionTiles(ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("controls"), controlTiles(ratio), ratio, folder);
     }
     return isComplete ? 0 : 1;

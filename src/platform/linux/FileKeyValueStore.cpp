@@ -43,8 +43,8 @@ std::optional<StoredValue> fromJson(const QJsonValue &json)
     }
     if (!json.isObject() || !json[bytesMember].isString())
         return std::nullopt;
-    const auto decoded = QByteArray::fromBase64Encoding(
-        json[bytesMember].toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    const auto decoded = QByteArray::fromBase64Encoding(json[bytesMember].toString().toLatin1(),
+                                                        QByteArray::AbortOnBase64DecodingErrors);
     return decoded ? std::optional<StoredValue>(decoded.decoded) : std::nullopt;
 }
 
@@ -76,12 +76,19 @@ void FileKeyValueStore::load(const MainQueue &clock)
     if (!file.exists())
         return;
 
-    if (file.open(QIODevice::ReadOnly)) {
-        const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-        if (document.isObject()) {
-            m_values = document.object();
-            return;
-        }
+    // What can't be read may be whole all the same.
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_mayWrite = false;
+        return;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    if (file.error() != QFileDevice::NoError) {
+        m_mayWrite = false;
+        return;
+    }
+    if (document.isObject()) {
+        m_values = document.object();
+        return;
     }
     file.close();
     const QString stamp = clock.wallClock().toString(QStringLiteral("yyyyMMdd-HHmmss"));

@@ -10,9 +10,9 @@ class MainQueue;
 
 /// Settings in one JSON file, mode 0600, replaced atomically on each change.
 ///
-/// Bytes stand in the file as an object with one member "base64". A file that can't be understood
-/// is set aside as `<name>.corrupt-<time>`; where even that fails the file is left alone and changes
-/// hold for this run only.
+/// Bytes stand in the file as an object with one member "base64". A file that does not parse is set
+/// aside as `<name>.corrupt-<time>`; where even that fails, and where the file can't be read, it is
+/// left alone and changes hold for this run only.
 class FileKeyValueStore final : public KeyValueStore
 {
 public:

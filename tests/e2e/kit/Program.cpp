@@ -44,11 +44,17 @@ Program::Program(const QString &binary)
 
 Program::~Program()
 {
-    m_process.terminate();
-    if (!m_process.waitForFinished(5000)) {
+    if (isRunning() && !stop()) {
         m_process.kill();
         m_process.waitForFinished();
     }
+}
+
+bool Program::stop()
+{
+    m_process.terminate();
+    return m_process.waitForFinished(5000) && m_process.exitStatus() == QProcess::NormalExit
+        && m_process.exitCode() == 0;
 }
 
 bool Program::restart()

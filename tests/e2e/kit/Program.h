@@ -15,6 +15,8 @@ public:
     ~Program();
 
     [[nodiscard]] bool isReady() const { return m_ready; }
+    /// Asks the program to end; false when it does not end in order within five seconds.
+    bool stop();
     /// Starts the program again in the same home; false when its socket does not answer.
     [[nodiscard]] bool restart();
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }

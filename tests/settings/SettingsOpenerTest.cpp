@@ -1,0 +1,69 @@
+#include "settings/SettingsOpener.h"
+#include "settings/SettingsPlacement.h"
+
+#include "platform/Screens.h"
+
+#include <QPointer>
+
+#include <gtest/gtest.h>
+
+namespace tirlo {
+
+namespace {
+
+ScreenInfo screenOf(const QRectF &frame, double barHeight, double dockHeight = 0)
+{
+    ScreenInfo screen;
+    screen.frame = frame;
+    screen.visibleFrame = frame.adjusted(0, barHeight, 0, -dockHeight);
+    return screen;
+}
+
+TEST(SettingsPlacementTest, StandsBelowTheIslandAndShrinksToFit)
+{
+    const QSizeF window(480, 720);
+    const double minimum = 320;
+    struct Row
+    {
+        ScreenInfo screen;
+        QRectF place;
+    };
+    const std::vector<Row> rows{
+        // Room for all of it: right below the panel, in the middle.
+        {screenOf({0, 0, 1920, 1200}, 24), {720, 332, 480, 720}},
+        // A second screen has an origin of its own.
+        {screenOf({1920, 100, 1920, 1200}, 0), {2640, 432, 480, 720}},
+        // Too little room: it shrinks, and its lower edge keeps the margin.
+        {screenOf({0, 0, 1440, 900}, 24, 60), {480, 332, 480, 496}},
+        // Less room than it needs at the least: it reaches up over the island.
+        {screenOf({0, 0, 1024, 600}, 0), {272, 268, 480, 320}},
+        // A bar higher than the panel.
+        {screenOf({0, 0, 1920, 1200}, 400), {720, 400, 480, 720}},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(placeBelowIsland(row.screen, window, minimum), row.place);
+}
+
+TEST(SettingsOpenerTest, AVisibleWindowIsReusedAndAClosedOneReplaced)
+{
+    const auto screen = screenOf({0, 0, 1920, 1200}, 24);
+    SettingsOpener opener;
+    opener.open(screen);
+    QPointer<SettingsWindow> first(opener.window());
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->windowTitle(), QStringLiteral("Settings — Tirlo"));
+    EXPECT_EQ(first->size(), QSize(480, 720));
+    EXPECT_EQ(first->minimumSize(), QSize(420, 320));
+    EXPECT_EQ(first->pos(), QPoint(720, 332));
+
+    opener.open(screen);
+    EXPECT_EQ(opener.window(), first);
+    first->close();
+    opener.open(std::nullopt);
+    EXPECT_FALSE(first) << "a closed window is not brought back";
+    EXPECT_TRUE(opener.window()->isVisible());
+}
+
+} // namespace
+
+} // namespace tirlo
