@@ -80,6 +80,11 @@ void drawBody(QPainter &painter, const BotEngine &engine, const QPainterPath &pa
     }
     fillGrey(painter, path, frame);
     fillTint(painter, path, engine, frame.ry);
+    drawShading(painter, path, frame);
+}
+
+void drawShading(QPainter &painter, const QPainterPath &path, const BotFrame &frame)
+{
     fillRimShade(painter, path, frame.R);
     fillHighlight(painter, frame);
 }

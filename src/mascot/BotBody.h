@@ -14,6 +14,9 @@ struct BotFrame;
 void drawBody(QPainter &painter, const BotEngine &engine, const QPainterPath &path,
               const BotFrame &frame);
 
+/// Rounds a filled body off: a shaded rim and a highlight.
+void drawShading(QPainter &painter, const QPainterPath &path, const BotFrame &frame);
+
 /// Draws the blush, which slides with the head; the painter is clipped to the body.
 void drawCheeks(QPainter &painter, const BotEngine &engine, const BotFrame &frame);
 

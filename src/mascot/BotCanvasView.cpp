@@ -51,6 +51,14 @@ BotCanvasView::BotCanvasView(const BotSurroundings &surroundings, QWidget *paren
     connectNotifications();
 }
 
+void BotCanvasView::setOpacity(double opacity)
+{
+    if (opacity == m_opacity)
+        return;
+    m_opacity = opacity;
+    update();
+}
+
 void BotCanvasView::connectNotifications()
 {
     Notifications *centre = &m_around.notifications;
@@ -158,6 +166,7 @@ void BotCanvasView::feedSlot()
 void BotCanvasView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.setOpacity(m_opacity);
     drawHandsBehind(painter, m_engine, size());
     draw(painter, m_engine, size());
     drawHandsAndExtras(painter, m_engine, size());

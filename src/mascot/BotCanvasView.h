@@ -43,6 +43,9 @@ public:
     /// Sets the height in points that the canvas keeps above the body for particles.
     void setParticleOverhang(double points) { m_particleOverhang = points; }
 
+    /// Sets the opacity of the whole picture, from 0 to 1.
+    void setOpacity(double opacity);
+
     [[nodiscard]] BotEngine &engine() { return m_engine; }
 
 protected:
@@ -64,6 +67,7 @@ private:
     BotSurroundings m_around;
     BotEngine m_engine;
     double m_particleOverhang = 0;
+    double m_opacity = 1;
     BotPictureKey m_shown{};
     FrameClock::Subscription m_frames;
     std::array<QPropertyNotifier, 5> m_notifiers;

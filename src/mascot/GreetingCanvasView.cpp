@@ -1,7 +1,11 @@
 #include "GreetingCanvasView.h"
 
+#include "GreetCast.h"
+#include "GreetDrawing.h"
 #include "SoundEngine.h"
 #include "core/Notifications.h"
+
+#include <QPainter>
 
 #include <cmath>
 
@@ -9,38 +13,68 @@ namespace tirlo {
 
 namespace {
 
+constexpr double never = std::numeric_limits<double>::infinity();
+
 constexpr double firstSoundTime = 1.36;
 constexpr double secondSoundTime = 2.72;
 constexpr double endTime = 4.65;
+/// By now somebody has to stand ready to say that the film is over.
+constexpr double safetyTime = 4.6;
 /// A fold that was asked for this late comes by itself: a pointer that enters calls it off.
 constexpr double lateFoldTime = 4.9;
+/// The one picture shown where nothing may move: burst and wave are over, the mascot looks ahead.
+constexpr double stillTime = 4.2;
 
 } // namespace
 
-GreetingCanvasView::GreetingCanvasView(Notifications &notifications, SoundEngine &sounds,
-                                       MainQueue &queue, QWidget *parent)
+GreetingCanvasView::GreetingCanvasView(AppState &state, Notifications &notifications,
+                                       SoundEngine &sounds, MainQueue &queue, FrameClock &frames,
+                                       QWidget *parent)
     : QWidget(parent)
+    , m_state(state)
     , m_notifications(notifications)
     , m_sounds(sounds)
     , m_queue(queue)
+    , m_clock(frames)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    resize(greetFrame.toSize());
     connect(&notifications, &Notifications::greetingInterrupt, this,
             &GreetingCanvasView::interrupt);
     connect(&notifications, &Notifications::greetingHover, this, &GreetingCanvasView::hover);
 }
 
+bool GreetingCanvasView::isFolding() const
+{
+    return isVisible() && std::isfinite(m_foldTime);
+}
+
+GreetPose GreetingCanvasView::presentPose() const
+{
+    return pose(drawnTime(), m_foldTime, m_compact);
+}
+
 void GreetingCanvasView::showEvent(QShowEvent *)
 {
     m_startTime = m_queue.mediaTime();
-    m_foldTime = std::numeric_limits<double>::infinity();
+    m_foldTime = never;
     m_greetFired = false;
     scheduleWorks();
+    run();
 }
 
 void GreetingCanvasView::hideEvent(QHideEvent *)
 {
     cancelWorks();
+    m_frames.reset();
+}
+
+void GreetingCanvasView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipPath(m_outline);
+    drawGreeting(painter, size(), drawnTime(), m_foldTime, m_compact, greetCast(m_state));
 }
 
 void GreetingCanvasView::scheduleWorks()
@@ -69,20 +103,63 @@ void GreetingCanvasView::complete()
 
 void GreetingCanvasView::interrupt()
 {
-    if (!std::isfinite(m_foldTime) || filmTime() < m_foldTime)
-        m_foldTime = filmTime();
+    if (!isVisible())
+        return;
     cancelWorks();
+    const double t = filmTime();
+    if (t >= m_foldTime)
+        return;
+    m_foldTime = t;
+    run();
 }
 
 void GreetingCanvasView::hover()
 {
-    if (m_foldTime >= lateFoldTime)
-        m_foldTime = std::numeric_limits<double>::infinity();
+    if (!isFolding() || m_foldTime < lateFoldTime)
+        return;
+    m_foldTime = never;
+    run();
+    Q_EMIT foldEnded();
+}
+
+void GreetingCanvasView::run()
+{
+    if (!m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double) { frame(); });
+}
+
+void GreetingCanvasView::frame()
+{
+    const double t = filmTime();
+    update();
+    if (t >= m_foldTime) {
+        const double length = m_clock.reducesMotion() ? 0 : greetFoldTime;
+        if (t < m_foldTime + length)
+            return;
+        m_frames.reset();
+        return Q_EMIT foldEnded();
+    }
+
+    // A fold that was called off took the film's end with it.
+    const bool isOverdue = t >= safetyTime && m_foldTime >= lateFoldTime;
+    if (isOverdue && !m_doneWork.isPending())
+        complete();
+    if (m_greetFired)
+        m_frames.reset();
 }
 
 double GreetingCanvasView::filmTime() const
 {
     return m_queue.mediaTime() - m_startTime;
+}
+
+/// The film time of the picture, which skips to the end of a motion that may not be shown.
+double GreetingCanvasView::drawnTime() const
+{
+    const double t = filmTime();
+    if (!m_clock.reducesMotion())
+        return t;
+    return t < m_foldTime ? stillTime : m_foldTime + greetFoldTime;
 }
 
 } // namespace tirlo

@@ -18,12 +18,6 @@ namespace {
 constexpr int particleOverhang = 40;
 constexpr double glowSeconds = 0.4;
 
-bool isShown(const AppState &state)
-{
-    const bool plays = state.mode == IslandMode::expanded && state.view == IslandView::greeting;
-    return !plays && IslandGeometry::mascotPlace(state).opacity > 0;
-}
-
 } // namespace
 
 BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
@@ -43,7 +37,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_y.jumpTo(place.centre.y());
     m_side.jumpTo(place.diameter * canvasPerDiameter);
     m_glow.moveTo(displayedState(m_state), Animation::none(), m_clock.now());
-    m_canvas->setVisible(isShown(m_state));
+    m_canvas->setVisible(isShown());
     placeCanvas(m_clock.now());
 
     const auto moved = [this] { followPlace(); };
@@ -55,6 +49,28 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.stateOverride, mood);
     m_observers.follow(m_state.focusId, mood);
     m_observers.follow(m_state.tasks, mood);
+}
+
+void BotPlacement::conceal()
+{
+    m_isConcealed = true;
+    m_isAppearing = false;
+    m_canvas->hide();
+    update();
+}
+
+void BotPlacement::takeOver(const MascotPlace &from, const Animation &appearance)
+{
+    const double now = m_clock.now();
+    m_isConcealed = false;
+    m_isAppearing = true;
+    m_x.jumpTo(from.centre.x());
+    m_y.jumpTo(from.centre.y());
+    m_side.jumpTo(from.diameter * canvasPerDiameter);
+    m_opacity.jumpTo(0);
+    m_opacity.animateTo(1, m_clock.permitted(appearance), now);
+    followPlace();
+    placeCanvas(now);
 }
 
 void BotPlacement::paintEvent(QPaintEvent *)
@@ -70,7 +86,7 @@ void BotPlacement::paintEvent(QPaintEvent *)
 
 void BotPlacement::followPlace()
 {
-    m_canvas->setVisible(isShown(m_state));
+    m_canvas->setVisible(isShown());
     const MascotPlace place = IslandGeometry::mascotPlace(m_state);
     const Animation spring = m_clock.permitted(IslandMotion::openSpring);
     const double now = m_clock.now();
@@ -99,9 +115,13 @@ void BotPlacement::frame(double time)
     placeCanvas(time);
     update(before | glowRect());
     const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
-        && m_glow.isAtRest(time);
+        && m_glow.isAtRest(time) && m_opacity.isAtRest(time);
     if (isAtRest)
         m_frames.reset();
+    if (m_isAppearing && m_opacity.isAtRest(time)) {
+        m_isAppearing = false;
+        Q_EMIT appeared();
+    }
 }
 
 void BotPlacement::placeCanvas(double time)
@@ -111,12 +131,18 @@ void BotPlacement::placeCanvas(double time)
                        m_y.valueAt(time) - side / 2 - particleOverhang, side,
                        side + particleOverhang);
     m_canvas->setGeometry(frame.toRect());
+    m_canvas->setOpacity(m_opacity.valueAt(time));
+}
+
+bool BotPlacement::isShown() const
+{
+    return !m_isConcealed && IslandGeometry::mascotPlace(m_state).opacity > 0;
 }
 
 bool BotPlacement::glows() const
 {
     return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading
-        && isShown(m_state);
+        && isShown();
 }
 
 /// The glow's room around where the canvas is now.

@@ -10,6 +10,7 @@
 namespace tirlo {
 
 class BotCanvasView;
+struct MascotPlace;
 
 /// Keeps the big mascot in its place on the island; it flies from one place to the next.
 ///
@@ -21,6 +22,16 @@ class BotPlacement final : public QWidget
 public:
     explicit BotPlacement(const ViewContext &context, QWidget *parent = nullptr);
 
+    /// Leaves the stage to a film that has a mascot of its own.
+    void conceal();
+
+    /// Comes back where the film's mascot stands and goes from there to its own place.
+    void takeOver(const MascotPlace &from, const Animation &appearance);
+
+Q_SIGNALS:
+    /// The mascot can be fully seen again.
+    void appeared();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
@@ -30,6 +41,7 @@ private:
     void run();
     void frame(double time);
     void placeCanvas(double time);
+    [[nodiscard]] bool isShown() const;
     [[nodiscard]] bool glows() const;
     [[nodiscard]] QRect glowRect() const;
 
@@ -41,6 +53,9 @@ private:
     Animated<double> m_x;
     Animated<double> m_y;
     Animated<double> m_side;
+    Animated<double> m_opacity{1};
+    bool m_isConcealed = false;
+    bool m_isAppearing = false;
     FrameClock::Subscription m_frames;
     Observers m_observers;
 };

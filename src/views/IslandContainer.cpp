@@ -16,15 +16,28 @@
 
 namespace tirlo {
 
+namespace {
+
+/// The mascot fades in over the film's one.
+constexpr double appearSeconds = 0.25;
+/// The film's mascot is wider for its diameter than the one that takes over.
+constexpr double mascotPerFilmDiameter = 20.0 / 17;
+
+} // namespace
+
 IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_state(context.state)
     , m_clock(context.frames)
     , m_content(new IslandContentView(context, this))
-    , m_greeting(new GreetingCanvasView(context.notifications, context.sounds, context.queue, this))
+    , m_greeting(new GreetingCanvasView(context.state, context.notifications, context.sounds,
+                                        context.queue, context.frames, this))
     , m_mascot(new BotPlacement(context, this))
     , m_mode(context.state.mode)
 {
+    m_greeting->hide();
+    connect(m_greeting, &GreetingCanvasView::foldEnded, this, &IslandContainer::followFold);
+    connect(m_mascot, &BotPlacement::appeared, m_greeting, &QWidget::hide);
     moveTo(IslandGeometry::islandShape(m_state), Animation::none());
     show(IslandGeometry::islandShape(m_state));
     layOutContent();
@@ -44,7 +57,9 @@ void IslandContainer::paintEvent(QPaintEvent *)
 void IslandContainer::followMode()
 {
     const IslandMode old = std::exchange(m_mode, m_state.mode.value());
-    moveTo(IslandGeometry::islandShape(m_state), IslandMotion::forChange(old, m_mode));
+    const bool folds = m_mode == IslandMode::compact && m_greeting->isFolding();
+    moveTo(IslandGeometry::islandShape(m_state),
+           folds ? Animation(IslandMotion::foldEase) : IslandMotion::forChange(old, m_mode));
     layOutContent();
 }
 
@@ -89,6 +104,7 @@ void IslandContainer::show(const IslandShape &shape)
     m_content->move((width() - m_content->width()) / 2, m_content->y());
     m_mascot->setGeometry(rect());
     clipContent();
+    placeGreeting();
     update();
     Q_EMIT sizeChanged();
 }
@@ -118,7 +134,58 @@ void IslandContainer::layOutContent()
     }
     m_content->setVisible(showsContent);
     clipContent();
-    m_greeting->setVisible(showsGreeting);
+    if (showsGreeting)
+        showGreeting();
+    else
+        dropGreeting();
+}
+
+/// The film keeps its place around the island's middle, whatever the island's width.
+void IslandContainer::placeGreeting()
+{
+    m_greeting->move((width() - m_greeting->width()) / 2, 0);
+    m_greeting->setOutline(m_shape.path().translated((m_greeting->width() - m_shape.width) / 2, 0));
+}
+
+void IslandContainer::showGreeting()
+{
+    // A film that has folded starts anew.
+    if (m_greeting->isFolding())
+        m_greeting->hide();
+    const QSizeF resting = IslandGeometry::islandSize(IslandMode::compact, m_state.view,
+                                                      m_state.notchWidth, m_state.notchHeight, 0);
+    m_greeting->setResting({.width = resting.width(),
+                            .height = resting.height(),
+                            .cornerRadius = IslandConst::closedCornerRadius});
+    m_mascot->conceal();
+    m_greeting->show();
+}
+
+/// Ends the film at once, unless it is folding into the compact island.
+void IslandContainer::dropGreeting()
+{
+    const bool folds = m_mode == IslandMode::compact && m_greeting->isFolding();
+    if (folds || m_greeting->isHidden())
+        return;
+    m_mascot->takeOver(greetingMascot(), Animation::none());
+    m_greeting->hide();
+}
+
+/// Lets the mascot appear over the film's last picture, which then goes.
+void IslandContainer::followFold()
+{
+    if (m_mode == IslandMode::expanded)
+        return;
+    if (!m_greeting->isFolding())
+        return dropGreeting();
+    m_mascot->takeOver(greetingMascot(), TimingCurve::easeInOut(appearSeconds));
+}
+
+MascotPlace IslandContainer::greetingMascot() const
+{
+    const GreetPose pose = m_greeting->presentPose();
+    return {.centre = {m_greeting->x() + pose.x, pose.y},
+            .diameter = pose.d * mascotPerFilmDiameter};
 }
 
 } // namespace tirlo

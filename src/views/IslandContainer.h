@@ -14,6 +14,7 @@ namespace tirlo {
 class BotPlacement;
 class GreetingCanvasView;
 class IslandContentView;
+struct MascotPlace;
 
 /// The black island itself with what is on it; it moves from one size to the next.
 ///
@@ -43,6 +44,11 @@ private:
     void show(const IslandShape &shape);
     void clipContent();
     void layOutContent();
+    void placeGreeting();
+    void showGreeting();
+    void dropGreeting();
+    void followFold();
+    [[nodiscard]] MascotPlace greetingMascot() const;
 
     AppState &m_state;
     FrameClock &m_clock;

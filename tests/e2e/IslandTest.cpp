@@ -32,23 +32,24 @@ protected:
 
     static void press(const char *keys) { QProcess::execute("xdotool", {"key", keys}); }
 
-    /// Whether the island on the screen comes to be that wide: black in the middle, not beside it.
+    /// Whether the island on the screen comes to be that wide.
     static bool waitForWidth(int width, int milliseconds = 4000)
     {
         return waitUntil([width] { return islandWidth() == width; }, milliseconds);
     }
 
-    /// Width in pixels of the black run across the top of the screen.
+    /// Width in pixels of the dark run across the top of the screen: the greeting's light reaches up
+    /// there, but stays far below the wallpaper's.
     static int islandWidth()
     {
         QScreen *screen = QGuiApplication::primaryScreen();
         const QImage line = screen->grabWindow(0, 0, 2, screen->geometry().width(), 1).toImage();
-        const auto isBlack = [&](int x) { return line.pixelColor(x, 0).lightness() < 4; };
+        const auto isDark = [&](int x) { return line.pixelColor(x, 0).lightness() < 32; };
         int left = screenMiddle();
         int right = left;
-        while (left > 0 && isBlack(left - 1))
+        while (left > 0 && isDark(left - 1))
             --left;
-        while (right < line.width() && isBlack(right))
+        while (right < line.width() && isDark(right))
             ++right;
         return right - left;
     }

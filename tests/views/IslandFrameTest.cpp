@@ -1,7 +1,9 @@
 #include "ViewFixture.h"
 
+#include "mascot/GreetingCanvasView.h"
 #include "ui/CardBackground.h"
 #include "ui/TextLabel.h"
+#include "views/BotPlacement.h"
 
 #include <QTest>
 
@@ -121,23 +123,75 @@ TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
     EXPECT_EQ(drawnWidth(), 640);
 }
 
-TEST_F(IslandFrameTest, TheGreetingCompletesOnceAtItsTime)
+/// The mascot's face in the picture: bright pixels, as a rectangle.
+QRect brightPart(const QImage &image)
 {
-    int completions = 0;
-    QObject::connect(&notifications, &Notifications::greetComplete, &notifications,
-                     [&] { ++completions; });
-    open(IslandView::greeting);
-    queue.advance(2.6);
-    EXPECT_EQ(completions, 0);
-    queue.advance(0.1);
-    EXPECT_EQ(completions, 1);
-    EXPECT_EQ(sounds.played, QStringList({QStringLiteral("greet"), QStringLiteral("blip")}));
+    QRect found;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y).lightness() > 170)
+                found |= QRect(x, y, 1, 1);
+        }
+    }
+    return found;
+}
 
+TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
+    state.mode = IslandMode::hidden;
+    queue.advance(2);
+    state.view = IslandView::greeting;
+    state.mode = IslandMode::expanded;
+    queue.advance(3.4);
+    QRect before = brightPart(picture());
+    EXPECT_NEAR(before.center().x(), 360, 2);
+
+    Q_EMIT notifications.greetingInterrupt();
+    state.mode = IslandMode::compact;
     state.view = IslandView::overview;
+    EXPECT_NEAR(brightPart(picture()).center().x(), before.center().x(), 2);
+    for (double passed = 0; passed < 0.75; passed += 0.02) {
+        queue.advance(0.02);
+        SCOPED_TRACE(passed);
+        const QRect now = brightPart(picture());
+        EXPECT_FALSE(now.isEmpty()) << "there is always a mascot";
+        EXPECT_LT((now.center() - before.center()).manhattanLength(), 60) << "and it never leaps";
+        EXPECT_LE(now.bottom(), island().shape().height) << "nor is it cut";
+        before = now;
+    }
+    EXPECT_EQ(island().shape().width, 344);
+    EXPECT_EQ(island().shape().height, 32);
+    EXPECT_NEAR(before.center().x(), 188 + 40, 2);
+    EXPECT_FALSE(root->findChild<GreetingCanvasView *>()->isVisible());
+}
+
+TEST_F(IslandFrameTest, ARequestDuringTheGreetingTakesTheMascotFromWhereItStands)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
+    open(IslandView::greeting);
+    queue.advance(1.4);
+    const QRect before = brightPart(picture());
+    state.view = IslandView::note;
+    EXPECT_FALSE(root->findChild<GreetingCanvasView *>()->isVisible());
+    const auto *canvas = root->findChild<BotPlacement *>()->findChild<QWidget *>();
+    ASSERT_TRUE(canvas->isVisible());
+    EXPECT_NEAR(canvas->mapTo(root.get(), canvas->rect().center()).x(), before.center().x(), 3);
+    queue.advance(2);
+    EXPECT_LT(canvas->mapTo(root.get(), canvas->rect().center()).x(), 120);
+}
+
+TEST_F(IslandFrameTest, AGreetingThatIsCalledBackFromItsFoldStartsAnew)
+{
     open(IslandView::greeting);
     Q_EMIT notifications.greetingInterrupt();
-    queue.advance(10);
-    EXPECT_EQ(completions, 1);
+    state.mode = IslandMode::compact;
+    queue.advance(0.1);
+    sounds.played.clear();
+    state.mode = IslandMode::expanded;
+    queue.advance(5);
+    EXPECT_EQ(island().shape().width, 640);
+    EXPECT_EQ(sounds.played.size(), 2);
 }
 
 TEST_F(IslandFrameTest, OnlyTheSelectedCardIsShown)

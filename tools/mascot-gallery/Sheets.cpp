@@ -1,6 +1,7 @@
 #include "Sheets.h"
 
 #include "Actor.h"
+#include "GreetingSheets.h"
 #include "core/PillCatalog.h"
 
 #include <memory>
@@ -257,7 +258,7 @@ std::vector<Sheet> allSheets()
 {
     std::vector<Sheet> sheets;
     for (const auto make : {stateSheet, eyeSheet, badgeSheet, particleSheet, morphSheet, filmSheet,
-                            miniSheet, sizeSheet})
+                            miniSheet, sizeSheet, greetingSheet, foldedGreetingSheet})
         sheets.push_back(make());
     return sheets;
 }

@@ -1,3 +1,4 @@
+#include "GreetingSheets.h"
 #include "Sheets.h"
 
 #include <QApplication>
@@ -5,7 +6,8 @@
 
 #include <cstdio>
 
-// Draws every face of the mascot to PNG sheets, at device pixel ratios 1 and 2:
+// Draws every face of the mascot to PNG sheets, at device pixel ratios 1 and 2, and the greeting
+// as single frames to the folder greeting-frames in it:
 //   tirlo-mascot-gallery OUTDIR
 int main(int argc, char *argv[])
 {
@@ -30,6 +32,10 @@ int main(int argc, char *argv[])
                 return 1;
             }
         }
+    }
+    if (!tirlo::writeGreetingFrames(directory.filePath(QStringLiteral("greeting-frames")))) {
+        std::fprintf(stderr, "tirlo-mascot-gallery: can't write the greeting's frames\n");
+        return 1;
     }
     return 0;
 }
