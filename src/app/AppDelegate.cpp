@@ -11,6 +11,14 @@
 
 namespace tirlo {
 
+namespace {
+
+/// Seconds from the start to the loading of the sounds: behind the first frames, before the first
+/// sound of the greeting.
+constexpr double soundDelay = 0.3;
+
+} // namespace
+
 AppDelegate::AppDelegate(const Paths &paths)
     : m_paths(paths)
     , m_hookServer({m_state, m_notifications, m_sounds, m_queue, m_log}, m_paths)
@@ -28,6 +36,7 @@ bool AppDelegate::applicationDidFinishLaunching()
     }
     setupMenuBarItem();
     setupIsland();
+    m_queue.after(soundDelay, &m_notifications, [this] { m_sounds.preload(); });
     return true;
 }
 

@@ -6,7 +6,8 @@
 #include "core/Paths.h"
 #include "hooks/HookServer.h"
 #include "island/IslandWindowController.h"
-#include "mascot/SoundEngine.h"
+#include "mascot/PooledSoundEngine.h"
+#include "platform/linux/AlAudioOutput.h"
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/QtMainQueue.h"
@@ -54,13 +55,14 @@ private:
     XcbInputMonitor m_inputMonitor;
     XcbWindowList m_windowList;
     DesktopApplications m_applications;
+    AlAudioOutput m_audioOutput{m_queue};
     TimerFrameDriver m_pollDriver;
     TimerFrameDriver m_frameDriver;
     FrameClock m_frames{m_queue, m_frameDriver};
 
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;
-    SilentSoundEngine m_sounds;
+    PooledSoundEngine m_sounds{m_state, m_audioOutput};
     HookServer m_hookServer;
     const IslandActions m_islandActions;
     SettingsOpener m_settingsOpener;

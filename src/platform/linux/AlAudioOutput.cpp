@@ -1,0 +1,240 @@
+#include "AlAudioOutput.h"
+
+#include "AlDevice.h"
+#include "AudioClip.h"
+#include "platform/MainQueue.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <limits>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace tirlo {
+
+namespace {
+
+/// How often the end of what sounds is looked for.
+constexpr std::chrono::milliseconds lookPeriod{20};
+/// Looks from the last end to the pause, so that the device first plays out what was mixed for it.
+constexpr int looksBeforePause = 8;
+/// Seconds between two looks for a device that is missing.
+constexpr double searchPeriod = 5;
+
+/// What a voice and the player's thread share; the voice may go first.
+struct VoiceState
+{
+    explicit VoiceState(std::shared_ptr<const AudioClip> voiceClip)
+        : clip(std::move(voiceClip))
+    {
+    }
+
+    const std::shared_ptr<const AudioClip> clip;
+    /// Counts the calls of play() and says which of them has ended last: it sounds while they differ.
+    std::atomic<unsigned> asked = 0;
+    std::atomic<unsigned> ended = 0;
+    std::atomic<float> gain = 1;
+};
+
+using VoicePointer = std::shared_ptr<VoiceState>;
+
+} // namespace
+
+/// The thread that owns the device, and its queue of work.
+class AlAudioOutput::Player
+{
+public:
+    Player()
+        : m_thread([this] { run(); })
+    {
+    }
+
+    ~Player()
+    {
+        post([this] { m_isDone = true; });
+        m_thread.join();
+    }
+
+    void play(const VoicePointer &voice, double now)
+    {
+        const unsigned turn = ++voice->asked;
+        post([=, this] { start(voice, turn, now); });
+    }
+
+    void setGain(const VoicePointer &voice, float gain)
+    {
+        voice->gain = gain;
+        post([this, voice] {
+            if (m_device)
+                m_device->setGain(voice.get(), voice->gain);
+        });
+    }
+
+    void release(const VoicePointer &voice)
+    {
+        post([this, voice] {
+            forget(voice);
+            if (m_device)
+                m_device->release(voice.get());
+        });
+    }
+
+private:
+    struct Sounding
+    {
+        VoicePointer voice;
+        unsigned turn;
+    };
+
+    void post(std::function<void()> work)
+    {
+        {
+            const std::lock_guard guard(m_lock);
+            m_work.push_back(std::move(work));
+        }
+        m_wake.notify_one();
+    }
+
+    void run()
+    {
+        m_device = AlDevice::open();
+        while (!m_isDone) {
+            for (const auto &work : takeWork())
+                work();
+            dropEnded();
+        }
+        m_device.reset();
+    }
+
+    /// Sleeps until there is work or, while the device runs, until it is time to look at it.
+    std::vector<std::function<void()>> takeWork()
+    {
+        std::unique_lock guard(m_lock);
+        const auto hasWork = [this] { return !m_work.empty(); };
+        if (m_looksLeft > 0)
+            m_wake.wait_for(guard, lookPeriod, hasWork);
+        else
+            m_wake.wait(guard, hasWork);
+        return std::exchange(m_work, {});
+    }
+
+    void start(const VoicePointer &voice, unsigned turn, double now)
+    {
+        forget(voice);
+        if (!wakeDevice(now)) {
+            voice->ended = turn;
+            return;
+        }
+        m_device->play(voice.get(), voice->clip, voice->gain);
+        m_sounding.push_back({voice, turn});
+    }
+
+    void forget(const VoicePointer &voice)
+    {
+        std::erase_if(m_sounding, [&](const Sounding &other) { return other.voice == voice; });
+    }
+
+    /// Has the device run, opening it where need be; false if there is none.
+    bool wakeDevice(double now)
+    {
+        if (m_device) {
+            m_device->resume();
+            if (m_device->isConnected())
+                return true;
+            closeDevice();
+        }
+        if (now - m_lastSearch < searchPeriod)
+            return false;
+        m_lastSearch = now;
+        m_device = AlDevice::open();
+        if (m_device)
+            m_device->resume();
+        return m_device != nullptr;
+    }
+
+    void closeDevice()
+    {
+        for (const Sounding &lost : m_sounding)
+            lost.voice->ended = lost.turn;
+        m_sounding.clear();
+        m_looksLeft = 0;
+        m_device.reset();
+    }
+
+    void dropEnded()
+    {
+        if (!m_device)
+            return;
+        std::erase_if(m_sounding, [this](const Sounding &sounding) {
+            if (m_device->isPlaying(sounding.voice.get()))
+                return false;
+            sounding.voice->ended = sounding.turn;
+            return true;
+        });
+        if (!m_sounding.empty())
+            m_looksLeft = looksBeforePause;
+        else if (m_looksLeft > 0 && --m_looksLeft == 0)
+            m_device->pause();
+    }
+
+    std::unique_ptr<AlDevice> m_device;
+    std::vector<Sounding> m_sounding;
+    int m_looksLeft = 0;
+    double m_lastSearch = -std::numeric_limits<double>::infinity();
+    bool m_isDone = false;
+
+    std::mutex m_lock;
+    std::condition_variable m_wake;
+    std::vector<std::function<void()>> m_work;
+    std::thread m_thread;
+};
+
+/// A voice: the main thread's end of it.
+class AlAudioOutput::Voice final : public AudioVoice
+{
+public:
+    Voice(Player &player, const MainQueue &clock, std::shared_ptr<const AudioClip> clip)
+        : m_player(player)
+        , m_clock(clock)
+        , m_state(std::make_shared<VoiceState>(std::move(clip)))
+    {
+    }
+
+    ~Voice() override { m_player.release(m_state); }
+
+    [[nodiscard]] bool isPlaying() const override { return m_state->asked != m_state->ended; }
+    void setGain(float gain) override { m_player.setGain(m_state, gain); }
+    void play() override { m_player.play(m_state, m_clock.mediaTime()); }
+
+private:
+    Player &m_player;
+    const MainQueue &m_clock;
+    const VoicePointer m_state;
+};
+
+AlAudioOutput::AlAudioOutput(const MainQueue &clock)
+    : m_clock(clock)
+{
+}
+
+AlAudioOutput::~AlAudioOutput() = default;
+
+std::vector<std::unique_ptr<AudioVoice>> AlAudioOutput::makeVoices(const QByteArray &file,
+                                                                   int count)
+{
+    std::optional<AudioClip> decoded = decodeAudioClip(file);
+    if (!decoded)
+        return {};
+    if (!m_player)
+        m_player = std::make_unique<Player>();
+    const auto clip = std::make_shared<const AudioClip>(std::move(*decoded));
+    std::vector<std::unique_ptr<AudioVoice>> voices;
+    for (int i = 0; i < count; ++i)
+        voices.push_back(std::make_unique<Voice>(*m_player, m_clock, clip));
+    return voices;
+}
+
+} // namespace tirlo

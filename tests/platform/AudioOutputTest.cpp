@@ -1,0 +1,218 @@
+#include "platform/linux/AlAudioOutput.h"
+
+#include "WavBytes.h"
+#include "platform/linux/AudioClip.h"
+#include "platform/linux/QtMainQueue.h"
+#include "support/ManualQueue.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <string>
+#include <thread>
+#include <unistd.h>
+
+using namespace tirlo;
+using testing::AnyOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+/// A steady tone.
+QByteArray tone(double seconds)
+{
+    std::vector<std::int16_t> samples(std::size_t(seconds * 48000));
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = std::int16_t(16000 * std::sin(2 * std::numbers::pi * 440 * double(i) / 48000));
+    return wavBytes(samples);
+}
+
+bool fallsSilent(const AudioVoice &voice, int milliseconds = 2000)
+{
+    return QTest::qWaitFor([&] { return !voice.isPlaying(); }, milliseconds);
+}
+
+/// How often the other threads of this process have woken so far, and how many there are.
+std::pair<long, int> wakesOfOtherThreads()
+{
+    long wakes = 0;
+    int threads = 0;
+    for (const auto &task : std::filesystem::directory_iterator("/proc/self/task")) {
+        if (task.path().filename() == std::to_string(getpid()))
+            continue;
+        ++threads;
+        std::ifstream status(task.path() / "status");
+        for (std::string word; status >> word;) {
+            long count = 0;
+            if (word == "voluntary_ctxt_switches:" && status >> count)
+                wakes += count;
+        }
+    }
+    return {wakes, threads};
+}
+
+/// The libraries read their drivers once a process, so each case says which before the first use.
+void useDriver(const char *driver)
+{
+    qputenv("ALSOFT_DRIVERS", driver);
+}
+
+/// On a device that takes what is mixed at the pace of a real one and plays it to nobody.
+class AudioOutputTest : public testing::Test
+{
+protected:
+    AudioOutputTest()
+    {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+        useDriver("null");
+    }
+
+    QtMainQueue queue;
+};
+
+TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
+{
+    AlAudioOutput output(queue);
+    const auto voices = output.makeVoices(tone(0.3), 3);
+    ASSERT_EQ(voices.size(), 3U);
+    EXPECT_FALSE(voices[0]->isPlaying());
+
+    const double start = queue.mediaTime();
+    voices[0]->play();
+    voices[1]->play();
+    EXPECT_TRUE(voices[0]->isPlaying()) << "from the call on";
+    EXPECT_FALSE(voices[2]->isPlaying());
+    QTest::qWait(200);
+    voices[0]->play();
+    ASSERT_TRUE(fallsSilent(*voices[1]));
+    EXPECT_GE(queue.mediaTime() - start, 0.28);
+    EXPECT_TRUE(voices[0]->isPlaying());
+    ASSERT_TRUE(fallsSilent(*voices[0]));
+    EXPECT_GE(queue.mediaTime() - start, 0.48);
+
+    voices[1]->play();
+    EXPECT_TRUE(voices[1]->isPlaying());
+    EXPECT_TRUE(fallsSilent(*voices[1]));
+}
+
+TEST_F(AudioOutputTest, WhatCannotBeUnderstoodHasNoVoices)
+{
+    AlAudioOutput output(queue);
+    EXPECT_TRUE(output.makeVoices("no sound", 3).empty());
+    EXPECT_TRUE(output.makeVoices({}, 3).empty());
+}
+
+TEST_F(AudioOutputTest, WhileNothingSoundsNoThreadWakes)
+{
+    AlAudioOutput output(queue);
+    const auto voices = output.makeVoices(tone(0.1), 1);
+    for (const char *when : {"before the first sound", "after a sound", "after another"}) {
+        QTest::qWait(400);
+        const auto before = wakesOfOtherThreads();
+        usleep(400'000);
+        const auto after = wakesOfOtherThreads();
+        EXPECT_EQ(after.first - before.first, 0) << when;
+        EXPECT_GE(after.second, 1) << "the output's own";
+
+        voices[0]->play();
+        ASSERT_TRUE(fallsSilent(*voices[0]));
+    }
+}
+
+TEST_F(AudioOutputTest, VoicesMayGoWhileTheySoundAndTheOutputMayBeMadeAgain)
+{
+    for (int round = 0; round < 3; ++round) {
+        AlAudioOutput output(queue);
+        auto going = output.makeVoices(tone(0.2), 2);
+        const auto staying = output.makeVoices(tone(0.1), 1);
+        going[0]->play();
+        staying[0]->play();
+        going.clear();
+        EXPECT_TRUE(fallsSilent(*staying[0]));
+        staying[0]->play();
+    }
+}
+
+/// The samples that were mixed for a device that writes them to a file.
+std::vector<std::int16_t> recordingOf(const std::function<void(AlAudioOutput &)> &performance)
+{
+    const QTemporaryDir folder;
+    const QString recording = folder.filePath("recording.wav");
+    QFile settings(folder.filePath("alsoft.conf"));
+    if (!settings.open(QIODevice::WriteOnly))
+        return {};
+    settings.write("[wave]\nfile = " + recording.toUtf8() + "\n");
+    settings.close();
+    qputenv("ALSOFT_CONF", settings.fileName().toUtf8());
+    useDriver("wave");
+
+    const QtMainQueue queue;
+    {
+        AlAudioOutput output(queue);
+        performance(output);
+    }
+    QFile file(recording);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return decodeAudioClip(file.readAll()).value_or(AudioClip{}).samples;
+}
+
+int peakOf(const std::vector<std::int16_t> &samples, double from, double to)
+{
+    int peak = 0;
+    for (auto i = std::size_t(from * 48000); i < std::size_t(to * 48000) && i < samples.size(); ++i)
+        peak = std::max(peak, std::abs(samples[i]));
+    return peak;
+}
+
+TEST_F(AudioOutputTest, AGainReachesAVoiceThatSounds)
+{
+    EXPECT_EXIT(
+        {
+            const auto samples = recordingOf([](AlAudioOutput &output) {
+                const auto voices = output.makeVoices(tone(1), 1);
+                voices[0]->setGain(0.5F);
+                voices[0]->play();
+                QTest::qWait(500);
+                voices[0]->setGain(0.05F);
+                fallsSilent(*voices[0]);
+            });
+            const int loud = peakOf(samples, 0.1, 0.25);
+            const int soft = peakOf(samples, 0.75, 0.95);
+            std::fprintf(stderr, "%zu samples, %d then %d", samples.size(), loud, soft);
+            std::_Exit(loud > 3000 && soft > 300 && soft < loud / 8 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(AudioOutputTest, WithoutADeviceItIsQuietInEveryWay)
+{
+    EXPECT_EXIT(
+        {
+            // A machine without a sound card.
+            qputenv("ALSA_CONFIG_PATH", "/dev/null");
+            useDriver("alsa");
+            ManualQueue clock;
+            AlAudioOutput output(clock);
+            const auto voices = output.makeVoices(tone(0.5), 2);
+            bool isQuiet = voices.size() == 2;
+            for (int i = 0; i < 3; ++i) {
+                voices[0]->play();
+                voices[1]->setGain(0.1F);
+                isQuiet &= fallsSilent(*voices[0], 300);
+                clock.advance(10);
+            }
+            std::_Exit(isQuiet ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), Not(AnyOf(HasSubstr("ALSA"), HasSubstr("AL lib"))));
+}
+
+} // namespace
