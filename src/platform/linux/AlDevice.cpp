@@ -46,8 +46,8 @@ std::unique_ptr<AlDevice> AlDevice::open()
     ALCdevice *device = alcOpenDevice(nullptr);
     if (!device)
         return nullptr;
-    // Short periods, so that a click is heard when it is seen; and no room simulated on headphones.
-    const ALCint attributes[] = {ALC_FREQUENCY, 48000, ALC_REFRESH, 100, ALC_HRTF_SOFT, ALC_FALSE, 0};
+    // The rate of the clips, and no room simulated on headphones.
+    const ALCint attributes[] = {ALC_FREQUENCY, 48000, ALC_HRTF_SOFT, ALC_FALSE, 0};
     ALCcontext *context = alcCreateContext(device, attributes);
     if (!context || !alcMakeContextCurrent(context)) {
         if (context)
@@ -143,9 +143,14 @@ unsigned AlDevice::bufferOf(const Clip &clip)
 {
     const auto [entry, isNew] = m_buffers.try_emplace(clip, 0);
     if (isNew) {
+        // Left and right alike: a lone channel would be placed in space, and lose in strength by it.
+        std::vector<std::int16_t> both;
+        both.reserve(2 * clip->samples.size());
+        for (const std::int16_t sample : clip->samples)
+            both.insert(both.end(), 2, sample);
         alGenBuffers(1, &entry->second);
-        alBufferData(entry->second, AL_FORMAT_MONO16, clip->samples.data(),
-                     ALsizei(clip->samples.size() * sizeof(clip->samples[0])), clip->rate);
+        alBufferData(entry->second, AL_FORMAT_STEREO16, both.data(),
+                     ALsizei(both.size() * sizeof(both[0])), clip->rate);
     }
     return entry->second;
 }
@@ -155,8 +160,6 @@ unsigned AlDevice::sourceOf(VoiceId voice, const Clip &clip)
     const auto [entry, isNew] = m_sources.try_emplace(voice, 0);
     if (isNew) {
         alGenSources(1, &entry->second);
-        // At the listener's ears, so that the clip sounds as it is.
-        alSourcei(entry->second, AL_SOURCE_RELATIVE, AL_TRUE);
         alSourcei(entry->second, AL_BUFFER, ALint(bufferOf(clip)));
     }
     return entry->second;
