@@ -61,8 +61,9 @@ void AppDelegate::setupIsland()
     m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_pointer, m_inputMonitor,
                                              m_windowList, m_applications, m_pollDriver},
                                m_state, m_notifications, m_sounds, m_queue);
-    m_islandController->setContent(new IslandRootView(
-        {m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens, m_islandActions}));
+    m_islandController->setContent(
+        new IslandRootView({m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
+                            m_applications, m_islandActions}));
     m_islandController->showWindow();
     m_islandController->fsm().beginGreeting();
     m_hookServer.start();

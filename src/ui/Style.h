@@ -23,6 +23,7 @@ inline constexpr QColor explanationText{0x93, 0x98, 0xA1};
 inline constexpr QColor secondaryText{0x8E, 0x93, 0x9C};
 inline constexpr QColor faintText{0x6B, 0x70, 0x79};
 inline constexpr QColor spentMark{0x45, 0x48, 0x50};
+inline constexpr QColor failureText{0xFF, 0x8D, 0x97};
 inline constexpr QColor onLight{0x0B, 0x0C, 0x0E};
 
 // Signals.

@@ -1,5 +1,6 @@
 #include "AgentWho.h"
 
+#include "core/AppState.h"
 #include "ui/Color.h"
 #include "ui/ColorDot.h"
 #include "ui/Style.h"
@@ -9,7 +10,7 @@
 
 namespace tirlo {
 
-AgentWho::AgentWho(const QString &label, QWidget *parent)
+AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     : QWidget(parent)
     , m_dot(new ColorDot)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
@@ -25,7 +26,10 @@ AgentWho::AgentWho(const QString &label, QWidget *parent)
     row->addWidget(m_name);
     row->addWidget(what);
     row->addStretch();
-    setTask(std::nullopt);
+
+    setTask(state.focusTask());
+    m_observers.follow(state.tasks, [this, &state] { setTask(state.focusTask()); });
+    m_observers.follow(state.focusId, [this, &state] { setTask(state.focusTask()); });
 }
 
 void AgentWho::setTask(const std::optional<AgentTask> &task)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/model/AgentTask.h"
+#include "ui/Observers.h"
 
 #include <QWidget>
 
@@ -8,23 +9,27 @@
 
 namespace tirlo {
 
+class AppState;
 class ColorDot;
 class TextLabel;
 
 /// The head line of a decision card: whom it is about, and what is the matter.
+///
+/// It shows the focused task's dot and name before the label; without a task the label stands
+/// alone.
 class AgentWho final : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit AgentWho(const QString &label, QWidget *parent = nullptr);
-
-    /// Shows the task's dot and name before the label; without a task the label stands alone.
-    void setTask(const std::optional<AgentTask> &task);
+    AgentWho(AppState &state, const QString &label, QWidget *parent = nullptr);
 
 private:
+    void setTask(const std::optional<AgentTask> &task);
+
     ColorDot *m_dot;
     TextLabel *m_name;
+    Observers m_observers;
 };
 
 } // namespace tirlo

@@ -1,14 +1,12 @@
 #include "ApprovalView.h"
 
 #include "AgentWho.h"
+#include "CardColumn.h"
 #include "CardMetrics.h"
 #include "core/AppState.h"
 #include "ui/CodeBlock.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
-#include "ui/Style.h"
-
-#include <QHBoxLayout>
 
 namespace tirlo {
 
@@ -27,7 +25,6 @@ const QString withoutStandingApproval = QStringLiteral("agent_codex");
 ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::amber, parent)
     , m_state(context.state)
-    , m_who(new AgentWho(QStringLiteral("needs permission")))
     , m_command(new CodeBlock)
 {
     const auto decide = [&actions = context.actions](const char *decision) {
@@ -36,34 +33,18 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     };
     m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide("always"));
 
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(Style::controlSpacing);
-    buttons->addWidget(new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")));
-    buttons->addWidget(m_always);
-    buttons->addWidget(new PrimaryButton(QStringLiteral("Allow"), {}, decide("allow")));
-    buttons->addStretch();
+    CardColumn::fill(
+        this, CardMetrics::contentLeft,
+        {{0, new AgentWho(m_state, QStringLiteral("needs permission"))},
+         {headSpacing, m_command},
+         {buttonSpacing,
+          CardColumn::controls({new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")),
+                                m_always,
+                                new PrimaryButton(QStringLiteral("Allow"), {}, decide("allow"))})}},
+        opticalLift);
 
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(CardMetrics::contentLeft, 0, CardMetrics::contentRight, opticalLift);
-    column->setSpacing(0);
-    column->addStretch();
-    column->addWidget(m_who);
-    column->addSpacing(headSpacing);
-    column->addWidget(m_command);
-    column->addSpacing(buttonSpacing);
-    column->addLayout(buttons);
-    column->addStretch();
-
-    updateWho();
     updateRequest();
-    m_observers.follow(m_state.tasks, [this] { updateWho(); });
-    m_observers.follow(m_state.focusId, [this] { updateWho(); });
     m_observers.follow(m_state.pendingApproval, [this] { updateRequest(); });
-}
-
-void ApprovalView::updateWho()
-{
-    m_who->setTask(m_state.focusTask());
 }
 
 void ApprovalView::updateRequest()

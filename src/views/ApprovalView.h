@@ -8,7 +8,6 @@ class QPushButton;
 
 namespace tirlo {
 
-class AgentWho;
 class CodeBlock;
 
 /// The card on which a waiting agent gets its permission, or not.
@@ -20,11 +19,9 @@ public:
     explicit ApprovalView(const ViewContext &context, QWidget *parent = nullptr);
 
 private:
-    void updateWho();
     void updateRequest();
 
     AppState &m_state;
-    AgentWho *m_who;
     CodeBlock *m_command;
     QPushButton *m_always;
     Observers m_observers;

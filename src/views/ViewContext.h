@@ -5,6 +5,7 @@
 namespace tirlo {
 
 class AppState;
+class Applications;
 class FrameClock;
 class MainQueue;
 class Notifications;
@@ -20,6 +21,7 @@ struct ViewContext
     MainQueue &queue;
     FrameClock &frames;
     const Screens &screens;
+    Applications &applications;
     const IslandActions &actions;
 };
 

@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 #include "core/Notifications.h"
+#include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
@@ -62,6 +63,7 @@ protected:
     ManualFrameDriver driver{queue};
     FrameClock frames{queue, driver};
     FakeScreens screens;
+    FakeApplications applications;
     QStringList decisions;
     const IslandActions actions{[this](const QString &decision) { decisions.append(decision); }};
     std::unique_ptr<IslandRootView> root;

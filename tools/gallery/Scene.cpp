@@ -140,14 +140,28 @@ SceneGroup approvals()
 
 SceneGroup others()
 {
+    const auto card = [](const char *caption, IslandView view, const QList<AgentTask> &tasks) {
+        return Scene{QString::fromUtf8(caption),
+                     [view, tasks](AppState &state) { open(state, view, tasks); }};
+    };
+    AgentTask wordy = makeTask("agent_ja", "在庫管理システム", "#F7B32B",
+                               {QStringLiteral("Exécute · cargo build --workspace --all-targets "
+                                               "--release --features all,of,them,there,are")});
     return {QStringLiteral("cards"),
-            {{QStringLiteral("Empty"), [](AppState &state) { open(state, IslandView::empty, {}); }},
+            {card("Empty", IslandView::empty, {}),
              note("Note", QStringLiteral("Handled in VS Code.")),
              note("Long note",
                   QStringLiteral("The provider answered with a message that is far too "
                                  "long for one line of the island to hold.")),
-             {QStringLiteral("A card without content"),
-              [](AppState &state) { open(state, IslandView::question, {editorTask()}); }}}};
+             card("Question", IslandView::question, {editorTask()}),
+             card("Question, no focused task", IslandView::question, {}),
+             card("Error", IslandView::error, {editorTask()}),
+             card("Finished", IslandView::finished, {editorTask()}),
+             card("Finished, long step", IslandView::finished, {wordy}),
+             card("Finished, no steps", IslandView::finished,
+                  {makeTask("agent_he", "פרויקט חדש", "#34D399", {})}),
+             card("Confused", IslandView::confused, {editorTask()}),
+             card("A card without content", IslandView::searching, {editorTask()})}};
 }
 
 SceneGroup outlines()

@@ -6,6 +6,7 @@
 #include "core/Notifications.h"
 #include "island/IslandConst.h"
 #include "mascot/SoundEngine.h"
+#include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
@@ -31,8 +32,9 @@ public:
     explicit Stage(const Scene &scene)
     {
         scene.arrange(state);
-        m_root = std::make_unique<IslandRootView>(
-            ViewContext{state, m_notifications, m_sounds, m_queue, m_frames, m_screens, m_actions});
+        m_root = std::make_unique<IslandRootView>(ViewContext{state, m_notifications, m_sounds,
+                                                              m_queue, m_frames, m_screens,
+                                                              m_applications, m_actions});
         m_root->setAttribute(Qt::WA_TranslucentBackground);
         m_root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
         m_root->show();
@@ -53,6 +55,7 @@ private:
     ManualFrameDriver m_driver{m_queue};
     FrameClock m_frames{m_queue, m_driver};
     const FakeScreens m_screens;
+    FakeApplications m_applications;
     MemoryStore m_settings;
     Notifications m_notifications;
     SilentSoundEngine m_sounds;
