@@ -33,8 +33,9 @@ public:
     ///
     /// The clip is decoded here, so that playing it costs nothing. The voices must not outlive the
     /// output.
-    [[nodiscard]] virtual std::vector<std::unique_ptr<AudioVoice>>
-    makeVoices(const QByteArray &file, int count) = 0;
+    [[nodiscard]] virtual std::vector<std::unique_ptr<AudioVoice>> makeVoices(
+        const QByteArray &file, int count)
+        = 0;
 };
 
 } // namespace tirlo

@@ -193,7 +193,8 @@ TEST_F(AudioOutputTest, AClipSoundsAsItIsTimesItsGainEvenWhileItSounds)
             const float loud = peakOf(samples, 0.1, 0.25);
             const float soft = peakOf(samples, 0.75, 0.95);
             std::fprintf(stderr, "%zu samples, %f then %f", samples.size(), loud, soft);
-            std::_Exit(std::abs(loud - 0.244F) < 0.01F && std::abs(soft - 0.0244F) < 0.001F ? 0 : 1);
+            std::_Exit(std::abs(loud - 0.244F) < 0.01F && std::abs(soft - 0.0244F) < 0.001F ? 0
+                                                                                            : 1);
         },
         testing::ExitedWithCode(0), "");
 }

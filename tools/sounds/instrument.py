@@ -1,4 +1,4 @@
-"""The one instrument that all of Tirlo's sounds are played on: a soft mallet on a small wooden bar."""
+"""The one instrument of all of Tirlo's sounds: a soft mallet on a small wooden bar."""
 
 import math
 import random
@@ -29,8 +29,9 @@ class Score:
              vibrato=(0.0, 0.0), partials=_BAR):
         """Strikes one bar.
 
-        `decay` is the time in which it falls to a third, counted after `hold`. `bend` maps the time
-        since the stroke to a factor of the pitch. `vibrato` is a depth in semitones and a rate in Hz.
+        `decay` is the time in which it falls to a third, counted after `hold`. `bend` maps the
+        time since the stroke to a factor of the pitch. `vibrato` is a depth in semitones and a
+        rate in Hz.
         """
         depth, rate = vibrato
         first = round(start * RATE)
@@ -70,7 +71,7 @@ class Score:
         return self
 
     def finished(self, peak_db):
-        """The samples in the room, faded at both ends, with their highest peak at `peak_db` dBFS."""
+        """The samples in the room, faded at both ends; the highest peak is at `peak_db` dBFS."""
         played = _softened(_in_room(self.samples))
         _fade(played)
         loudest = max(abs(s) for s in played)

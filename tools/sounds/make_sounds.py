@@ -99,7 +99,10 @@ def proud():
 
 def yawn():
     """Opens wide, hangs there and sinks."""
-    arch = lambda t: 2 ** (7 / 12 * math.sin(math.pi * min(1.0, t / 0.56)) ** 1.5 - 3 / 12 * t / 0.56)
+    def arch(t):
+        x = min(1.0, t / 0.56)
+        return 2 ** ((7 * math.sin(math.pi * x) ** 1.5 - 3 * x) / 12)
+
     score = Score(0.6).note(0, pitch("A4"), 0.1, attack=0.16, hold=0.33, bend=arch,
                             vibrato=(0.1, 5), partials=MUTED)
     return score.breath(0, 0.58, 1100, 0.1, width=0.5, sweep=0.7), -13

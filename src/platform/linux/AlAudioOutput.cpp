@@ -33,7 +33,7 @@ struct VoiceState
     }
 
     const std::shared_ptr<const AudioClip> clip;
-    /// Counts the calls of play() and says which of them has ended last: it sounds while they differ.
+    /// The calls of play() so far, and the one that has ended last: it sounds while they differ.
     std::atomic<unsigned> asked = 0;
     std::atomic<unsigned> ended = 0;
     std::atomic<float> gain = 1;
@@ -130,6 +130,7 @@ private:
         }
         m_device->play(voice.get(), voice->clip, voice->gain);
         m_sounding.push_back({voice, turn});
+        m_looksLeft = looksBeforePause;
     }
 
     void forget(const VoicePointer &voice)

@@ -17,8 +17,8 @@ public:
     explicit AlAudioOutput(const MainQueue &clock);
     ~AlAudioOutput() override;
 
-    [[nodiscard]] std::vector<std::unique_ptr<AudioVoice>>
-    makeVoices(const QByteArray &file, int count) override;
+    [[nodiscard]] std::vector<std::unique_ptr<AudioVoice>> makeVoices(const QByteArray &file,
+                                                                      int count) override;
 
 private:
     class Player;

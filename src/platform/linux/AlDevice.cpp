@@ -4,6 +4,7 @@
 
 #include <AL/al.h>
 #include <AL/alext.h>
+#include <AL/efx.h>
 
 #include <dlfcn.h>
 
@@ -14,9 +15,7 @@ namespace tirlo {
 
 namespace {
 
-void dropMessage(const char *, int, const char *, int, const char *, ...)
-{
-}
+void dropMessage(const char *, int, const char *, int, const char *, ...) { }
 
 /// The libraries print a dozen lines for a machine without a sound card, which is no fault.
 void silenceLibraries()
@@ -24,8 +23,8 @@ void silenceLibraries()
     setenv("ALSOFT_LOGLEVEL", "0", 0);
 
     // The mixer library brings this one along where it uses it; there is nothing to link.
-    const auto setHandler
-        = reinterpret_cast<int (*)(decltype(&dropMessage))>(dlsym(RTLD_DEFAULT, "snd_lib_error_set_handler"));
+    const auto setHandler = reinterpret_cast<int (*)(decltype(&dropMessage))>(
+        dlsym(RTLD_DEFAULT, "snd_lib_error_set_handler"));
     if (setHandler)
         setHandler(dropMessage);
 }
@@ -46,8 +45,9 @@ std::unique_ptr<AlDevice> AlDevice::open()
     ALCdevice *device = alcOpenDevice(nullptr);
     if (!device)
         return nullptr;
-    // The rate of the clips, and no room simulated on headphones.
-    const ALCint attributes[] = {ALC_FREQUENCY, 48000, ALC_HRTF_SOFT, ALC_FALSE, 0};
+    // The rate of the clips, no room simulated on headphones, and no effects to keep memory for.
+    const ALCint attributes[]
+        = {ALC_FREQUENCY, 48000, ALC_HRTF_SOFT, ALC_FALSE, ALC_MAX_AUXILIARY_SENDS, 0, 0};
     ALCcontext *context = alcCreateContext(device, attributes);
     if (!context || !alcMakeContextCurrent(context)) {
         if (context)
@@ -143,7 +143,7 @@ unsigned AlDevice::bufferOf(const Clip &clip)
 {
     const auto [entry, isNew] = m_buffers.try_emplace(clip, 0);
     if (isNew) {
-        // Left and right alike: a lone channel would be placed in space, and lose in strength by it.
+        // Left and right alike: a lone channel would be placed in space and lose strength by it.
         std::vector<std::int16_t> both;
         both.reserve(2 * clip->samples.size());
         for (const std::int16_t sample : clip->samples)
