@@ -20,7 +20,7 @@ struct GreetCast
     bool operator==(const GreetCast &) const = default;
 };
 
-/// The cast that the store asks for now.
+/// The cast for what the store holds at present.
 [[nodiscard]] GreetCast greetCast(const AppState &state);
 
 } // namespace tirlo
