@@ -4,10 +4,16 @@
 
 namespace tirlo {
 
+SettingsOpener::SettingsOpener(HookInstallers &hooks, const Paths &paths)
+    : m_hooks(hooks)
+    , m_paths(paths)
+{
+}
+
 void SettingsOpener::open(const std::optional<ScreenInfo> &screen)
 {
     if (!m_window || !m_window->isVisible() || m_window->isMinimized())
-        m_window = std::make_unique<SettingsWindow>();
+        m_window = std::make_unique<SettingsWindow>(m_hooks, m_paths);
     if (screen) {
         const QRectF place
             = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumHeight());

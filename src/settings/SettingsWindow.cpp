@@ -1,5 +1,9 @@
 #include "SettingsWindow.h"
 
+#include "SettingsView.h"
+
+#include <QVBoxLayout>
+
 namespace tirlo {
 
 namespace {
@@ -9,12 +13,15 @@ constexpr QSize minimumContentSize(420, 320);
 
 } // namespace
 
-SettingsWindow::SettingsWindow(QWidget *parent)
+SettingsWindow::SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     setWindowTitle(tr("Settings — Tirlo"));
     resize(initialSize);
     setMinimumSize(minimumContentSize);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(new SettingsView(hooks, paths));
 }
 
 } // namespace tirlo

@@ -4,13 +4,17 @@
 
 namespace tirlo {
 
+class HookInstallers;
+class Paths;
+
 /// The settings in a window of their own, in the desktop's look.
 class SettingsWindow final : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit SettingsWindow(QWidget *parent = nullptr);
+    /// The window on these settings; the installers outlive it.
+    SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidget *parent = nullptr);
 };
 
 } // namespace tirlo
