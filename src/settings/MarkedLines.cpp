@@ -57,7 +57,8 @@ void MarkedLines::showText(const QString &text, const QList<int> &marked)
 
 void MarkedLines::setFixedLines(int count)
 {
-    const int frame = 2 * (frameWidth() + int(document()->documentMargin()));
+    // The last line counts as seen with a point to spare below it.
+    const int frame = 2 * (frameWidth() + int(document()->documentMargin())) + 1;
     setFixedHeight(count * fontMetrics().lineSpacing() + frame
                    + horizontalScrollBar()->sizeHint().height());
 }

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] SettingsWindow *window() const { return m_window.get(); }
 
 private:
+    void place(const std::optional<ScreenInfo> &screen);
+
     HookInstallers &m_hooks;
     const Paths m_paths;
     std::unique_ptr<SettingsWindow> m_window;

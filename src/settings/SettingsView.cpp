@@ -26,18 +26,23 @@ SettingsView::SettingsView(HookInstallers &hooks, const Paths &paths, QWidget *p
     m_scroller->setWidgetResizable(true);
     m_scroller->setFrameShape(QFrame::NoFrame);
     m_scroller->setWidget(content);
+    m_scroller->setAccessibleName(tr("Settings"));
 
     m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
     m_status->setMargin(sections->contentsMargins().left());
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // What is below keeps its place when the line comes and goes.
+    QSizePolicy policy = m_status->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_status->setSizePolicy(policy);
     m_status->hide();
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(0);
-    column->addWidget(m_scroller);
     column->addWidget(m_status);
+    column->addWidget(m_scroller, 1);
 }
 
 QString SettingsView::statusMessage() const

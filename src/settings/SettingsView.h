@@ -13,7 +13,7 @@ class HookInstallers;
 class HookSection;
 class Paths;
 
-/// The content of the settings window: a column of titled boxes, and one status line below it.
+/// The content of the settings window: one status line, and a column of titled boxes below it.
 class SettingsView final : public QWidget
 {
     Q_OBJECT

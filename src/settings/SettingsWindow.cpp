@@ -2,6 +2,7 @@
 
 #include "SettingsView.h"
 
+#include <QEvent>
 #include <QVBoxLayout>
 
 namespace tirlo {
@@ -22,6 +23,15 @@ SettingsWindow::SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidge
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(new SettingsView(hooks, paths));
+}
+
+void SettingsWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || m_hasAppeared || !isActiveWindow())
+        return;
+    m_hasAppeared = true;
+    Q_EMIT appeared();
 }
 
 } // namespace tirlo
