@@ -52,27 +52,27 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
             "Other":[{"hooks":[]}],
             "Odd":7}})x";
     put(path, foreign);
-install();
-install();
-const QByteArray written = bytesOf(path);
-EXPECT_TRUE(written.contains(R"("id": 12345678901234567890123,)"));
-EXPECT_TRUE(written.contains(R"("zeta": 1e2)"));
-EXPECT_EQ(json(written)["permissions"]["allow"][0].toString(), "Bash(ls:*)");
-const QJsonArray stop = hooks()["Stop"].toArray();
-ASSERT_EQ(stop.size(), 3) << "two foreign groups and one of ours";
-EXPECT_EQ(stop[0]["hooks"][0]["command"].toString(), "say hi");
-EXPECT_EQ(stop[1]["hooks"].toString(), "odd");
-EXPECT_TRUE(stop[2]["hooks"][0]["command"].toString().endsWith("/qv-hook\""));
+    install();
+    install();
+    const QByteArray written = bytesOf(path);
+    EXPECT_TRUE(written.contains(R"("id": 12345678901234567890123,)"));
+    EXPECT_TRUE(written.contains(R"("zeta": 1e2)"));
+    EXPECT_EQ(json(written)["permissions"]["allow"][0].toString(), "Bash(ls:*)");
+    const QJsonArray stop = hooks()["Stop"].toArray();
+    ASSERT_EQ(stop.size(), 3) << "two foreign groups and one of ours";
+    EXPECT_EQ(stop[0]["hooks"][0]["command"].toString(), "say hi");
+    EXPECT_EQ(stop[1]["hooks"].toString(), "odd");
+    EXPECT_TRUE(stop[2]["hooks"][0]["command"].toString().endsWith("/qv-hook\""));
 
-// Both writes fell into the same minute: the first backup, of the user's own file, is kept.
-EXPECT_EQ(besides(path), QStringList({"settings.json.bak-20260314-0926"}));
-EXPECT_EQ(bytesOf(path + ".bak-20260314-0926"), foreign);
+    // Both writes fell into the same minute: the first backup, of the user's own file, is kept.
+    EXPECT_EQ(besides(path), QStringList({"settings.json.bak-20260314-0926"}));
+    EXPECT_EQ(bytesOf(path + ".bak-20260314-0926"), foreign);
 
-claude.uninstallHooks();
-EXPECT_FALSE(claude.hooksInstalled());
-EXPECT_EQ(hooks().keys(), QStringList({"Odd", "Other", "Stop"}));
-EXPECT_EQ(hooks()["Stop"].toArray().size(), 2);
-EXPECT_EQ(besides(path).size(), 1) << "a removal makes no backup";
+    claude.uninstallHooks();
+    EXPECT_FALSE(claude.hooksInstalled());
+    EXPECT_EQ(hooks().keys(), QStringList({"Odd", "Other", "Stop"}));
+    EXPECT_EQ(hooks()["Stop"].toArray().size(), 2);
+    EXPECT_EQ(besides(path).size(), 1) << "a removal makes no backup";
 }
 
 TEST_F(ClaudeHooksTest, WhatIsBrokenIsReplacedAndKeptAsABackup)
@@ -112,6 +112,16 @@ TEST_F(ClaudeHooksTest, AConfirmationWritesOnce)
     claude.cancel();
     claude.writeHooks();
     EXPECT_EQ(bytesOf(path), "{}");
+}
+
+TEST_F(ClaudeHooksTest, AnEditSinceThePreviewIsKeptAsABackup)
+{
+    put(path, R"({"mine": 1})");
+    static_cast<void>(claude.buildHooksData());
+    put(path, R"({"mine": 2})");
+    claude.writeHooks();
+    EXPECT_TRUE(claude.hooksInstalled());
+    EXPECT_EQ(bytesOf(path + ".bak-20260314-0926"), R"({"mine": 2})");
 }
 
 TEST_F(ClaudeHooksTest, AnInstallationThatGivesUpEarlyWantsAnUpdate)

@@ -1,15 +1,16 @@
 #include "InstallerFixture.h"
+#include "support/FileSizeLimit.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
 
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <limits>
 
 namespace tirlo {
 namespace {
@@ -152,14 +153,10 @@ TEST_F(HookFilesTest, AFullDiskLeavesTheOldFile)
         // Files may grow to 100 bytes: enough for one of the backups, never for the new content.
         for (const QByteArray &old : {mine, larger}) {
             put(agent.path, old);
-            const std::string message = inChild([&] {
-                std::signal(SIGXFSZ, SIG_IGN);
-                const rlimit limit{100, 100};
-                setrlimit(RLIMIT_FSIZE, &limit);
-                return messageOf([&] {
-                    agent.preview();
-                    agent.write();
-                });
+            const std::string message = messageOf([&] {
+                const FileSizeLimit full(100);
+                agent.preview();
+                agent.write();
             });
             EXPECT_TRUE(message.ends_with("File too large")) << message;
             EXPECT_EQ(message.starts_with("Could not back up"),
@@ -208,11 +205,17 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
     put(codex.path, old);
     codex.preview();
 
-    // As long as a write takes, and a bit more.
-    QElapsedTimer taken;
-    taken.start();
-    inChild([&] { return messageOf(codex.write); });
-    const qint64 whole = taken.nsecsElapsed();
+    const QString backup = codex.path + ".bak-20260314-092653";
+    // The time that a write takes: the shortest of a few, as others may keep the machine busy.
+    qint64 whole = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < 3; ++i) {
+        QFile::remove(backup);
+        put(codex.path, old);
+        QElapsedTimer taken;
+        taken.start();
+        ASSERT_EQ(inChild([&] { return messageOf(codex.write); }), "");
+        whole = std::min(whole, taken.nsecsElapsed());
+    }
     const QByteArray fresh = bytesOf(codex.path);
     ASSERT_TRUE(fresh.contains("qv-hook"));
 
@@ -235,7 +238,6 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
 
         const QByteArray found = bytesOf(codex.path);
         ASSERT_TRUE(found == old || found == fresh) << found.size() << " bytes in run " << run;
-        const QString backup = codex.path + ".bak-20260314-092653";
         ASSERT_TRUE(!QFileInfo::exists(backup) || bytesOf(backup) == old) << "in run " << run;
         ASSERT_TRUE(found == old || QFileInfo::exists(backup)) << "in run " << run;
     }

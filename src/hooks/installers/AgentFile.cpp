@@ -2,45 +2,15 @@
 
 #include "HookError.h"
 #include "core/Paths.h"
+#include "platform/FileReplacement.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
-
-namespace {
-
-bool writeAll(QSaveFile &file, QByteArrayView bytes)
-{
-    // A disk that fills up takes a part, and says why it takes no more when asked again.
-    while (!bytes.isEmpty()) {
-        const qint64 written = file.write(bytes.data(), bytes.size());
-        if (written <= 0)
-            return false;
-        bytes = bytes.sliced(written);
-    }
-    return true;
-}
-
-/// Puts a file with all of the bytes, and the mode if there is one, in the place of what is there.
-///
-/// Returns what hinders it, and "" for nothing. A link stays, and its target is replaced.
-QString writeAtOnce(const QString &path, const QByteArray &bytes,
-                    std::optional<QFileDevice::Permissions> mode)
-{
-    QSaveFile file(path);
-    // What is left in a buffer until the end would fail unheard there.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
-        || (mode && !file.setPermissions(*mode)) || !writeAll(file, bytes) || !file.commit())
-        return file.errorString();
-    return {};
-}
-
-} // namespace
 
 AgentFile::AgentFile(const Paths &paths, const QString &path)
     : m_path(path)
@@ -97,17 +67,15 @@ void AgentFile::backUp(const QString &stamp) const
     else if (QFileInfo::exists(path))
         reason = u"there is one already"_s;
     else
-        reason = writeAtOnce(path, *bytes, present.permissions());
+        reason = replaceFile(path, *bytes, present.permissions());
     if (!reason.isEmpty())
         throw HookError(u"Could not back up "_s + name + u": "_s + reason);
 }
 
 void AgentFile::write(const QByteArray &bytes) const
 {
-    const QFileInfo present(m_path);
-    QDir().mkpath(present.path());
-    const auto mode = present.exists() ? std::optional(present.permissions()) : std::nullopt;
-    if (const QString reason = writeAtOnce(m_path, bytes, mode); !reason.isEmpty())
+    QDir().mkpath(QFileInfo(m_path).path());
+    if (const QString reason = replaceFile(m_path, bytes); !reason.isEmpty())
         throw HookError(reason);
 }
 
