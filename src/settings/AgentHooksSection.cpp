@@ -16,7 +16,6 @@ AgentHooksSection::AgentHooksSection(GuardedHooks &installer, AgentHooksWords wo
     connect(this, &HookSection::uninstallPressed, this, [this] { triggerPreview(false); });
     connect(this, &HookSection::confirmPressed, this, &AgentHooksSection::confirmOp);
     connect(this, &HookSection::cancelPressed, this, &AgentHooksSection::cancel);
-    refresh();
 }
 
 void AgentHooksSection::refresh()

@@ -38,7 +38,6 @@ ClaudeHooksSection::ClaudeHooksSection(ClaudeHooks &installer, const QString &ho
     connect(this, &HookSection::uninstallPressed, this, &ClaudeHooksSection::uninstallHooks);
     connect(this, &HookSection::confirmPressed, this, &ClaudeHooksSection::confirmInstall);
     connect(this, &HookSection::cancelPressed, this, &ClaudeHooksSection::cancel);
-    refresh();
 }
 
 void ClaudeHooksSection::refresh()

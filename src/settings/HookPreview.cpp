@@ -84,9 +84,4 @@ void HookPreview::clear()
     m_removed->showText({}, {});
 }
 
-QString HookPreview::text() const
-{
-    return m_box->toPlainText();
-}
-
 } // namespace tirlo

@@ -3,7 +3,6 @@
 #include <QWidget>
 
 class QLabel;
-class QPushButton;
 
 namespace tirlo {
 
@@ -23,9 +22,6 @@ public:
 
     /// Empties the box.
     void clear();
-
-    /// The text under review; "" when there is none.
-    [[nodiscard]] QString text() const;
 
 Q_SIGNALS:
     void confirmed();

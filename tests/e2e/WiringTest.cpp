@@ -12,9 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 
 using namespace tirlo::e2e;
 
@@ -43,43 +43,42 @@ protected:
 
     bool shows(const char *text) const { return showsText(program->processId(), text); }
 
-    /// The first button of that name, once it has come to rest.
-    std::optional<AccessibleNode> restingButton(const char *name) const
+    /// The first button on show of that name.
+    std::optional<AccessibleNode> button(const char *name) const
     {
-        std::optional<AccessibleNode> button;
-        const bool rests = waitUntil([&] {
-            const auto before
-                = std::exchange(button, findNode(program->processId(), "push button", name));
-            return button && before && button->y == before->y && button->width > 0;
-        });
-        return rests ? button : std::nullopt;
+        return findNode(program->processId(), "push button", name);
     }
 
-    /// Turns the wheel until the button is in sight of the settings, and clicks it.
-    bool clickInSettings(const char *name) const
+    /// Clicks the button until that does something: it may still be on its way to its place.
+    bool clickUntil(const char *name, const std::function<bool()> &condition) const
     {
-        constexpr int most = 40;
-        for (int turn = 0; turn < most; ++turn) {
-            const auto window = findNode(program->processId(), "filler", "Settings — Tirlo");
-            const auto button = restingButton(name);
-            if (!window || !button)
-                return false;
-            const int middle = button->y + button->height / 2;
-            if (middle > window->y && middle + button->height < window->y + window->height)
-                return click(name);
-            // On the bare margin, where no control takes the wheel for its own.
-            movePointer(window->x + 4, window->y + window->height / 2);
-            QProcess::execute("xdotool", {"click", middle > window->y ? "5" : "4"});
+        constexpr int attempts = 8;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            waitUntil([&] { return button(name) || condition(); });
+            scrollTo(name);
+            if (const auto target = button(name))
+                clickAt(target->x + target->width / 2, target->y + target->height / 2);
+            if (waitUntil(condition, 2000))
+                return true;
         }
         return false;
     }
 
-    bool click(const char *name) const
+    /// Turns the wheel over the settings until the button, if it is one of theirs, is in sight.
+    void scrollTo(const char *name) const
     {
-        const auto button = restingButton(name);
-        if (button)
-            clickAt(button->x + button->width / 2, button->y + button->height / 2);
-        return button.has_value();
+        constexpr int turns = 40;
+        for (int turn = 0; turn < turns; ++turn) {
+            const auto window = findNode(program->processId(), "filler", "Settings — Tirlo");
+            const auto target = button(name);
+            if (!window || !target || target->y < window->y)
+                return;
+            if (target->y + 2 * target->height < window->y + window->height)
+                return;
+            // On the bare margin, where no control takes the wheel for its own.
+            movePointer(window->x + 4, window->y + window->height / 2);
+            QProcess::execute("xdotool", {"click", "5"});
+        }
     }
 
     QByteArray claudeSettings() const
@@ -114,11 +113,11 @@ protected:
 
 TEST_F(WiringTest, WhatTheSettingsInstallBringsAgentsToTheIsland)
 {
-    ASSERT_TRUE(clickInSettings("Install hooks"));
-    ASSERT_TRUE(waitUntil([&] { return shows("Review the JSON below before confirming."); }));
+    ASSERT_TRUE(clickUntil("Install hooks",
+                           [&] { return shows("Review the JSON below before confirming."); }));
     EXPECT_EQ(claudeSettings(), "") << "nothing is written before it was read";
-    ASSERT_TRUE(clickInSettings("Confirm & write"));
-    ASSERT_TRUE(waitUntil([&] { return shows("✓ Hooks installed in ~/.claude/settings.json"); }));
+    ASSERT_TRUE(clickUntil("Confirm & write",
+                           [&] { return shows("✓ Hooks installed in ~/.claude/settings.json"); }));
 
     const auto start = runHook("SessionStart", {});
     ASSERT_TRUE(start->waitForFinished());
@@ -126,11 +125,10 @@ TEST_F(WiringTest, WhatTheSettingsInstallBringsAgentsToTheIsland)
     const auto request
         = runHook("PermissionRequest",
                   {{"tool_name", "Bash"}, {"tool_input", QJsonObject{{"command", "make"}}}});
-    ASSERT_TRUE(waitUntil([&] { return shows("needs permission"); }));
+    ASSERT_TRUE(waitUntil([&] { return shows("needs permission"); }, 10000));
     EXPECT_TRUE(shows("lighthouse"));
     EXPECT_EQ(request->state(), QProcess::Running);
-    ASSERT_TRUE(click("Allow"));
-    ASSERT_TRUE(request->waitForFinished(10000));
+    ASSERT_TRUE(clickUntil("Allow", [&] { return request->state() == QProcess::NotRunning; }));
     EXPECT_TRUE(request->readAll().contains(R"("behavior":"allow")"));
 }
 
