@@ -1,0 +1,44 @@
+#include "core/KeychainStore.h"
+#include "support/MemorySecretStore.h"
+
+#include <gtest/gtest.h>
+
+namespace tirlo {
+
+TEST(KeychainStoreTest, ReadsTheKnownItemsOnceAndInOrder)
+{
+    MemorySecretStore keychain;
+    keychain.items = {{"vercel-token", "v"}, {"resend-from", ""}, {"other", "x"}};
+    const KeychainStore store(keychain);
+
+    ASSERT_EQ(keychain.calls.size(), 12);
+    EXPECT_EQ(keychain.calls.first(), "load anthropic-api-key");
+    EXPECT_EQ(keychain.calls.last(), "load notion-api-key");
+    keychain.calls.clear();
+
+    EXPECT_EQ(store.get("vercel-token"), "v");
+    EXPECT_EQ(store.get("resend-from"), "");
+    EXPECT_EQ(store.get("github-token"), std::nullopt);
+    EXPECT_EQ(store.get("other"), std::nullopt);
+    EXPECT_TRUE(keychain.calls.isEmpty());
+}
+
+TEST(KeychainStoreTest, WritesThroughAndLeavesTheKeyringAloneWhereNothingStood)
+{
+    MemorySecretStore keychain;
+    KeychainStore store(keychain);
+    keychain.calls.clear();
+
+    store.set("github-token", "");
+    EXPECT_TRUE(keychain.calls.isEmpty());
+
+    store.set("github-token", "ghp");
+    EXPECT_EQ(store.get("github-token"), "ghp");
+    EXPECT_EQ(keychain.items.value("github-token"), "ghp");
+
+    store.set("github-token", "");
+    EXPECT_EQ(store.get("github-token"), std::nullopt);
+    EXPECT_EQ(keychain.calls, (QStringList{"save github-token", "remove github-token"}));
+}
+
+} // namespace tirlo
