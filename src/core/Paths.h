@@ -23,6 +23,14 @@ public:
     /// The relay proper, beside the wrapper.
     [[nodiscard]] QString relayScriptPath() const;
     [[nodiscard]] QString settingsPath() const;
+    /// Claude Code's own settings, which name its hooks.
+    [[nodiscard]] QString claudeSettingsPath() const;
+    /// Gemini CLI's own settings, which name its hooks.
+    [[nodiscard]] QString geminiSettingsPath() const;
+    /// Antigravity's file of hooks.
+    [[nodiscard]] QString antigravityHooksPath() const;
+    /// Codex's file of hooks.
+    [[nodiscard]] QString codexHooksPath() const;
     /// Holds all logs; mode 0700, its files 0600.
     [[nodiscard]] QString logFolder() const;
 
