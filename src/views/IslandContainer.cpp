@@ -137,13 +137,14 @@ int IslandContainer::islandHeight() const
     return int(std::ceil(m_shape.height));
 }
 
-/// Keeps the content within the outline while that is on its way; at rest it lies within by itself.
+/// Keeps the content within an outline that is smaller; in one of its own size it lies by itself.
 void IslandContainer::clipContent()
 {
-    const bool isCovered
-        = m_content->isVisible() && m_shape != IslandGeometry::islandShape(m_state);
+    const QRect content = m_content->geometry();
+    const bool isCovered = m_content->isVisible()
+        && (m_shape.width < content.width() || m_shape.height < content.bottom() + 1);
     const QPointF corner((width() - m_shape.width) / 2, 0);
-    m_contentPresence->setOutline(isCovered ? m_shape.path().translated(corner - m_content->pos())
+    m_contentPresence->setOutline(isCovered ? m_shape.path().translated(corner - content.topLeft())
                                             : QPainterPath());
 }
 
