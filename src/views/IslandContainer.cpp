@@ -49,7 +49,7 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     show(IslandGeometry::islandShape(m_state));
     showLayer(Animation::none());
     m_observers.follow(m_state.mode, [this] { followMode(); });
-    m_observers.follow(m_state.view, [this] { followSize(); });
+    m_observers.follow(m_state.view, [this] { followView(); });
     m_observers.follow(m_state.chatHistory, [this] { followSize(); });
 }
 
@@ -69,6 +69,13 @@ void IslandContainer::followMode()
         = folds ? Animation(IslandMotion::foldEase) : IslandMotion::forChange(old, m_mode);
     moveTo(IslandGeometry::islandShape(m_state), motion);
     showLayer(motion);
+}
+
+/// What changes on a closed island is there when it opens.
+void IslandContainer::followView()
+{
+    m_content->showCard(m_state.view, m_contentOpacity.target() > 0);
+    followSize();
 }
 
 void IslandContainer::followSize()

@@ -42,6 +42,7 @@ protected:
 
 private:
     void followMode();
+    void followView();
     void followSize();
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);

@@ -24,7 +24,6 @@ bool fillsIsland(IslandView view)
 
 IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
-    , m_state(context.state)
     , m_clock(context.frames)
     , m_header(new IslandHeader(context, this))
     , m_view(context.state.view)
@@ -37,7 +36,20 @@ IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent
     }
     if (auto &card = selected())
         card->setSelected(true, false, m_clock);
-    m_observers.follow(m_state.view, [this] { selectCard(); });
+}
+
+void IslandContentView::showCard(IslandView view, bool moves)
+{
+    if (view == m_view)
+        return;
+    if (auto &old = selected())
+        old->setSelected(false, moves, m_clock);
+    m_view = view;
+    placeCard();
+    if (auto &card = selected())
+        card->setSelected(true, moves, m_clock);
+    if (!m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double time) { frame(time); });
 }
 
 void IslandContentView::setIslandHeight(int height)
@@ -50,20 +62,6 @@ void IslandContentView::resizeEvent(QResizeEvent *)
 {
     m_header->setGeometry(0, paddingTop, width(), IslandHeader::rowHeight);
     placeCard();
-}
-
-void IslandContentView::selectCard()
-{
-    // What changes on a closed island is there when it opens.
-    const bool moves = m_state.mode == IslandMode::expanded && isVisible();
-    if (auto &old = selected())
-        old->setSelected(false, moves, m_clock);
-    m_view = m_state.view;
-    placeCard();
-    if (auto &card = selected())
-        card->setSelected(true, moves, m_clock);
-    if (!m_frames.isActive())
-        m_frames = m_clock.subscribe([this](double time) { frame(time); });
 }
 
 void IslandContentView::frame(double time)

@@ -4,7 +4,6 @@
 #include "ViewContext.h"
 #include "core/model/Enumerations.h"
 #include "ui/motion/FrameClock.h"
-#include "ui/Observers.h"
 
 #include <QWidget>
 
@@ -26,6 +25,9 @@ class IslandContentView final : public QWidget
 public:
     explicit IslandContentView(const ViewContext &context, QWidget *parent = nullptr);
 
+    /// Puts the view's card in the place of the present one; `moves` is false when nobody sees it.
+    void showCard(IslandView view, bool moves);
+
     /// Lays the present card out on an island of that height in points, this view's own origin at
     /// its top.
     void setIslandHeight(int height);
@@ -34,12 +36,10 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void selectCard();
     void placeCard();
     void frame(double time);
     [[nodiscard]] std::optional<CardPresence> &selected();
 
-    AppState &m_state;
     FrameClock &m_clock;
     IslandHeader *m_header;
     /// One a view, in the order of the views; none for a view without a card.
@@ -47,7 +47,6 @@ private:
     IslandView m_view;
     int m_islandHeight = 0;
     FrameClock::Subscription m_frames;
-    Observers m_observers;
 };
 
 } // namespace tirlo

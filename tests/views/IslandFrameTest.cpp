@@ -261,6 +261,17 @@ TEST_F(IslandFrameTest, OnlyTheCardOnTopIsHit)
     EXPECT_EQ(decisions, QStringList{QStringLiteral("deny")});
 }
 
+TEST_F(IslandFrameTest, ACardThatGoesKeepsItsPlaceOnAnIslandThatGrows)
+{
+    open(IslandView::question);
+    const auto *button = this->button(QStringLiteral("Algolia"));
+    const QPoint place = button->mapTo(root.get(), QPoint());
+    state.view = IslandView::prompt;
+    queue.advance(0.1);
+    ASSERT_TRUE(button->isVisible());
+    EXPECT_EQ(button->mapTo(root.get(), QPoint()), place);
+}
+
 TEST_F(IslandFrameTest, TheContentFadesWithTheIslandAndTakesNoClicksOnceItCloses)
 {
     setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
@@ -391,6 +402,20 @@ TEST_F(IslandFrameTest, ANewStepRepaintsItsLineAndNotTheWholeIsland)
     QTest::qWait(20);
     EXPECT_GT(region.painted, 0);
     EXPECT_LE(region.painted, 44);
+}
+
+TEST_F(IslandFrameTest, ANewStepBuildsNoWidgetAnew)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")}),
+              task(QStringLiteral("b"), QStringLiteral("b"))});
+    open(IslandView::overview);
+    const auto before = root->findChildren<QWidget *>();
+    state.editTask(QStringLiteral("a"), [](AgentTask &t) {
+        t.steps.append(QStringLiteral("Lit"));
+        t.stepIndex = 1;
+    });
+    queue.advance(1);
+    EXPECT_EQ(root->findChildren<QWidget *>(), before);
 }
 
 TEST_F(IslandFrameTest, AskingFromTheEmptyCardOpensThePrompt)

@@ -94,6 +94,30 @@ std::vector<Tile> motionTiles(double devicePixelRatio)
     return tiles;
 }
 
+/// A film strip of one card that goes and another that comes, the island growing between them.
+std::vector<Tile> swapTiles(double devicePixelRatio)
+{
+    constexpr double step = 0.05;
+    constexpr int picturesEach = 8;
+    Stage stage({{}, [](AppState &state) {
+                     state.mousePosition = {700, 120};
+                     state.view = IslandView::question;
+                     state.mode = IslandMode::expanded;
+                 }});
+    stage.photographAfter(2, devicePixelRatio);
+
+    std::vector<Tile> tiles;
+    for (const IslandView view : {IslandView::prompt, IslandView::finished}) {
+        stage.state.view = view;
+        for (int i = 0; i < picturesEach; ++i) {
+            const QString caption = QStringLiteral("to %1, %2 s").arg(rawText(view)).arg(i * step);
+            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
+        }
+        stage.photographAfter(2, devicePixelRatio);
+    }
+    return tiles;
+}
+
 /// Paints a widget of its own in the middle of a tile.
 QImage photograph(QWidget &widget, double devicePixelRatio)
 {
@@ -157,6 +181,7 @@ int main(int argc, char *argv[])
         for (const SceneGroup &group : allScenes())
             isComplete &= writeSheet(group.name, tilesOf(group, ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("motion"), motionTiles(ratio), ratio, folder);
+        isComplete &= writeSheet(QStringLiteral("swap"), swapTiles(ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("controls"), controlTiles(ratio), ratio, folder);
     }
     return isComplete ? 0 : 1;
