@@ -44,7 +44,9 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_side.jumpTo(place.diameter * canvasPerDiameter);
     m_glow.moveTo(displayedState(m_state), Animation::none(), m_clock.now());
     m_canvas->setVisible(isShown());
+    m_rides = rides();
     placeCanvas(m_clock.now());
+    run();
 
     const auto moved = [this] { followPlace(); };
     const auto mood = [this] { followMood(); };

@@ -40,11 +40,11 @@ public:
         m_root->show();
     }
 
-    QImage photographAfter(double seconds, double devicePixelRatio)
+    QImage photographAfter(double seconds, double devicePixelRatio, const QSize &size = tileSize)
     {
         m_queue.advance(seconds);
         QCoreApplication::processEvents();
-        QImage tile = blankTile(devicePixelRatio);
+        QImage tile = blankTile(devicePixelRatio, size);
         QPainter painter(&tile);
         m_root->render(&painter, {}, {}, QWidget::DrawChildren);
         return tile;
@@ -69,9 +69,9 @@ private:
 };
 
 /// The scene once all motion has come to rest and the mascot has its mood.
-QImage photograph(const Scene &scene, double devicePixelRatio)
+QImage photograph(const Scene &scene, double devicePixelRatio, const QSize &size)
 {
-    return Stage(scene).photographAfter(1, devicePixelRatio);
+    return Stage(scene).photographAfter(1, devicePixelRatio, size);
 }
 
 /// A film strip of the island opening on its spring and closing on its curve.
@@ -136,7 +136,7 @@ std::vector<Tile> tilesOf(const SceneGroup &group, double devicePixelRatio)
 {
     std::vector<Tile> tiles;
     for (const Scene &scene : group.scenes)
-        tiles.push_back({scene.caption, photograph(scene, devicePixelRatio)});
+        tiles.push_back({scene.caption, photograph(scene, devicePixelRatio, group.size)});
     return tiles;
 }
 
