@@ -247,6 +247,21 @@ TEST_F(IslandFrameTest, NothingIsPaintedUnlessItChanges)
     EXPECT_GT(paints.take(), 0) << "a new step shows";
 }
 
+TEST_F(IslandFrameTest, AHiddenIslandPaintsNothing)
+{
+    for (const bool hasNotch : {true, false}) {
+        state.hasNotch = hasNotch;
+        open(IslandView::overview);
+        state.mode = IslandMode::hidden;
+        queue.advance(2);
+        PaintCounter paints;
+        paints.take();
+        queue.advance(10);
+        EXPECT_EQ(paints.take(), 0) << hasNotch;
+        EXPECT_FALSE(driver.isRunning);
+    }
+}
+
 TEST_F(IslandFrameTest, ANewStepRepaintsItsLineAndNotTheWholeIsland)
 {
     class Region : public QObject
@@ -269,6 +284,20 @@ TEST_F(IslandFrameTest, ANewStepRepaintsItsLineAndNotTheWholeIsland)
     QTest::qWait(20);
     EXPECT_GT(region.painted, 0);
     EXPECT_LE(region.painted, 44);
+}
+
+TEST_F(IslandFrameTest, ANewStepBuildsNoWidgetAnew)
+{
+    setTasks({task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")}),
+              task(QStringLiteral("b"), QStringLiteral("b"))});
+    open(IslandView::overview);
+    const auto before = root->findChildren<QWidget *>();
+    state.editTask(QStringLiteral("a"), [](AgentTask &t) {
+        t.steps.append(QStringLiteral("Lit"));
+        t.stepIndex = 1;
+    });
+    queue.advance(1);
+    EXPECT_EQ(root->findChildren<QWidget *>(), before);
 }
 
 TEST_F(IslandFrameTest, AskingFromTheEmptyCardOpensThePrompt)

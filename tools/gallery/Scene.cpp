@@ -161,7 +161,31 @@ SceneGroup others()
              card("Finished, no steps", IslandView::finished,
                   {makeTask("agent_he", "פרויקט חדש", "#34D399", {})}),
              card("Confused", IslandView::confused, {editorTask()}),
+             {QStringLiteral("Muted, settings open"),
+              [](AppState &state) {
+                  state.soundEnabled = false;
+                  open(state, IslandView::settings, {editorTask()});
+              }},
              card("A card without content", IslandView::searching, {editorTask()})}};
+}
+
+/// Every card's frame at its own height, whatever it holds.
+SceneGroup frames()
+{
+    SceneGroup group{QStringLiteral("frames"), {}, {720, 320}};
+    for (const IslandView view : allCases<IslandView>()) {
+        if (view == IslandView::greeting)
+            continue;
+        group.scenes.push_back({QString(rawText(view)), [view](AppState &state) {
+                                    open(state, view, crowd());
+                                    state.uploadStartTime = -1.2;
+                                }});
+    }
+    group.scenes.push_back({QStringLiteral("prompt after two messages"), [](AppState &state) {
+                                state.chatHistory = {ChatMessage{}, ChatMessage{}};
+                                open(state, IslandView::prompt, crowd());
+                            }});
+    return group;
 }
 
 SceneGroup outlines()
@@ -179,6 +203,24 @@ SceneGroup outlines()
              closed("Hidden, plain screen", IslandMode::hidden, false),
              closed("Compact, notch", IslandMode::compact, true),
              closed("Compact, plain screen", IslandMode::compact, false),
+             {QStringLiteral("Compact, four others"),
+              [](AppState &state) {
+                  open(state, IslandView::overview, crowd());
+                  state.mode = IslandMode::compact;
+              }},
+             {QStringLiteral("Compact, two others, plain screen"),
+              [](AppState &state) {
+                  open(state, IslandView::overview, crowd().mid(0, 3));
+                  state.notchWidth = 80;
+                  state.notchHeight = 24;
+                  state.hasNotch = false;
+                  state.mode = IslandMode::compact;
+              }},
+             {QStringLiteral("Expanded, about to run out"),
+              [](AppState &state) {
+                  state.lastActivity = -7.5;
+                  open(state, IslandView::note, {editorTask()});
+              }},
              closed("Expanded", IslandMode::expanded, true)}};
 }
 
@@ -186,7 +228,7 @@ SceneGroup outlines()
 
 std::vector<SceneGroup> allScenes()
 {
-    return {overviews(), approvals(), others(), outlines()};
+    return {overviews(), approvals(), others(), frames(), outlines()};
 }
 
 } // namespace tirlo
