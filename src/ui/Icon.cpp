@@ -39,7 +39,8 @@ QPixmap render(QLatin1String name, const QSize &size, const QColor &color)
 
 void draw(QPainter &painter, QLatin1String name, const QRectF &rect, const QColor &color)
 {
-    const double ratio = painter.device()->devicePixelRatio();
+    const QTransform toPixels = painter.deviceTransform();
+    const double ratio = std::hypot(toPixels.m11(), toPixels.m12());
     const int side = int(std::ceil(rect.width() * ratio));
     const QString key
         = QStringLiteral("icon/%1/%2/%3").arg(name).arg(side).arg(color.rgba(), 0, 16);

@@ -11,6 +11,8 @@ struct IslandActions
 {
     /// Answers the permission request on show with "deny", "always" or "allow".
     std::function<void(const QString &decision)> sendApprovalDecision;
+    /// Notes what the user was looking at, for the prompt; may be empty.
+    std::function<void()> capturePromptContext = {};
 };
 
 } // namespace tirlo

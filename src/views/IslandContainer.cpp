@@ -1,6 +1,8 @@
 #include "IslandContainer.h"
 
 #include "BotPlacement.h"
+#include "CompactMiniGrid.h"
+#include "CountdownBar.h"
 #include "IslandContentView.h"
 #include "core/AppState.h"
 #include "island/IslandConst.h"
@@ -33,6 +35,8 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     , m_greeting(new GreetingCanvasView(context.state, context.notifications, context.sounds,
                                         context.queue, context.frames, this))
     , m_mascot(new BotPlacement(context, this))
+    , m_countdown(new CountdownBar(context.state, context.queue, this))
+    , m_minis(new CompactMiniGrid(context, this))
     , m_mode(context.state.mode)
 {
     m_greeting->hide();
@@ -105,6 +109,8 @@ void IslandContainer::show(const IslandShape &shape)
     m_mascot->setGeometry(rect());
     clipContent();
     placeGreeting();
+    m_countdown->move((width() - m_countdown->width()) / 2, height() - m_countdown->height());
+    m_minis->placeOn({shape.width, shape.height}, (width() - shape.width) / 2);
     update();
     Q_EMIT sizeChanged();
 }

@@ -12,6 +12,8 @@
 namespace tirlo {
 
 class BotPlacement;
+class CompactMiniGrid;
+class CountdownBar;
 class GreetingCanvasView;
 class IslandContentView;
 struct MascotPlace;
@@ -55,6 +57,8 @@ private:
     IslandContentView *m_content;
     GreetingCanvasView *m_greeting;
     BotPlacement *m_mascot;
+    CountdownBar *m_countdown;
+    CompactMiniGrid *m_minis;
 
     IslandMode m_mode;
     Animated<double> m_width;

@@ -1,6 +1,7 @@
 #include "IslandContentView.h"
 
 #include "CardMetrics.h"
+#include "IslandHeader.h"
 #include "IslandViewContent.h"
 #include "core/AppState.h"
 
@@ -9,8 +10,7 @@ namespace tirlo {
 namespace {
 
 constexpr int paddingTop = 8;
-constexpr int headerHeight = 34;
-constexpr int headerBottom = paddingTop + headerHeight;
+constexpr int headerBottom = paddingTop + IslandHeader::rowHeight;
 constexpr int headerSpacing = 10;
 
 bool fillsIsland(IslandView view)
@@ -23,6 +23,7 @@ bool fillsIsland(IslandView view)
 IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_state(context.state)
+    , m_header(new IslandHeader(context, this))
 {
     for (const IslandView view : allCases<IslandView>()) {
         QWidget *card = IslandViewContent::make(view, context);
@@ -38,6 +39,7 @@ IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent
 
 void IslandContentView::resizeEvent(QResizeEvent *)
 {
+    m_header->setGeometry(0, paddingTop, width(), IslandHeader::rowHeight);
     placeCard();
 }
 

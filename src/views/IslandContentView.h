@@ -10,7 +10,9 @@
 
 namespace tirlo {
 
-/// The expanded island's content: room for the header, and below it the card of the present view.
+class IslandHeader;
+
+/// The expanded island's content: the header, and below it the card of the present view.
 ///
 /// All cards are in the tree for good; only the selected one is shown and takes the pointer.
 class IslandContentView final : public QWidget
@@ -28,6 +30,7 @@ private:
     void placeCard();
 
     AppState &m_state;
+    IslandHeader *m_header;
     /// One a view, in the order of the views; null for a view without a card.
     std::vector<QWidget *> m_cards;
     QWidget *m_selected = nullptr;

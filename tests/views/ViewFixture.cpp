@@ -1,6 +1,7 @@
 #include "ViewFixture.h"
 
 #include "island/IslandConst.h"
+#include "views/IslandHeader.h"
 
 #include <QLabel>
 #include <QTest>
@@ -57,7 +58,9 @@ AgentTask ViewFixture::task(const QString &id, const QString &name, const QStrin
 QStringList ViewFixture::visibleButtons() const
 {
     QList<QAbstractButton *> buttons = root->findChildren<QAbstractButton *>();
-    buttons.removeIf([](const QAbstractButton *b) { return !b->isVisible(); });
+    const auto *header = root->findChild<IslandHeader *>();
+    buttons.removeIf(
+        [header](const QAbstractButton *b) { return !b->isVisible() || header->isAncestorOf(b); });
     std::ranges::stable_sort(buttons, {}, [this](const QAbstractButton *b) {
         return b->mapTo(root.get(), QPoint()).x();
     });

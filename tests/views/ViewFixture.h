@@ -38,7 +38,7 @@ protected:
     [[nodiscard]] static AgentTask task(const QString &id, const QString &name,
                                         const QStringList &steps = {});
 
-    /// The visible buttons' accessible names, left to right.
+    /// The accessible names of the card's visible buttons, left to right.
     [[nodiscard]] QStringList visibleButtons() const;
 
     /// The visible button of that name, or null.
@@ -65,7 +65,16 @@ protected:
     FakeScreens screens;
     FakeApplications applications;
     QStringList decisions;
-    const IslandActions actions{[this](const QString &decision) { decisions.append(decision); }};
+    int captures = 0;
+    std::function<void()> onCapture;
+    IslandActions actions{.sendApprovalDecision
+                          = [this](const QString &decision) { decisions.append(decision); },
+                          .capturePromptContext =
+                              [this] {
+                                  ++captures;
+                                  if (onCapture)
+                                      onCapture();
+                              }};
     std::unique_ptr<IslandRootView> root;
 };
 

@@ -161,6 +161,11 @@ SceneGroup others()
              card("Finished, no steps", IslandView::finished,
                   {makeTask("agent_he", "פרויקט חדש", "#34D399", {})}),
              card("Confused", IslandView::confused, {editorTask()}),
+             {QStringLiteral("Muted, settings open"),
+              [](AppState &state) {
+                  state.soundEnabled = false;
+                  open(state, IslandView::settings, {editorTask()});
+              }},
              card("A card without content", IslandView::searching, {editorTask()})}};
 }
 
@@ -179,6 +184,24 @@ SceneGroup outlines()
              closed("Hidden, plain screen", IslandMode::hidden, false),
              closed("Compact, notch", IslandMode::compact, true),
              closed("Compact, plain screen", IslandMode::compact, false),
+             {QStringLiteral("Compact, four others"),
+              [](AppState &state) {
+                  open(state, IslandView::overview, crowd());
+                  state.mode = IslandMode::compact;
+              }},
+             {QStringLiteral("Compact, two others, plain screen"),
+              [](AppState &state) {
+                  open(state, IslandView::overview, crowd().mid(0, 3));
+                  state.notchWidth = 80;
+                  state.notchHeight = 24;
+                  state.hasNotch = false;
+                  state.mode = IslandMode::compact;
+              }},
+             {QStringLiteral("Expanded, about to run out"),
+              [](AppState &state) {
+                  state.lastActivity = -7.5;
+                  open(state, IslandView::note, {editorTask()});
+              }},
              closed("Expanded", IslandMode::expanded, true)}};
 }
 

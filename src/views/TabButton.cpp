@@ -1,0 +1,63 @@
+#include "TabButton.h"
+
+#include "core/AppState.h"
+#include "ui/Color.h"
+#include "ui/Style.h"
+
+#include <utility>
+
+namespace tirlo {
+
+namespace {
+
+IconButtonStyle onStyle()
+{
+    return {.color = Style::primaryText,
+            .hoveredColor = Style::primaryText,
+            .fill = Style::selectedTab,
+            .hoveredFill = Style::selectedTab};
+}
+
+IconButtonStyle offStyle()
+{
+    return {.color = Style::secondaryText,
+            .hoveredColor = Style::hoveredText,
+            .hoveredFill = withOpacity(Style::white, Style::raisedOpacity)};
+}
+
+} // namespace
+
+TabButton::TabButton(QLatin1String icon, const QString &name, IslandView view, AppState &state,
+                     std::function<void()> preAction, QWidget *parent)
+    : IconButton(frame, offStyle(), parent)
+    , m_view(view)
+    , m_state(state)
+    , m_preAction(std::move(preAction))
+{
+    setIcon(icon, name);
+    setCheckable(true);
+    updateOn();
+    m_observers.follow(m_state.view, [this] { updateOn(); });
+    connect(this, &TabButton::clicked, this, &TabButton::choose);
+}
+
+bool TabButton::isOn() const
+{
+    const IslandView shown = m_state.view;
+    return shown == m_view || (m_view == IslandView::overview && shown == IslandView::empty);
+}
+
+void TabButton::updateOn()
+{
+    setChecked(isOn());
+    setStyle(isOn() ? onStyle() : offStyle());
+}
+
+void TabButton::choose()
+{
+    if (m_preAction)
+        m_preAction();
+    m_state.view = m_view;
+}
+
+} // namespace tirlo

@@ -1,0 +1,96 @@
+#include "ViewFixture.h"
+
+#include "mascot/MiniBotCanvasView.h"
+#include "views/CompactMiniGrid.h"
+
+namespace tirlo {
+
+namespace {
+
+class CompactMiniGridTest : public ViewFixture
+{
+protected:
+    void compact(int taskCount)
+    {
+        QList<AgentTask> tasks;
+        for (int i = 0; i < taskCount; ++i)
+            tasks.append(task(QStringLiteral("t%1").arg(i), QStringLiteral("t")));
+        setTasks(tasks);
+        state.mode = IslandMode::compact;
+        queue.advance(2);
+    }
+
+    [[nodiscard]] CompactMiniGrid &grid() const { return *root->findChild<CompactMiniGrid *>(); }
+
+    /// Where the minis that show stand in the panel.
+    [[nodiscard]] QList<QRect> minis() const
+    {
+        QList<QRect> rects;
+        for (const auto *child : grid().findChildren<QWidget *>()) {
+            if (child->isVisible())
+                rects.append(QRect(child->mapTo(root.get(), QPoint()), child->size()));
+        }
+        return rects;
+    }
+};
+
+TEST_F(CompactMiniGridTest, FourOfTheOthersStandAtTheRight)
+{
+    compact(1);
+    EXPECT_TRUE(minis().isEmpty()) << "the one task is the focus";
+    compact(6);
+    // The island is 344 wide, its grid's middle 40 from the right.
+    const int x = 360 + 172 - 40;
+    EXPECT_EQ(
+        minis(),
+        (QList<QRect>{
+            {x - 18, -2, 20, 20}, {x - 2, -2, 20, 20}, {x - 18, 14, 20, 20}, {x - 2, 14, 20, 20}}));
+
+    state.focusId = std::nullopt;
+    EXPECT_EQ(grid().others().first().id, QStringLiteral("t0")) << "nobody is left out";
+    setTasks({});
+    EXPECT_TRUE(minis().isEmpty());
+}
+
+TEST_F(CompactMiniGridTest, ALowIslandHasASmallerGrid)
+{
+    state.notchHeight = 24;
+    state.hasNotch = false;
+    state.mode = IslandMode::hidden;
+    compact(5);
+    ASSERT_EQ(minis().size(), 4);
+    EXPECT_EQ(minis().first().size(), QSize(14, 14));
+    for (const QRect &mini : minis())
+        EXPECT_TRUE(QRect(0, -2, 720, 28).contains(mini)) << mini.top() << " " << mini.bottom();
+}
+
+TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheMode)
+{
+    compact(3);
+    state.mode = IslandMode::hidden;
+    queue.advance(0.1);
+    ASSERT_EQ(minis().size(), 2);
+    EXPECT_LT(minis().first().width(), 20);
+    queue.advance(0.2);
+    EXPECT_TRUE(minis().isEmpty());
+    state.mode = IslandMode::compact;
+    queue.advance(0.1);
+    EXPECT_EQ(minis().size(), 2);
+    queue.advance(0.2);
+    EXPECT_EQ(minis().first().width(), 20);
+}
+
+TEST_F(CompactMiniGridTest, AMiniLivesAsLongAsItsTaskKeepsItsPlace)
+{
+    compact(3);
+    const auto bots = [this] { return grid().findChildren<QWidget *>(); };
+    const auto before = bots();
+    state.editTask(QStringLiteral("t1"), [](AgentTask &t) { t.state = BotState::working; });
+    EXPECT_EQ(bots(), before);
+    state.removeTask(QStringLiteral("t2"));
+    EXPECT_EQ(bots(), before.first(1));
+}
+
+} // namespace
+
+} // namespace tirlo
