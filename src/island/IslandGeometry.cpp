@@ -99,6 +99,11 @@ IslandShape islandShape(const AppState &state)
                                   state.chatHistory.value().size()));
 }
 
+double uploadTrackX(double progress)
+{
+    return progress * uploadTrackWidth + uploadTrackLeft;
+}
+
 MascotPlace mascotPlace(IslandMode mode, IslandView view, const QSizeF &island, bool hasNotch,
                         double uploadProgress)
 {
@@ -109,8 +114,7 @@ MascotPlace mascotPlace(IslandMode mode, IslandView view, const QSizeF &island, 
 
     const ViewLayout &layout = IslandConst::viewLayout(view);
     if (view == IslandView::uploading)
-        return {.centre = {uploadProgress * uploadTrackWidth + uploadTrackLeft,
-                           layout.botY.value_or(uploadDefaultY)},
+        return {.centre = {uploadTrackX(uploadProgress), layout.botY.value_or(uploadDefaultY)},
                 .diameter = layout.botDiameter};
 
     const double middle

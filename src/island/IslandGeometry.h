@@ -57,6 +57,9 @@ namespace IslandGeometry {
 /// The outline at rest for what the store says now.
 [[nodiscard]] IslandShape islandShape(const AppState &state);
 
+/// Where on the island the head of the upload's bar is, and the mascot with it.
+[[nodiscard]] double uploadTrackX(double progress);
+
 /// The mascot's place on an island of that size.
 [[nodiscard]] MascotPlace mascotPlace(IslandMode mode, IslandView view, const QSizeF &island,
                                       bool hasNotch, double uploadProgress);

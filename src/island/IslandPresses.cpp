@@ -15,9 +15,19 @@
 
 namespace tirlo {
 
-IslandPresses::IslandPresses(const Parts &parts, std::function<void()> openDefault)
+namespace {
+
+/// Whether the control under a press wants to be typed into.
+bool takesText(const QWidget *control)
+{
+    return control && control->isEnabled() && control->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+} // namespace
+
+IslandPresses::IslandPresses(const Parts &parts, Actions actions)
     : m_parts(parts)
-    , m_openDefault(std::move(openDefault))
+    , m_actions(std::move(actions))
 {
     // The native window sees every press before the control under it does.
     m_parts.panel.winId();
@@ -50,6 +60,8 @@ void IslandPresses::pressed(QPointF local)
     if (m_parts.state.mode == IslandMode::expanded
         && IslandGeometry::isBotHit(local, m_parts.state))
         Q_EMIT m_parts.notifications.triggerSlap();
+    if (takesText(m_parts.panel.childAt(local.toPoint())))
+        m_actions.takeKeyboard();
 }
 
 void IslandPresses::released()
@@ -58,7 +70,7 @@ void IslandPresses::released()
     if (!wasPending || m_parts.state.mode == IslandMode::expanded)
         return;
     if (m_parts.machine.state() == IslandStateMachine::State::home)
-        m_openDefault();
+        m_actions.openDefault();
     else
         m_parts.machine.click();
 }

@@ -33,9 +33,17 @@ public:
         Notifications &notifications;
     };
 
-    /// All parts outlive this object; `openDefault` opens the island on the view it opens on by
-    /// itself.
-    IslandPresses(const Parts &parts, std::function<void()> openDefault);
+    /// What presses lead to.
+    struct Actions
+    {
+        /// Opens the island on the view it opens on by itself.
+        std::function<void()> openDefault;
+        /// Gets the panel the keyboard, for the text field that was pressed.
+        std::function<void()> takeKeyboard;
+    };
+
+    /// All parts outlive this object.
+    IslandPresses(const Parts &parts, Actions actions);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -45,7 +53,7 @@ private:
     void released();
 
     Parts m_parts;
-    const std::function<void()> m_openDefault;
+    const Actions m_actions;
     /// A press began on the island and has not ended.
     bool m_pendingIslandClick = false;
 };

@@ -38,7 +38,8 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, App
     , m_hover(state, notifications, sounds, queue)
     , m_loop({m_panel, m_fsm, m_hover, state, notifications}, desktop.pointer, desktop.pollDriver)
     , m_presses({m_panel, m_fsm, m_hover, m_loop, state, notifications},
-                [this] { expand(defaultView()); })
+                {.openDefault = [this] { expand(defaultView()); },
+                 .takeKeyboard = [this] { m_panel.takeKeyboard(); }})
     , m_keys(state, desktop.input, desktop.windows,
              {.collapse = [this] { collapse(); },
               .openOverview = [this] { expand(IslandView::overview); }})
@@ -66,7 +67,6 @@ void IslandWindowController::collapse()
     m_state.isPinned = false;
     m_fsm.collapse();
     setMode(IslandMode::compact);
-    resignKey();
 }
 
 void IslandWindowController::setMode(IslandMode mode)
@@ -82,6 +82,8 @@ void IslandWindowController::setMode(IslandMode mode)
     m_sounds.play(QStringLiteral("close"));
     if (!isHeldOpen())
         m_state.isPinned = false;
+    // However it closes: nobody types into a card that isn't there.
+    resignKey();
 }
 
 IslandView IslandWindowController::defaultView() const
@@ -166,7 +168,7 @@ void IslandWindowController::followView()
         m_panel.takeKeyboard();
 }
 
-/// Gives the keyboard back to whoever had it before the prompt.
+/// Gives the keyboard back to whoever had it before the island.
 void IslandWindowController::resignKey()
 {
     if (m_panel.releaseKeyboard() && m_state.lastExternalApp)

@@ -16,9 +16,25 @@ PresenceEffect::PresenceEffect(QWidget *widget)
 
 void PresenceEffect::setPresence(double opacity, double scale)
 {
-    m_opacity = std::clamp(opacity, 0.0, 1.0);
+    const double seen = std::clamp(opacity, 0.0, 1.0);
+    if (seen == m_opacity && scale == m_scale)
+        return;
+    m_opacity = seen;
     m_scale = scale;
-    setEnabled(m_opacity < 1 || m_scale != 1);
+    changed();
+}
+
+void PresenceEffect::setOutline(const QPainterPath &outline)
+{
+    if (outline == m_outline)
+        return;
+    m_outline = outline;
+    changed();
+}
+
+void PresenceEffect::changed()
+{
+    setEnabled(m_opacity < 1 || m_scale != 1 || !m_outline.isEmpty());
     update();
 }
 
@@ -32,6 +48,9 @@ void PresenceEffect::draw(QPainter *painter)
 
     painter->save();
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (!m_outline.isEmpty())
+        painter->setClipPath(m_outline, Qt::IntersectClip);
     painter->setOpacity(m_opacity);
     painter->translate(centre);
     painter->scale(m_scale, m_scale);

@@ -8,7 +8,9 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tirlo {
 
@@ -17,6 +19,10 @@ namespace {
 /// Height above the body, in points, where particles fly.
 constexpr int particleOverhang = 40;
 constexpr double glowSeconds = 0.4;
+
+/// On the way of a file the mascot is another, small one: it grows out of nothing, and back.
+constexpr Spring formSpring{.response = 0.36, .dampingFraction = 0.72};
+constexpr double leastScale = 0.01;
 
 } // namespace
 
@@ -38,7 +44,9 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_side.jumpTo(place.diameter * canvasPerDiameter);
     m_glow.moveTo(displayedState(m_state), Animation::none(), m_clock.now());
     m_canvas->setVisible(isShown());
+    m_rides = rides();
     placeCanvas(m_clock.now());
+    run();
 
     const auto moved = [this] { followPlace(); };
     const auto mood = [this] { followMood(); };
@@ -46,6 +54,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.view, moved);
     m_observers.follow(m_state.chatHistory, moved);
     m_observers.follow(m_state.uploadProgress, moved);
+    m_observers.follow(m_state.isDraggingBot, moved);
     m_observers.follow(m_state.stateOverride, mood);
     m_observers.follow(m_state.focusId, mood);
     m_observers.follow(m_state.tasks, mood);
@@ -88,8 +97,14 @@ void BotPlacement::followPlace()
 {
     m_canvas->setVisible(isShown());
     const MascotPlace place = IslandGeometry::mascotPlace(m_state);
-    const Animation spring = m_clock.permitted(IslandMotion::openSpring);
     const double now = m_clock.now();
+    const bool changesForm = std::exchange(m_rides, rides()) != rides();
+    const Animation spring
+        = changesForm ? Animation::none() : m_clock.permitted(IslandMotion::openSpring);
+    if (changesForm) {
+        m_scale.jumpTo(leastScale);
+        m_scale.animateTo(1, m_clock.permitted(formSpring), now);
+    }
     m_x.animateTo(place.centre.x(), spring, now);
     m_y.animateTo(place.centre.y(), spring, now);
     m_side.animateTo(place.diameter * canvasPerDiameter, spring, now);
@@ -115,7 +130,8 @@ void BotPlacement::frame(double time)
     placeCanvas(time);
     update(before | glowRect());
     const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
-        && m_glow.isAtRest(time) && m_opacity.isAtRest(time);
+        && m_scale.isAtRest(time) && m_glow.isAtRest(time) && m_opacity.isAtRest(time)
+        && !(m_rides && rideAt(time) < 1);
     if (isAtRest)
         m_frames.reset();
     if (m_isAppearing && m_opacity.isAtRest(time)) {
@@ -126,12 +142,30 @@ void BotPlacement::frame(double time)
 
 void BotPlacement::placeCanvas(double time)
 {
-    const double side = m_side.valueAt(time);
-    const QRectF frame(m_x.valueAt(time) - side / 2,
-                       m_y.valueAt(time) - side / 2 - particleOverhang, side,
-                       side + particleOverhang);
+    const double scale = m_scale.valueAt(time);
+    const double side = m_side.valueAt(time) * scale;
+    const double overhang = particleOverhang * scale;
+    const double x = m_rides ? IslandGeometry::uploadTrackX(rideAt(time)) : m_x.valueAt(time);
+    const QRectF frame(x - side / 2, m_y.valueAt(time) - side / 2 - overhang, side,
+                       side + overhang);
+    m_canvas->setParticleOverhang(overhang);
     m_canvas->setGeometry(frame.toRect());
-    m_canvas->setOpacity(m_opacity.valueAt(time));
+    m_canvas->setOpacity(m_state.isDraggingBot ? 0 : m_opacity.valueAt(time));
+}
+
+bool BotPlacement::rides() const
+{
+    return m_state.mode == IslandMode::expanded && m_state.view == IslandView::uploading;
+}
+
+/// How far along its track the mascot has come, from 0 to 1; it slows down toward the end.
+double BotPlacement::rideAt(double time) const
+{
+    if (!m_state.uploadStartTime)
+        return 0;
+    const double t
+        = std::clamp((time - *m_state.uploadStartTime) / m_state.uploadDuration, 0.0, 1.0);
+    return t * (2 - t);
 }
 
 bool BotPlacement::isShown() const

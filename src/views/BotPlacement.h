@@ -41,6 +41,8 @@ private:
     void run();
     void frame(double time);
     void placeCanvas(double time);
+    [[nodiscard]] bool rides() const;
+    [[nodiscard]] double rideAt(double time) const;
     [[nodiscard]] bool isShown() const;
     [[nodiscard]] bool glows() const;
     [[nodiscard]] QRect glowRect() const;
@@ -54,6 +56,9 @@ private:
     Animated<double> m_y;
     Animated<double> m_side;
     Animated<double> m_opacity{1};
+    Animated<double> m_scale{1};
+    /// Whether it goes along with a file on its way, as last placed.
+    bool m_rides = false;
     bool m_isConcealed = false;
     bool m_isAppearing = false;
     FrameClock::Subscription m_frames;

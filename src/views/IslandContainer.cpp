@@ -9,6 +9,7 @@
 #include "island/IslandGeometry.h"
 #include "island/IslandMotion.h"
 #include "mascot/GreetingCanvasView.h"
+#include "ui/PresenceEffect.h"
 #include "ui/Style.h"
 
 #include <QPainter>
@@ -32,6 +33,7 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     , m_state(context.state)
     , m_clock(context.frames)
     , m_content(new IslandContentView(context, this))
+    , m_contentPresence(new PresenceEffect(m_content))
     , m_greeting(new GreetingCanvasView(context.state, context.notifications, context.sounds,
                                         context.queue, context.frames, this))
     , m_mascot(new BotPlacement(context, this))
@@ -40,13 +42,14 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     , m_mode(context.state.mode)
 {
     m_greeting->hide();
+    m_content->hide();
     connect(m_greeting, &GreetingCanvasView::foldEnded, this, &IslandContainer::followFold);
     connect(m_mascot, &BotPlacement::appeared, m_greeting, &QWidget::hide);
     moveTo(IslandGeometry::islandShape(m_state), Animation::none());
     show(IslandGeometry::islandShape(m_state));
-    layOutContent();
+    showLayer(Animation::none());
     m_observers.follow(m_state.mode, [this] { followMode(); });
-    m_observers.follow(m_state.view, [this] { followSize(); });
+    m_observers.follow(m_state.view, [this] { followView(); });
     m_observers.follow(m_state.chatHistory, [this] { followSize(); });
 }
 
@@ -62,9 +65,17 @@ void IslandContainer::followMode()
 {
     const IslandMode old = std::exchange(m_mode, m_state.mode.value());
     const bool folds = m_mode == IslandMode::compact && m_greeting->isFolding();
-    moveTo(IslandGeometry::islandShape(m_state),
-           folds ? Animation(IslandMotion::foldEase) : IslandMotion::forChange(old, m_mode));
-    layOutContent();
+    const Animation motion
+        = folds ? Animation(IslandMotion::foldEase) : IslandMotion::forChange(old, m_mode);
+    moveTo(IslandGeometry::islandShape(m_state), motion);
+    showLayer(motion);
+}
+
+/// What changes on a closed island is there when it opens.
+void IslandContainer::followView()
+{
+    m_content->showCard(m_state.view, m_contentOpacity.target() > 0);
+    followSize();
 }
 
 void IslandContainer::followSize()
@@ -72,7 +83,7 @@ void IslandContainer::followSize()
     if (m_mode != IslandMode::expanded)
         return;
     moveTo(IslandGeometry::islandShape(m_state), IslandMotion::openSpring);
-    layOutContent();
+    showLayer(IslandMotion::openSpring);
 }
 
 void IslandContainer::moveTo(const IslandShape &target, const Animation &animation)
@@ -83,6 +94,11 @@ void IslandContainer::moveTo(const IslandShape &target, const Animation &animati
     m_height.animateTo(target.height, permitted, now);
     m_cornerRadius.animateTo(target.cornerRadius, permitted, now);
     m_topRadius.animateTo(target.topRadius, permitted, now);
+    run();
+}
+
+void IslandContainer::run()
+{
     if (!m_frames.isActive())
         m_frames = m_clock.subscribe([this](double time) { frame(time); });
 }
@@ -93,57 +109,89 @@ void IslandContainer::frame(double time)
           .height = m_height.valueAt(time),
           .cornerRadius = m_cornerRadius.valueAt(time),
           .topRadius = m_topRadius.valueAt(time)});
+    showContentAt(time);
     const bool isAtRest = m_width.isAtRest(time) && m_height.isAtRest(time)
-        && m_cornerRadius.isAtRest(time) && m_topRadius.isAtRest(time);
-    if (isAtRest)
-        m_frames.reset();
+        && m_cornerRadius.isAtRest(time) && m_topRadius.isAtRest(time)
+        && m_contentOpacity.isAtRest(time);
+    if (!isAtRest)
+        return;
+    m_frames.reset();
+    if (m_contentOpacity.target() > 0)
+        layOutContent();
 }
 
 void IslandContainer::show(const IslandShape &shape)
 {
     if (shape == m_shape)
         return;
+    const double covered = std::max(shape.height, m_shape.height);
     m_shape = shape;
-    resize(2 * int(std::ceil(shape.width / 2)), int(std::ceil(shape.height)));
+    // The mascot has all the panel's height to move in while the island is open.
+    const int height = m_mode == IslandMode::expanded ? IslandConst::panelHeight : islandHeight();
+    resize(2 * int(std::ceil(shape.width / 2)), height);
     m_content->move((width() - m_content->width()) / 2, m_content->y());
     m_mascot->setGeometry(rect());
-    clipContent();
     placeGreeting();
-    m_countdown->move((width() - m_countdown->width()) / 2, height() - m_countdown->height());
+    m_countdown->move((width() - m_countdown->width()) / 2, islandHeight() - m_countdown->height());
     m_minis->placeOn({shape.width, shape.height}, (width() - shape.width) / 2);
-    update();
+    update(0, 0, width(), int(std::ceil(covered)));
     Q_EMIT sizeChanged();
 }
 
-/// Keeps the content within the outline while that is on its way; at rest it lies within by itself.
+/// In whole points, as much as the outline reaches into.
+int IslandContainer::islandHeight() const
+{
+    return int(std::ceil(m_shape.height));
+}
+
+/// Keeps the content within an outline that is smaller; in one of its own size it lies by itself.
 void IslandContainer::clipContent()
 {
-    if (!m_content->isVisible() || m_shape == IslandGeometry::islandShape(m_state))
-        m_content->clearMask();
+    const QRect content = m_content->geometry();
+    const bool isCovered = m_content->isVisible()
+        && (m_shape.width < content.width() || m_shape.height < content.bottom() + 1);
+    const QPointF corner((width() - m_shape.width) / 2, 0);
+    m_contentPresence->setOutline(isCovered ? m_shape.path().translated(corner - content.topLeft())
+                                            : QPainterPath());
+}
+
+/// Chooses what lies on the island: the film, the content, or nothing while it is closed.
+void IslandContainer::showLayer(const Animation &animation)
+{
+    const bool isExpanded = m_mode == IslandMode::expanded;
+    const bool showsGreeting = isExpanded && m_state.view == IslandView::greeting;
+    const bool showsContent = isExpanded && !showsGreeting;
+    if (showsContent)
+        layOutContent();
+    m_content->setAttribute(Qt::WA_TransparentForMouseEvents, !showsContent);
+    m_contentOpacity.animateTo(showsContent, m_clock.permitted(animation), m_clock.now());
+    showContentAt(m_clock.now());
+    run();
+    if (showsGreeting)
+        showGreeting();
     else
-        m_content->setMask(m_shape.region().translated(-m_content->pos()));
+        dropGreeting();
 }
 
 /// Cards are laid out once, at the size that the island is going to, and uncovered by it.
 void IslandContainer::layOutContent()
 {
-    const bool isExpanded = m_mode == IslandMode::expanded;
-    const bool showsGreeting = isExpanded && m_state.view == IslandView::greeting;
-    const bool showsContent = isExpanded && !showsGreeting;
-    if (showsContent) {
-        const IslandShape target = IslandGeometry::islandShape(m_state);
-        // Shoulders at the top edge push the content down.
-        const int lift = int(std::ceil(std::max(-target.topRadius, 0.0)));
-        const int contentWidth = int(target.width);
-        m_content->setGeometry((width() - contentWidth) / 2, lift, contentWidth,
-                               int(target.height) - lift);
-    }
-    m_content->setVisible(showsContent);
+    const IslandShape target = IslandGeometry::islandShape(m_state);
+    // Shoulders at the top edge push the content down.
+    const int lift = int(std::ceil(std::max(-target.topRadius, 0.0)));
+    const int contentWidth = int(target.width);
+    // A card that goes is not cut while a higher island still shrinks around it.
+    const int contentHeight = std::max(int(target.height), islandHeight());
+    m_content->setGeometry((width() - contentWidth) / 2, lift, contentWidth, contentHeight - lift);
+    m_content->setIslandHeight(int(target.height) - lift);
+}
+
+void IslandContainer::showContentAt(double time)
+{
+    const double opacity = m_contentOpacity.valueAt(time);
+    m_contentPresence->setPresence(opacity, 1);
+    m_content->setVisible(opacity > 0 || m_contentOpacity.target() > 0);
     clipContent();
-    if (showsGreeting)
-        showGreeting();
-    else
-        dropGreeting();
 }
 
 /// The film keeps its place around the island's middle, whatever the island's width.

@@ -16,12 +16,14 @@ class CompactMiniGrid;
 class CountdownBar;
 class GreetingCanvasView;
 class IslandContentView;
+class PresenceEffect;
 struct MascotPlace;
 
 /// The black island itself with what is on it; it moves from one size to the next.
 ///
-/// The widget is just big enough for the outline as drawn now, so that it clips what it holds. Its
-/// width is even: its middle stays where it is whatever the size.
+/// The widget is just wide enough for the outline as drawn now, so that it clips what it holds, and
+/// just high enough while it is closed. Its width is even: its middle stays where it is whatever the
+/// size.
 class IslandContainer final : public QWidget
 {
     Q_OBJECT
@@ -40,12 +42,17 @@ protected:
 
 private:
     void followMode();
+    void followView();
     void followSize();
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);
     void show(const IslandShape &shape);
+    void run();
     void clipContent();
+    void showLayer(const Animation &animation);
     void layOutContent();
+    void showContentAt(double time);
+    [[nodiscard]] int islandHeight() const;
     void placeGreeting();
     void showGreeting();
     void dropGreeting();
@@ -55,6 +62,7 @@ private:
     AppState &m_state;
     FrameClock &m_clock;
     IslandContentView *m_content;
+    PresenceEffect *m_contentPresence;
     GreetingCanvasView *m_greeting;
     BotPlacement *m_mascot;
     CountdownBar *m_countdown;
@@ -65,6 +73,7 @@ private:
     Animated<double> m_height;
     Animated<double> m_cornerRadius;
     Animated<double> m_topRadius;
+    Animated<double> m_contentOpacity{0};
     IslandShape m_shape{.width = 0, .height = 0};
     FrameClock::Subscription m_frames;
     Observers m_observers;

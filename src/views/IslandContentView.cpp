@@ -5,6 +5,8 @@
 #include "IslandViewContent.h"
 #include "core/AppState.h"
 
+#include <utility>
+
 namespace tirlo {
 
 namespace {
@@ -22,19 +24,38 @@ bool fillsIsland(IslandView view)
 
 IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
-    , m_state(context.state)
+    , m_clock(context.frames)
     , m_header(new IslandHeader(context, this))
+    , m_view(context.state.view)
 {
     for (const IslandView view : allCases<IslandView>()) {
         QWidget *card = IslandViewContent::make(view, context);
-        if (card) {
+        if (card)
             card->setParent(this);
-            card->hide();
-        }
-        m_cards.push_back(card);
+        m_cards.push_back(card ? std::optional<CardPresence>(*card) : std::nullopt);
     }
-    selectCard();
-    m_observers.follow(m_state.view, [this] { selectCard(); });
+    if (auto &card = selected())
+        card->setSelected(true, false, m_clock);
+}
+
+void IslandContentView::showCard(IslandView view, bool moves)
+{
+    if (view == m_view)
+        return;
+    if (auto &old = selected())
+        old->setSelected(false, moves, m_clock);
+    m_view = view;
+    placeCard();
+    if (auto &card = selected())
+        card->setSelected(true, moves, m_clock);
+    if (!m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double time) { frame(time); });
+}
+
+void IslandContentView::setIslandHeight(int height)
+{
+    m_islandHeight = height;
+    placeCard();
 }
 
 void IslandContentView::resizeEvent(QResizeEvent *)
@@ -43,33 +64,39 @@ void IslandContentView::resizeEvent(QResizeEvent *)
     placeCard();
 }
 
-void IslandContentView::selectCard()
+void IslandContentView::frame(double time)
 {
-    QWidget *card = m_cards.at(std::size_t(m_state.view.value()));
-    if (card == m_selected)
-        return;
-    if (m_selected)
-        m_selected->hide();
-    m_selected = card;
-    placeCard();
-    if (card)
-        card->show();
+    bool isAtRest = true;
+    for (auto &card : m_cards) {
+        if (card)
+            isAtRest &= card->showAt(time);
+    }
+    if (isAtRest)
+        m_frames.reset();
 }
 
+/// A card that goes keeps the place that it had.
 void IslandContentView::placeCard()
 {
-    if (!m_selected)
+    const auto &present = selected();
+    if (!present)
         return;
     constexpr int left = CardMetrics::margin;
     const int cardWidth = width() - 2 * CardMetrics::margin;
-    if (fillsIsland(m_state.view)) {
+    if (fillsIsland(m_view)) {
         constexpr int top = headerBottom + headerSpacing;
-        m_selected->setGeometry(left, top, cardWidth, height() - top - CardMetrics::margin);
+        present->card().setGeometry(left, top, cardWidth,
+                                    m_islandHeight - top - CardMetrics::margin);
         return;
     }
     // The middle of the room below the header is also the middle of the mascot.
-    const int top = headerBottom + (height() - headerBottom - CardMetrics::height) / 2;
-    m_selected->setGeometry(left, top, cardWidth, CardMetrics::height);
+    const int top = headerBottom + (m_islandHeight - headerBottom - CardMetrics::height) / 2;
+    present->card().setGeometry(left, top, cardWidth, CardMetrics::height);
+}
+
+std::optional<CardPresence> &IslandContentView::selected()
+{
+    return m_cards.at(std::size_t(m_view));
 }
 
 } // namespace tirlo

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "CardPresence.h"
 #include "ViewContext.h"
 #include "core/model/Enumerations.h"
-#include "ui/Observers.h"
+#include "ui/motion/FrameClock.h"
 
 #include <QWidget>
 
+#include <optional>
 #include <vector>
 
 namespace tirlo {
@@ -14,7 +16,8 @@ class IslandHeader;
 
 /// The expanded island's content: the header, and below it the card of the present view.
 ///
-/// All cards are in the tree for good; only the selected one is shown and takes the pointer.
+/// All cards are in the tree for good; only the selected one takes the pointer, and once the others
+/// have gone it alone is shown.
 class IslandContentView final : public QWidget
 {
     Q_OBJECT
@@ -22,19 +25,28 @@ class IslandContentView final : public QWidget
 public:
     explicit IslandContentView(const ViewContext &context, QWidget *parent = nullptr);
 
+    /// Puts the view's card in the place of the present one; `moves` is false when nobody sees it.
+    void showCard(IslandView view, bool moves);
+
+    /// Lays the present card out on an island of that height in points, this view's own origin at
+    /// its top.
+    void setIslandHeight(int height);
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void selectCard();
     void placeCard();
+    void frame(double time);
+    [[nodiscard]] std::optional<CardPresence> &selected();
 
-    AppState &m_state;
+    FrameClock &m_clock;
     IslandHeader *m_header;
-    /// One a view, in the order of the views; null for a view without a card.
-    std::vector<QWidget *> m_cards;
-    QWidget *m_selected = nullptr;
-    Observers m_observers;
+    /// One a view, in the order of the views; none for a view without a card.
+    std::vector<std::optional<CardPresence>> m_cards;
+    IslandView m_view;
+    int m_islandHeight = 0;
+    FrameClock::Subscription m_frames;
 };
 
 } // namespace tirlo

@@ -93,6 +93,7 @@ void IslandHeader::followView()
     const double now = m_clock.now();
     const Animation fade = TimingCurve::easeInOut(fadeSeconds);
     m_opacity.animateTo(shownOpacity(m_state), m_clock.permitted(fade), now);
+    setAttribute(Qt::WA_TransparentForMouseEvents, shownOpacity(m_state) == 0);
     showAt(now);
     if (!m_opacity.isAtRest(now) && !m_frames.isActive())
         m_frames = m_clock.subscribe([this](double time) { showAt(time); });

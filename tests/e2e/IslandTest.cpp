@@ -1,14 +1,11 @@
 #include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
+#include "kit/Island.h"
 #include "kit/Program.h"
 
 #include <QFile>
-#include <QGuiApplication>
-#include <QImage>
-#include <QPixmap>
 #include <QProcess>
-#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -31,31 +28,6 @@ protected:
     }
 
     static void press(const char *keys) { QProcess::execute("xdotool", {"key", keys}); }
-
-    /// Whether the island on the screen comes to be that wide.
-    static bool waitForWidth(int width, int milliseconds = 4000)
-    {
-        return waitUntil([width] { return islandWidth() == width; }, milliseconds);
-    }
-
-    /// Width in pixels of the dark run across the top of the screen: the greeting's light reaches up
-    /// there, but stays far below the wallpaper's.
-    static int islandWidth()
-    {
-        QScreen *screen = QGuiApplication::primaryScreen();
-        const QImage line = screen->grabWindow(0, 0, 2, screen->geometry().width(), 1).toImage();
-        const auto isDark = [&](int x) { return line.pixelColor(x, 0).lightness() < 32; };
-        int left = screenMiddle();
-        int right = left;
-        while (left > 0 && isDark(left - 1))
-            --left;
-        while (right < line.width() && isDark(right))
-            ++right;
-        return right - left;
-    }
-
-    static constexpr int compactWidth = 240;
-    static constexpr int openWidth = 640;
 
     Program program{TIRLO_PROGRAM};
 };

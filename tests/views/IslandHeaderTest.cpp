@@ -95,6 +95,8 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
     // The card has come to rest before the home tab would lose its light.
     queue.advance(0.1);
     EXPECT_TRUE(header->isVisible()) << "it fades and doesn't vanish";
+    click(QStringLiteral("Chat"));
+    EXPECT_EQ(state.view.value(), IslandView::confused) << "but it can't be reached any more";
     queue.advance(0.12);
     EXPECT_FALSE(header->isVisible());
     EXPECT_FALSE(button(QStringLiteral("Home")));

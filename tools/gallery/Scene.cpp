@@ -169,6 +169,25 @@ SceneGroup others()
              card("A card without content", IslandView::searching, {editorTask()})}};
 }
 
+/// Every card's frame at its own height, whatever it holds.
+SceneGroup frames()
+{
+    SceneGroup group{QStringLiteral("frames"), {}, {720, 320}};
+    for (const IslandView view : allCases<IslandView>()) {
+        if (view == IslandView::greeting)
+            continue;
+        group.scenes.push_back({QString(rawText(view)), [view](AppState &state) {
+                                    open(state, view, crowd());
+                                    state.uploadStartTime = -1.2;
+                                }});
+    }
+    group.scenes.push_back({QStringLiteral("prompt after two messages"), [](AppState &state) {
+                                state.chatHistory = {ChatMessage{}, ChatMessage{}};
+                                open(state, IslandView::prompt, crowd());
+                            }});
+    return group;
+}
+
 SceneGroup outlines()
 {
     const auto closed = [](const char *caption, IslandMode mode, bool hasNotch) {
@@ -209,7 +228,7 @@ SceneGroup outlines()
 
 std::vector<SceneGroup> allScenes()
 {
-    return {overviews(), approvals(), others(), outlines()};
+    return {overviews(), approvals(), others(), frames(), outlines()};
 }
 
 } // namespace tirlo

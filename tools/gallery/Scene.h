@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Sheet.h"
+
 #include <QString>
 
 #include <functional>
@@ -22,6 +24,8 @@ struct SceneGroup
     /// The file's name without its ending.
     QString name;
     std::vector<Scene> scenes;
+    /// The strip of screen that each scene shows, in points.
+    QSize size = tileSize;
 };
 
 /// All groups, in the order in which they are written.

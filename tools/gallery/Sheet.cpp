@@ -25,14 +25,14 @@ QImage transparentImage(const QSize &size, double devicePixelRatio)
 
 } // namespace
 
-QImage blankTile(double devicePixelRatio)
+QImage blankTile(double devicePixelRatio, const QSize &size)
 {
-    QImage image = transparentImage(tileSize, devicePixelRatio);
-    QLinearGradient sky(0, 0, tileSize.width(), tileSize.height());
+    QImage image = transparentImage(size, devicePixelRatio);
+    QLinearGradient sky(0, 0, size.width(), size.height());
     sky.setColorAt(0, {0x8F, 0xB3, 0xD9});
     sky.setColorAt(0.55, {0xC8, 0xA9, 0xC9});
     sky.setColorAt(1, {0xF2, 0xC1, 0xA5});
-    QPainter(&image).fillRect(QRect({}, tileSize), sky);
+    QPainter(&image).fillRect(QRect({}, size), sky);
     return image;
 }
 
@@ -40,7 +40,8 @@ QImage sheet(const std::vector<Tile> &tiles, double devicePixelRatio)
 {
     const int count = int(tiles.size());
     const int rows = (count + columnCount - 1) / columnCount;
-    const QSize cell = tileSize + QSize(margin, captionHeight + margin);
+    const QSize tile = tiles.front().picture.deviceIndependentSize().toSize();
+    const QSize cell = tile + QSize(margin, captionHeight + margin);
     QImage image = transparentImage(
         {columnCount * cell.width() + margin, rows * cell.height() + margin}, devicePixelRatio);
     image.fill(paper);
@@ -51,11 +52,11 @@ QImage sheet(const std::vector<Tile> &tiles, double devicePixelRatio)
     for (int i = 0; i < count; ++i) {
         const QPoint corner(margin + i % columnCount * cell.width(),
                             margin + i / columnCount * cell.height());
-        const Tile &tile = tiles[std::size_t(i)];
-        painter.drawImage(corner, tile.picture);
+        const auto &[caption, picture] = tiles[std::size_t(i)];
+        painter.drawImage(corner, picture);
         painter.drawText(
-            QRect(corner + QPoint(0, tileSize.height()), QSize(tileSize.width(), captionHeight)),
-            Qt::AlignLeft | Qt::AlignVCenter, tile.caption);
+            QRect(corner + QPoint(0, tile.height()), QSize(tile.width(), captionHeight)),
+            Qt::AlignLeft | Qt::AlignVCenter, caption);
     }
     return image;
 }

@@ -18,9 +18,9 @@ struct Tile
 inline constexpr QSize tileSize{720, 210};
 
 /// A tile's picture as it is before anything is drawn: a calm wallpaper.
-[[nodiscard]] QImage blankTile(double devicePixelRatio);
+[[nodiscard]] QImage blankTile(double devicePixelRatio, const QSize &size = tileSize);
 
-/// All tiles in two columns, each above its caption.
+/// All tiles, which are of one size, in two columns, each above its caption.
 [[nodiscard]] QImage sheet(const std::vector<Tile> &tiles, double devicePixelRatio);
 
 } // namespace tirlo

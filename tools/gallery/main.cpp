@@ -40,11 +40,11 @@ public:
         m_root->show();
     }
 
-    QImage photographAfter(double seconds, double devicePixelRatio)
+    QImage photographAfter(double seconds, double devicePixelRatio, const QSize &size = tileSize)
     {
         m_queue.advance(seconds);
         QCoreApplication::processEvents();
-        QImage tile = blankTile(devicePixelRatio);
+        QImage tile = blankTile(devicePixelRatio, size);
         QPainter painter(&tile);
         m_root->render(&painter, {}, {}, QWidget::DrawChildren);
         return tile;
@@ -69,9 +69,9 @@ private:
 };
 
 /// The scene once all motion has come to rest and the mascot has its mood.
-QImage photograph(const Scene &scene, double devicePixelRatio)
+QImage photograph(const Scene &scene, double devicePixelRatio, const QSize &size)
 {
-    return Stage(scene).photographAfter(1, devicePixelRatio);
+    return Stage(scene).photographAfter(1, devicePixelRatio, size);
 }
 
 /// A film strip of the island opening on its spring and closing on its curve.
@@ -87,6 +87,30 @@ std::vector<Tile> motionTiles(double devicePixelRatio)
         stage.state.mode = mode;
         for (int i = 0; i < picturesEach; ++i) {
             const QString caption = QStringLiteral("%1, %2 s").arg(rawText(mode)).arg(i * step);
+            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
+        }
+        stage.photographAfter(2, devicePixelRatio);
+    }
+    return tiles;
+}
+
+/// A film strip of one card that goes and another that comes, the island growing between them.
+std::vector<Tile> swapTiles(double devicePixelRatio)
+{
+    constexpr double step = 0.05;
+    constexpr int picturesEach = 8;
+    Stage stage({{}, [](AppState &state) {
+                     state.mousePosition = {700, 120};
+                     state.view = IslandView::question;
+                     state.mode = IslandMode::expanded;
+                 }});
+    stage.photographAfter(2, devicePixelRatio);
+
+    std::vector<Tile> tiles;
+    for (const IslandView view : {IslandView::prompt, IslandView::finished}) {
+        stage.state.view = view;
+        for (int i = 0; i < picturesEach; ++i) {
+            const QString caption = QStringLiteral("to %1, %2 s").arg(rawText(view)).arg(i * step);
             tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
         }
         stage.photographAfter(2, devicePixelRatio);
@@ -112,7 +136,7 @@ std::vector<Tile> tilesOf(const SceneGroup &group, double devicePixelRatio)
 {
     std::vector<Tile> tiles;
     for (const Scene &scene : group.scenes)
-        tiles.push_back({scene.caption, photograph(scene, devicePixelRatio)});
+        tiles.push_back({scene.caption, photograph(scene, devicePixelRatio, group.size)});
     return tiles;
 }
 
@@ -157,6 +181,7 @@ int main(int argc, char *argv[])
         for (const SceneGroup &group : allScenes())
             isComplete &= writeSheet(group.name, tilesOf(group, ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("motion"), motionTiles(ratio), ratio, folder);
+        isComplete &= writeSheet(QStringLiteral("swap"), swapTiles(ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("controls"), controlTiles(ratio), ratio, folder);
     }
     return isComplete ? 0 : 1;

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "mascot/SoundEngine.h"
+#include "support/FakeApplications.h"
+#include "support/FakeScreens.h"
+#include "support/MemoryStore.h"
+#include "ui/motion/FrameClock.h"
+#include "views/IslandRootView.h"
+
+#include <memory>
+
+namespace tirlo {
+
+/// The island's whole tree of views in a window of its own, with an agent at work and four others.
+class Scene
+{
+public:
+    /// Queue and driver outlive the scene.
+    Scene(MainQueue &queue, FrameDriver &driver);
+
+    [[nodiscard]] QWidget &window() { return *m_root; }
+
+private:
+    MemoryStore m_settings;
+    Notifications m_notifications;
+    SilentSoundEngine m_sounds;
+    const FakeScreens m_screens;
+    FakeApplications m_applications;
+    FrameClock m_frames;
+    const IslandActions m_actions{[](const QString &) {}};
+
+public:
+    AppState state;
+
+private:
+    std::unique_ptr<IslandRootView> m_root;
+};
+
+} // namespace tirlo

@@ -1,0 +1,11 @@
+#include "PromptView.h"
+
+namespace tirlo {
+
+PromptView::PromptView(QWidget *parent)
+    : CardBackground(std::nullopt, parent)
+{
+    setAccessibleName(QStringLiteral("Chat"));
+}
+
+} // namespace tirlo

@@ -1,0 +1,115 @@
+#include "IslandFixture.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace tirlo {
+
+namespace {
+
+/// The keyboard goes to the island for its text fields and back to where it was.
+class KeyboardTest : public IslandFixture
+{
+protected:
+    KeyboardTest()
+    {
+        auto *content = new QWidget;
+        field = new QLineEdit(content);
+        field->setGeometry(200, 100, 200, 24);
+        button = new QPushButton(content);
+        button->setGeometry(450, 100, 80, 24);
+        button->setFocusPolicy(Qt::TabFocus);
+        controller.setContent(content);
+        show();
+        leave();
+        applications.alive = {editor};
+        state.lastExternalApp = editor;
+    }
+
+    /// Gives another window the keyboard.
+    void leave()
+    {
+        elsewhere.show();
+        elsewhere.activateWindow();
+        QCoreApplication::processEvents();
+    }
+
+    /// Opens the island as an agent's event does.
+    void open(IslandView view) { Q_EMIT notifications.hookExpand(view); }
+
+    /// Presses the middle of the control.
+    void press(const QWidget &control)
+    {
+        IslandPanel &panel = controller.panel();
+        const QPoint local = control.mapTo(&panel, control.rect().center());
+        point(panel.pos() + local);
+        QTest::mouseClick(panel.windowHandle(), Qt::LeftButton, Qt::NoModifier, local);
+    }
+
+    [[nodiscard]] bool hasKeyboard()
+    {
+        QCoreApplication::processEvents();
+        const bool accepts
+            = !(controller.panel().windowHandle()->flags() & Qt::WindowDoesNotAcceptFocus);
+        EXPECT_EQ(accepts, controller.panel().isActiveWindow());
+        return accepts;
+    }
+
+    QWidget elsewhere;
+    const RunningApplication editor{1, QStringLiteral("com.microsoft.VSCode"), {}};
+    QLineEdit *field = nullptr;
+    QPushButton *button = nullptr;
+};
+
+TEST_F(KeyboardTest, APressOnATextFieldOfAnyCardTakesIt)
+{
+    open(IslandView::note);
+    EXPECT_FALSE(hasKeyboard());
+    press(*button);
+    EXPECT_FALSE(hasKeyboard()) << "a button needs none";
+    field->setEnabled(false);
+    press(*field);
+    EXPECT_FALSE(hasKeyboard());
+    field->setEnabled(true);
+    press(*field);
+    EXPECT_TRUE(hasKeyboard());
+    EXPECT_TRUE(field->hasFocus());
+}
+
+TEST_F(KeyboardTest, ThePromptTakesItEachTimeItIsOpened)
+{
+    open(IslandView::prompt);
+    EXPECT_TRUE(hasKeyboard());
+    controller.collapse();
+    leave();
+    open(IslandView::prompt);
+    EXPECT_TRUE(hasKeyboard()) << "though the view has not changed";
+}
+
+TEST_F(KeyboardTest, HoweverTheIslandClosesTheLastApplicationGetsItBack)
+{
+    const auto closed = [this] {
+        return bool(controller.panel().windowHandle()->flags() & Qt::WindowDoesNotAcceptFocus);
+    };
+    open(IslandView::overview);
+    controller.collapse();
+    EXPECT_TRUE(applications.activated.empty()) << "it never had the keyboard";
+
+    open(IslandView::prompt);
+    ASSERT_TRUE(hasKeyboard());
+    controller.collapse();
+    EXPECT_TRUE(closed());
+    leave();
+    EXPECT_EQ(applications.activated, std::vector{editor});
+
+    open(IslandView::note);
+    press(*field);
+    ASSERT_TRUE(hasKeyboard());
+    controller.setMode(IslandMode::compact);
+    EXPECT_TRUE(closed());
+    EXPECT_EQ(applications.activated.size(), 2U);
+}
+
+} // namespace
+
+} // namespace tirlo
