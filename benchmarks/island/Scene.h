@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/AppState.h"
+#include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "mascot/SoundEngine.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
+#include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
 #include "ui/motion/FrameClock.h"
 #include "views/IslandRootView.h"
@@ -28,6 +30,8 @@ private:
     SilentSoundEngine m_sounds;
     const FakeScreens m_screens;
     FakeApplications m_applications;
+    MemorySecretStore m_secrets;
+    KeychainStore m_keychain{m_secrets};
     FrameClock m_frames;
     const IslandActions m_actions{[](const QString &) {}};
 

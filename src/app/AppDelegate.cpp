@@ -28,12 +28,19 @@ AppDelegate::AppDelegate(const Paths &paths)
 {
 }
 
+AppDelegate::~AppDelegate()
+{
+    // The loading of the keys may still wait for the user to unlock the keyring.
+    m_keyring.stopAsking();
+}
+
 bool AppDelegate::applicationDidFinishLaunching()
 {
     if (!m_screens.main()) {
         qCritical("Tirlo needs a screen and found none.");
         return false;
     }
+    m_keychainLoader.post([this] { m_keychain.load(); });
     setupMenuBarItem();
     setupIsland();
     m_queue.after(soundDelay, &m_notifications, [this] { m_sounds.preload(); });
@@ -63,7 +70,7 @@ void AppDelegate::setupIsland()
                                m_state, m_notifications, m_sounds, m_queue);
     m_islandController->setContent(
         new IslandRootView({m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
-                            m_applications, m_islandActions}));
+                            m_applications, m_keychain, m_islandActions}));
     m_islandController->showWindow();
     m_islandController->fsm().beginGreeting();
     m_hookServer.start();

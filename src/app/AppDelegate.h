@@ -2,15 +2,18 @@
 
 #include "core/AppLog.h"
 #include "core/AppState.h"
+#include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "core/Paths.h"
 #include "hooks/HookServer.h"
 #include "hooks/installers/HookInstallers.h"
 #include "island/IslandWindowController.h"
 #include "mascot/PooledSoundEngine.h"
+#include "platform/BackgroundWorker.h"
 #include "platform/linux/AlAudioOutput.h"
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/FileKeyValueStore.h"
+#include "platform/linux/Keychain.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/QtScreens.h"
@@ -34,6 +37,7 @@ class AppDelegate
 {
 public:
     explicit AppDelegate(const Paths &paths);
+    ~AppDelegate();
 
     /// Shows the island and begins to listen to agents; false when there is no screen to show it on.
     [[nodiscard]] bool applicationDidFinishLaunching();
@@ -60,6 +64,10 @@ private:
     TimerFrameDriver m_pollDriver;
     TimerFrameDriver m_frameDriver;
     FrameClock m_frames{m_queue, m_frameDriver};
+
+    Keychain m_keyring{m_paths.secretsPath()};
+    KeychainStore m_keychain{m_keyring, KeychainLoading::later};
+    BackgroundWorker m_keychainLoader;
 
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;

@@ -69,6 +69,11 @@ QString Paths::codexHooksPath() const
     return m_home + QStringLiteral("/.codex/hooks.json");
 }
 
+QString Paths::secretsPath() const
+{
+    return supportFolder() + QStringLiteral("/secrets.json");
+}
+
 QString Paths::logFolder() const
 {
     return m_home + QStringLiteral("/Library/Logs/Skerry");

@@ -23,6 +23,8 @@ public:
     /// The relay proper, beside the wrapper.
     [[nodiscard]] QString relayScriptPath() const;
     [[nodiscard]] QString settingsPath() const;
+    /// The secrets, where the desktop has no keyring for them.
+    [[nodiscard]] QString secretsPath() const;
     /// Claude Code's own settings, which name its hooks.
     [[nodiscard]] QString claudeSettingsPath() const;
     /// Gemini CLI's own settings, which name its hooks.

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace tirlo {
 
 MiniBotCanvasView::MiniBotCanvasView(const AgentTask &task, MainQueue &queue, FrameClock &frames,
@@ -24,6 +26,35 @@ void MiniBotCanvasView::setTask(const AgentTask &task)
     m_task = task;
     if (isVisible())
         m_engine.setState(task.state, false);
+}
+
+void MiniBotCanvasView::setOpacity(double opacity)
+{
+    if (opacity == m_opacity)
+        return;
+    m_opacity = opacity;
+    update();
+}
+
+void MiniBotCanvasView::setMagnification(double magnification)
+{
+    if (magnification == m_magnification)
+        return;
+    m_magnification = magnification;
+    update();
+}
+
+void MiniBotCanvasView::setBrightness(double amount)
+{
+    auto body = cgColorFromHex(m_task.color);
+    if (body) {
+        for (double *component : {&body->red, &body->green, &body->blue})
+            *component = std::min(*component + amount, 1.0);
+    }
+    if (body == m_engine.bodyColor)
+        return;
+    m_engine.bodyColor = body;
+    update();
 }
 
 void MiniBotCanvasView::showEvent(QShowEvent *)
@@ -57,6 +88,11 @@ void MiniBotCanvasView::frame()
 void MiniBotCanvasView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.setOpacity(m_opacity);
+    const QPointF centre = QRectF(rect()).center();
+    painter.translate(centre);
+    painter.scale(m_magnification, m_magnification);
+    painter.translate(-centre);
     draw(painter, m_engine, size());
 }
 

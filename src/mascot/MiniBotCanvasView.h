@@ -20,6 +20,15 @@ public:
     /// Follows a change of the task that it was made for.
     void setTask(const AgentTask &task);
 
+    /// Sets the opacity of the whole picture, from 0 to 1.
+    void setOpacity(double opacity);
+
+    /// Sets the scale of the mascot about the canvas's middle; 1 fills the canvas as told.
+    void setMagnification(double magnification);
+
+    /// Adds the amount, 0 to 1, to each component of the body's own colour.
+    void setBrightness(double amount);
+
     [[nodiscard]] BotEngine &engine() { return m_engine; }
 
 protected:
@@ -34,6 +43,8 @@ private:
     FrameClock &m_clock;
     BotEngine m_engine;
     BotPictureKey m_shown{};
+    double m_opacity = 1;
+    double m_magnification = 1;
     FrameClock::Subscription m_frames;
 };
 

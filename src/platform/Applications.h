@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 
 #include <cstdint>
 #include <vector>
@@ -40,6 +41,11 @@ public:
     ///
     /// False, and nothing else, when it is unknown or not installed.
     virtual bool open(const QString &bundleIdentifier) = 0;
+
+    /// Shows a web page in the user's browser; false where there is none.
+    ///
+    /// False, and nothing else, for an address that is not http or https.
+    virtual bool openUrl(const QUrl &url) = 0;
 };
 
 } // namespace tirlo

@@ -16,10 +16,10 @@ namespace tirlo {
 struct HttpRequest
 {
     QByteArray method = "GET";
-    QUrl url;
+    QUrl url = {};
     /// Name and value; a value with a line break in it fails the request before it is sent.
-    QList<std::pair<QByteArray, QByteArray>> headers;
-    QByteArray body;
+    QList<std::pair<QByteArray, QByteArray>> headers = {};
+    QByteArray body = {};
     /// Seconds for the whole of it, from the call to the last byte of the answer.
     double timeout = 10;
 };
@@ -30,9 +30,9 @@ struct HttpReply
     /// The answer's status, also when it tells of an error; 0 when there was no answer.
     int status = 0;
     /// The answer's body, decoded; empty when there was no answer.
-    QByteArray body;
+    QByteArray body = {};
     /// Why there was no whole answer, in words for the user; empty when there was one.
-    QString error;
+    QString error = {};
 
     bool operator==(const HttpReply &) const = default;
 };

@@ -25,6 +25,15 @@ QColor lighter(const QColor &color, double amount)
                             color.alphaF());
 }
 
+QColor mixed(const QColor &from, const QColor &to, double share)
+{
+    const auto between = [share](float a, float b) {
+        return float(std::clamp(double(a) + (double(b) - double(a)) * share, 0.0, 1.0));
+    };
+    return QColor::fromRgbF(between(from.redF(), to.redF()), between(from.greenF(), to.greenF()),
+                            between(from.blueF(), to.blueF()), between(from.alphaF(), to.alphaF()));
+}
+
 QColor withOpacity(const QColor &color, double opacity)
 {
     QColor faded = color;

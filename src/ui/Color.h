@@ -11,6 +11,9 @@ namespace tirlo {
 /// The colour with the amount, 0 to 1, added to each component; its opacity stays.
 [[nodiscard]] QColor lighter(const QColor &color, double amount);
 
+/// The colour that share of the way, 0 to 1, from one to the other.
+[[nodiscard]] QColor mixed(const QColor &from, const QColor &to, double share);
+
 /// The colour at an opacity of 0 to 1.
 [[nodiscard]] QColor withOpacity(const QColor &color, double opacity);
 

@@ -14,6 +14,10 @@ public:
     explicit ColorDot(QWidget *parent = nullptr);
 
     void setColor(const QColor &color);
+
+    /// Sets the opacity of the spot, 0 to 1.
+    void setOpacity(double opacity);
+
     [[nodiscard]] QColor color() const { return m_color; }
 
 protected:
@@ -21,6 +25,7 @@ protected:
 
 private:
     QColor m_color;
+    double m_opacity = 1;
 };
 
 } // namespace tirlo

@@ -35,6 +35,14 @@ void TextLabel::setElideMode(Qt::TextElideMode mode)
     update();
 }
 
+void TextLabel::setOpacity(double opacity)
+{
+    if (opacity == m_opacity)
+        return;
+    m_opacity = opacity;
+    update();
+}
+
 void TextLabel::setNeverElided()
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -63,6 +71,7 @@ bool TextLabel::event(QEvent *event)
 void TextLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.setOpacity(m_opacity);
     painter.setPen(m_color);
     painter.setFont(font());
     const QRect area = textRect();

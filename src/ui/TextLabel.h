@@ -19,6 +19,9 @@ public:
 
     void setElideMode(Qt::TextElideMode mode);
 
+    /// Sets the opacity of the text, 0 to 1.
+    void setOpacity(double opacity);
+
     /// Keeps the label at the width of its text, so that its neighbours give way first.
     void setNeverElided();
 
@@ -35,6 +38,7 @@ protected:
 
 private:
     QColor m_color;
+    double m_opacity = 1;
     QString m_line;
     Qt::TextElideMode m_elideMode = Qt::ElideRight;
 };

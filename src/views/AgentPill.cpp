@@ -18,15 +18,25 @@ namespace {
 constexpr int outset = 6;
 constexpr double botFrame = 22;
 constexpr double botLeft = 3;
-/// The canvas is wider than the mascot's frame: what it throws flies out of it.
-constexpr int botCanvas = 36;
+/// The canvas is wider than the mascot's frame, which the body fills.
+constexpr double botCanvas = botFrame / 0.6;
+/// The canvas's widget, in whole points.
+constexpr int botWidget = 40;
 /// The mascot is wider than its frame, and the name stands clear of it.
 constexpr double nameGap = 3;
 constexpr double nameRight = 4;
 constexpr QPointF badgeOffset{-4, 2};
-constexpr double hoveredScale = 1.04;
-constexpr double hoveredBrightness = 0.06;
 constexpr double shadowOpacity = 0.28;
+
+constexpr Spring hoverSpring{.response = 0.2, .dampingFraction = 0.7};
+constexpr double hoveredGrowth = 0.04;
+constexpr double hoveredBrightness = 0.06;
+constexpr double hoveredFill = 0.18;
+constexpr double restStroke = 0.14;
+constexpr double hoveredStroke = 0.55;
+constexpr double hoveredNameLight = 0.3;
+/// How far the pill stays raised while it is pressed.
+constexpr double pressedHover = 0.5;
 
 const QString editorPillId = QStringLiteral("integration_claude");
 
@@ -50,26 +60,6 @@ QString badgeDescription(const std::optional<PillBadge> &badge)
     return {};
 }
 
-struct PillColors
-{
-    QColor fill;
-    QColor stroke;
-    QColor name;
-};
-
-PillColors restColors(const QColor &task)
-{
-    return {.fill = Style::pill, .stroke = withOpacity(task, 0.14), .name = Style::faintText};
-}
-
-PillColors hoveredColors(const QColor &task)
-{
-    const QColor bright = lighter(task, hoveredBrightness);
-    return {.fill = withOpacity(bright, 0.18),
-            .stroke = withOpacity(bright, 0.55),
-            .name = lighter(bright, 0.3)};
-}
-
 } // namespace
 
 AgentPill::AgentPill(const ViewContext &context, QWidget *parent)
@@ -80,6 +70,8 @@ AgentPill::AgentPill(const ViewContext &context, QWidget *parent)
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
+    connect(this, &AgentPill::pressed, this, &AgentPill::followHover);
+    connect(this, &AgentPill::released, this, &AgentPill::followHover);
 }
 
 QRect AgentPill::frameAround(const QRect &capsule)
@@ -106,12 +98,22 @@ void AgentPill::setTask(const AgentTask &task)
     update();
 }
 
+void AgentPill::setPresence(double opacity, double scale)
+{
+    if (opacity == m_opacity && scale == m_presenceScale)
+        return;
+    m_opacity = opacity;
+    m_presenceScale = scale;
+    dressBot();
+    update();
+}
+
 bool AgentPill::event(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverLeave:
-        update();
+        followHover();
         break;
     case QEvent::ToolTip:
         TextLine::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), shownName(m_task),
@@ -123,43 +125,77 @@ bool AgentPill::event(QEvent *event)
     return QAbstractButton::event(event);
 }
 
+void AgentPill::followHover()
+{
+    const double now = m_context.frames.now();
+    const double target = !underMouse() ? 0 : isDown() ? pressedHover : 1;
+    m_hoverMotion.animateTo(target, m_context.frames.permitted(hoverSpring), now);
+    showHover(now);
+    if (!m_hoverMotion.isAtRest(now) && !m_frames.isActive())
+        m_frames = m_context.frames.subscribe([this](double time) { showHover(time); });
+}
+
+void AgentPill::showHover(double time)
+{
+    m_hover = m_hoverMotion.valueAt(time);
+    dressBot();
+    update();
+    if (m_hoverMotion.isAtRest(time))
+        m_frames.reset();
+}
+
+void AgentPill::hideEvent(QHideEvent *event)
+{
+    m_hoverMotion.jumpTo(0);
+    showHover(m_context.frames.now());
+    QAbstractButton::hideEvent(event);
+}
+
 void AgentPill::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor taskColor = colorFromHex(m_task.color);
-    const bool isHovered = underMouse();
-    const PillColors colors = isHovered ? hoveredColors(taskColor) : restColors(taskColor);
-    if (isHovered && !isDown()) {
-        const QPointF centre = capsule().center();
-        painter.translate(centre);
-        painter.scale(hoveredScale, hoveredScale);
-        painter.translate(-centre);
-    }
+    painter.setOpacity(m_opacity);
+    const QPointF centre = capsule().center();
+    painter.translate(centre);
+    painter.scale(scale(), scale());
+    painter.translate(-centre);
 
+    const QColor own = colorFromHex(m_task.color);
+    const QColor taskColor = lighter(own, hoveredBrightness * m_hover);
+    drawCapsule(painter, taskColor);
+    drawName(painter, taskColor);
+    if (m_task.pillBadge)
+        PillBadgeView::draw(painter, capsule().topRight() + badgeOffset, *m_task.pillBadge, own);
+}
+
+void AgentPill::drawCapsule(QPainter &painter, const QColor &taskColor) const
+{
     constexpr double radius = capsuleHeight / 2.0;
     constexpr double half = Style::hairlineWidth / 2;
+    const double stroke = restStroke + (hoveredStroke - restStroke) * m_hover;
+
     painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(Qt::black, shadowOpacity));
     painter.drawRoundedRect(capsule().translated(0, 1), radius, radius);
     painter.setBrush(Style::pill);
     painter.drawRoundedRect(capsule(), radius, radius);
-    painter.setBrush(colors.fill);
-    painter.setPen(FocusRing::isShown(*this) ? QPen(Style::focusRing, Style::focusRingWidth)
-                                             : QPen(colors.stroke, Style::hairlineWidth));
+    painter.setBrush(withOpacity(taskColor, hoveredFill * m_hover));
+    painter.setPen(FocusRing::isShown(*this)
+                       ? QPen(Style::focusRing, Style::focusRingWidth)
+                       : QPen(withOpacity(taskColor, stroke), Style::hairlineWidth));
     painter.drawRoundedRect(capsule().adjusted(half, half, -half, -half), radius - half,
                             radius - half);
+}
 
+void AgentPill::drawName(QPainter &painter, const QColor &taskColor) const
+{
     const QRectF nameRect = capsule().adjusted(botLeft + botFrame + nameGap, 0, -nameRight, 0);
     const QFontMetricsF metrics(font(), this);
     painter.setFont(font());
-    painter.setPen(colors.name);
+    painter.setPen(mixed(Style::faintText, lighter(taskColor, hoveredNameLight), m_hover));
     TextLine::draw(painter, nameRect,
                    TextLine::elided(m_name, metrics, Qt::ElideRight, nameRect.width()));
-
-    if (m_task.pillBadge)
-        PillBadgeView::draw(painter, capsule().topRight() + badgeOffset, *m_task.pillBadge,
-                            taskColor);
 }
 
 void AgentPill::resizeEvent(QResizeEvent *)
@@ -172,17 +208,31 @@ void AgentPill::makeBot()
 {
     delete m_bot;
     m_bot = new MiniBotCanvasView(m_task, m_context.queue, m_context.frames, this);
-    m_bot->setFixedSize(botCanvas, botCanvas);
+    m_bot->setFixedSize(botWidget, botWidget);
+    dressBot();
     placeBot();
     m_bot->show();
+}
+
+/// The mascot is a widget of its own and has to be told what the rest of the pill looks like.
+void AgentPill::dressBot()
+{
+    if (!m_bot)
+        return;
+    m_bot->setOpacity(m_opacity);
+    m_bot->setMagnification(botCanvas / botWidget * scale());
+    m_bot->setBrightness(hoveredBrightness * m_hover);
+    placeBot();
 }
 
 void AgentPill::placeBot()
 {
     if (!m_bot)
         return;
-    const QPointF centre(capsule().left() + botLeft + botFrame / 2, capsule().center().y());
-    m_bot->move((centre - QPointF(botCanvas, botCanvas) / 2).toPoint());
+    const QPointF middle = capsule().center();
+    const QPointF atRest(capsule().left() + botLeft + botFrame / 2, middle.y());
+    const QPointF centre = middle + (atRest - middle) * scale();
+    m_bot->move((centre - QPointF(botWidget, botWidget) / 2).toPoint());
 }
 
 bool AgentPill::hitButton(const QPoint &position) const
@@ -193,6 +243,11 @@ bool AgentPill::hitButton(const QPoint &position) const
 QRectF AgentPill::capsule() const
 {
     return QRectF(rect()).adjusted(outset, outset, -outset, -outset);
+}
+
+double AgentPill::scale() const
+{
+    return m_presenceScale * (1 + hoveredGrowth * m_hover);
 }
 
 } // namespace tirlo

@@ -2,6 +2,8 @@
 
 #include "ViewContext.h"
 #include "core/model/AgentTask.h"
+#include "ui/motion/Animated.h"
+#include "ui/motion/FrameClock.h"
 
 #include <QAbstractButton>
 
@@ -10,6 +12,8 @@ namespace tirlo {
 class MiniBotCanvasView;
 
 /// One task that is not in focus, as a capsule with its name; a click asks for the focus.
+///
+/// Under the pointer it grows and lights up in the task's colour.
 class AgentPill final : public QAbstractButton
 {
     Q_OBJECT
@@ -25,21 +29,38 @@ public:
     void setTask(const AgentTask &task);
     [[nodiscard]] const AgentTask &task() const { return m_task; }
 
+    /// How much of the pill is there: opacity 0 to 1, and a scale about its middle.
+    void setPresence(double opacity, double scale);
+
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
 
 private:
     void makeBot();
     void placeBot();
+    void followHover();
+    void showHover(double time);
+    void dressBot();
+    void drawCapsule(QPainter &painter, const QColor &taskColor) const;
+    void drawName(QPainter &painter, const QColor &taskColor) const;
     [[nodiscard]] QRectF capsule() const;
+    [[nodiscard]] double scale() const;
 
     ViewContext m_context;
     AgentTask m_task;
     MiniBotCanvasView *m_bot = nullptr;
     QString m_name;
+    double m_opacity = 1;
+    double m_presenceScale = 1;
+    /// From 0, at rest, to 1, under the pointer; as of the last frame.
+    double m_hover = 0;
+    Animated<double> m_hoverMotion;
+    FrameClock::Subscription m_frames;
 };
 
 } // namespace tirlo

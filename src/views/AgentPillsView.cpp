@@ -11,6 +11,7 @@ namespace tirlo {
 
 namespace {
 
+constexpr qsizetype pillCount = 4;
 constexpr int columnCount = 2;
 constexpr int padding = 8;
 constexpr int columnSpacing = 2;
@@ -23,13 +24,9 @@ AgentPillsView::AgentPillsView(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
 {
-    for (AgentPill *&pill : m_pills) {
-        pill = new AgentPill(context, this);
-        connect(pill, &AgentPill::clicked, this, [this, pill] { tap(pill->task().id); });
-    }
-    updatePills();
-    m_observers.follow(m_context.state.tasks, [this] { updatePills(); });
-    m_observers.follow(m_context.state.focusId, [this] { updatePills(); });
+    followTasks();
+    m_observers.follow(m_context.state.tasks, [this] { followTasks(); });
+    m_observers.follow(m_context.state.focusId, [this] { followTasks(); });
 }
 
 QList<AgentTask> AgentPillsView::others() const
@@ -43,40 +40,82 @@ QList<AgentTask> AgentPillsView::others() const
 QList<AgentTask> AgentPillsView::displayTasks() const
 {
     const QList<AgentTask> tasks = others();
-    return tasks.first(std::min(tasks.size(), qsizetype(m_pills.size())));
+    return tasks.first(std::min(tasks.size(), pillCount));
 }
 
 void AgentPillsView::resizeEvent(QResizeEvent *)
 {
-    placePills();
+    placePills(displayTasks(), false);
 }
 
-void AgentPillsView::updatePills()
+void AgentPillsView::followTasks()
 {
     const QList<AgentTask> tasks = displayTasks();
-    for (std::size_t i = 0; i < m_pills.size(); ++i) {
-        const bool isUsed = qsizetype(i) < tasks.size();
-        if (isUsed)
-            m_pills[i]->setTask(tasks[qsizetype(i)]);
-        m_pills[i]->setVisible(isUsed);
+    const bool moves = isVisible();
+    for (PillPresence &presence : m_pills) {
+        const QString &id = presence.pill().task().id;
+        if (std::ranges::find(tasks, id, &AgentTask::id) == tasks.end())
+            presence.leave(moves, m_context.frames);
     }
-    placePills();
+    placePills(tasks, moves);
+    frame(m_context.frames.now());
+    if (!m_pills.empty() && !m_frames.isActive())
+        m_frames = m_context.frames.subscribe([this](double time) { frame(time); });
 }
 
-void AgentPillsView::placePills()
+void AgentPillsView::placePills(const QList<AgentTask> &tasks, bool moves)
 {
-    const int count = int(displayTasks().size());
+    QWidget *previous = nullptr;
+    for (qsizetype i = 0; i < tasks.size(); ++i) {
+        PillPresence &presence = presenceOf(tasks[i]);
+        presence.pill().setTask(tasks[i]);
+        presence.comeTo(cell(int(i), int(tasks.size())), moves, m_context.frames);
+        // The keyboard goes through them as they stand.
+        if (previous)
+            setTabOrder(previous, &presence.pill());
+        previous = &presence.pill();
+    }
+}
+
+void AgentPillsView::frame(double time)
+{
+    bool isAtRest = true;
+    std::erase_if(m_pills, [&](PillPresence &presence) {
+        const bool hasArrived = presence.showAt(time);
+        isAtRest &= hasArrived;
+        if (!hasArrived || !presence.isLeaving())
+            return false;
+        // Not at once: it may be the one whose click this is.
+        presence.pill().deleteLater();
+        return true;
+    });
+    if (isAtRest)
+        m_frames.reset();
+}
+
+/// The task's pill, made if there is none.
+PillPresence &AgentPillsView::presenceOf(const AgentTask &task)
+{
+    const auto found = std::ranges::find_if(m_pills, [&](const PillPresence &presence) {
+        return presence.pill().task().id == task.id;
+    });
+    if (found != m_pills.end())
+        return *found;
+    auto *pill = new AgentPill(m_context, this);
+    connect(pill, &AgentPill::clicked, this, [this, pill] { tap(pill->task().id); });
+    return m_pills.emplace_back(*pill);
+}
+
+QRect AgentPillsView::cell(int index, int count) const
+{
     const int rowCount = (count + columnCount - 1) / columnCount;
     const int gridHeight = rowCount * AgentPill::capsuleHeight + (rowCount - 1) * rowSpacing;
     const int top = (height() - gridHeight) / 2;
-    const int pillWidth = (width() - 2 * padding - (columnCount - 1) * columnSpacing) / columnCount;
-
-    for (int i = 0; i < count; ++i) {
-        const QRect capsule(padding + i % columnCount * (pillWidth + columnSpacing),
-                            top + i / columnCount * (AgentPill::capsuleHeight + rowSpacing),
-                            pillWidth, AgentPill::capsuleHeight);
-        m_pills[std::size_t(i)]->setGeometry(AgentPill::frameAround(capsule));
-    }
+    const int width
+        = (QWidget::width() - 2 * padding - (columnCount - 1) * columnSpacing) / columnCount;
+    return {padding + index % columnCount * (width + columnSpacing),
+            top + index / columnCount * (AgentPill::capsuleHeight + rowSpacing), width,
+            AgentPill::capsuleHeight};
 }
 
 void AgentPillsView::tap(const QString &taskId)

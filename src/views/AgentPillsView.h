@@ -1,18 +1,20 @@
 #pragma once
 
+#include "PillPresence.h"
 #include "ViewContext.h"
 #include "core/model/AgentTask.h"
+#include "ui/motion/FrameClock.h"
 #include "ui/Observers.h"
 
 #include <QWidget>
 
-#include <array>
+#include <vector>
 
 namespace tirlo {
 
-class AgentPill;
-
 /// The pills of the tasks that are not in focus, at most four; a tap moves the focus.
+///
+/// A task keeps its pill for as long as it has one, whatever else changes.
 class AgentPillsView final : public QWidget
 {
     Q_OBJECT
@@ -30,12 +32,17 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void updatePills();
-    void placePills();
+    void followTasks();
+    void placePills(const QList<AgentTask> &tasks, bool moves);
+    void frame(double time);
+    PillPresence &presenceOf(const AgentTask &task);
+    [[nodiscard]] QRect cell(int index, int count) const;
     void tap(const QString &taskId);
 
     ViewContext m_context;
-    std::array<AgentPill *, 4> m_pills{};
+    /// Those that are going included.
+    std::vector<PillPresence> m_pills;
+    FrameClock::Subscription m_frames;
     /// A swap is under way: further taps don't count.
     bool m_swapping = false;
     Observers m_observers;

@@ -7,9 +7,13 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
 namespace tirlo {
 
 namespace {
+
+constexpr double fadeSeconds = 0.25;
 
 QString sourceLabel(AgentSource source)
 {
@@ -34,8 +38,9 @@ QString progressText(const AgentTask &task)
 
 } // namespace
 
-FocusLine::FocusLine(QWidget *parent)
+FocusLine::FocusLine(FrameClock &frames, QWidget *parent)
     : QWidget(parent)
+    , m_clock(frames)
     , m_dot(new ColorDot)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
     , m_source(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
@@ -61,12 +66,38 @@ void FocusLine::setTask(const std::optional<AgentTask> &task)
         part->setVisible(task.has_value());
     m_name->setVisible(task && !task->name.isEmpty());
     m_progress->setVisible(task && !task->steps.isEmpty());
-    if (!task)
+    if (!task) {
+        m_taskId.clear();
         return;
+    }
+    if (task->id != std::exchange(m_taskId, task->id))
+        fadeIn();
     m_dot->setColor(colorFromHex(task->color));
     m_name->setLine(task->name);
     m_source->setLine(sourceLabel(task->source));
     m_progress->setLine(progressText(*task));
+}
+
+void FocusLine::fadeIn()
+{
+    if (!isVisible())
+        return;
+    const double now = m_clock.now();
+    m_opacity.jumpTo(0);
+    m_opacity.animateTo(1, m_clock.permitted(TimingCurve::easeOut(fadeSeconds)), now);
+    showAt(now);
+    if (!m_opacity.isAtRest(now) && !m_frames.isActive())
+        m_frames = m_clock.subscribe([this](double time) { showAt(time); });
+}
+
+void FocusLine::showAt(double time)
+{
+    const double opacity = m_opacity.valueAt(time);
+    m_dot->setOpacity(opacity);
+    for (TextLabel *label : {m_name, m_source, m_progress})
+        label->setOpacity(opacity);
+    if (m_opacity.isAtRest(time))
+        m_frames.reset();
 }
 
 } // namespace tirlo

@@ -1,30 +1,50 @@
 #pragma once
 
 #include "core/model/AgentTask.h"
+#include "ui/motion/FrameClock.h"
 
-#include <QWidget>
+#include <QImage>
+#include <QLabel>
 
 #include <optional>
 
 namespace tirlo {
 
-/// The live line of a task: its current step, and above it the step before.
-class TickerView final : public QWidget
+class MainQueue;
+
+/// The live line of a task: a wheel with its current step, and above it the step before.
+///
+/// A new step rolls in from below. While the wheel turns, further changes wait for it to settle,
+/// and it goes on to the latest. The label's text is the current step, for the screen reader.
+class TickerView final : public QLabel
 {
     Q_OBJECT
 
 public:
-    explicit TickerView(QWidget *parent = nullptr);
+    /// Queue and clock must outlive the view.
+    TickerView(MainQueue &queue, FrameClock &frames, QWidget *parent = nullptr);
 
     /// Follows the task's steps; without a task only the placeholder shows.
     void setTask(const std::optional<AgentTask> &task);
 
+    /// True while the wheel turns.
+    [[nodiscard]] bool isTransitioning() const { return m_rollStart.has_value(); }
+
+    /// The step on the top line once the wheel stands still, and the one below it.
+    [[nodiscard]] const QString &spentStep() const { return m_rows.spent; }
+    [[nodiscard]] const QString &liveStep() const { return m_rows.live; }
+
 protected:
+    bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     struct Rows
     {
+        /// Position of the live step; negative without a task.
+        qsizetype index = -1;
         QString spent;
         QString live;
 
@@ -32,8 +52,25 @@ private:
     };
 
     [[nodiscard]] static Rows rowsOf(const std::optional<AgentTask> &task);
+    void followLatest();
+    void roll();
+    void settle();
+    void runOrRest();
+    void frame();
+    [[nodiscard]] bool shimmers() const;
+    void drawRows(QPainter &painter) const;
 
+    MainQueue &m_queue;
+    FrameClock &m_clock;
+    /// What shows at rest, what rolls in, and what the task says by now.
     Rows m_rows;
+    Rows m_incoming;
+    Rows m_latest;
+    /// Media time in seconds at which the wheel set off.
+    std::optional<double> m_rollStart;
+    FrameClock::Subscription m_frames;
+    /// The rows before their edges fade, kept between frames.
+    QImage m_layer;
 };
 
 } // namespace tirlo

@@ -6,7 +6,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -20,6 +22,27 @@ using namespace tirlo::e2e;
 using tirlo::x11test::OtherApplication;
 
 namespace {
+
+/// Installs a browser of the user's choice that writes the addresses that it is given to the file.
+void installBrowser(const QString &folder, const QString &file)
+{
+    const auto write = [](const QString &path, const QString &text) {
+        QFile written(path);
+        if (written.open(QIODevice::WriteOnly))
+            written.write(text.toUtf8());
+    };
+    const QString program = folder + "/browser";
+    write(program, QStringLiteral("#!/bin/sh\nprintf '%s' \"$*\" > '%1'\n").arg(file));
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    const QString entries = qEnvironmentVariable("XDG_DATA_HOME") + "/applications/";
+    write(entries + "browser.desktop",
+          QStringLiteral("[Desktop Entry]\nType=Application\nName=Browser\nExec=%1 %u\n"
+                         "MimeType=x-scheme-handler/https;\n")
+              .arg(program));
+    write(entries + "mimeapps.list",
+          QStringLiteral("[Default Applications]\nx-scheme-handler/https=browser.desktop\n"));
+}
 
 QString readAll(const QString &path)
 {
@@ -123,6 +146,22 @@ TEST(ApplicationsTest, OpeningStartsAProgramOnItsOwnAndLaterShowsIt)
     }
     kill(pid_t(editor.processId), SIGTERM);
     EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(process); })) << "it stays as a zombie";
+}
+
+TEST(ApplicationsTest, WebPagesOpenInTheUsersBrowserAndNothingElseDoes)
+{
+    DesktopApplications applications;
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("pages");
+    EXPECT_FALSE(applications.openUrl(QUrl("https://example.org"))) << "there is no browser";
+
+    installBrowser(folder.path(), file);
+    const QUrl page("https://example.org/a%20b?x=$(id)&y='1'");
+    EXPECT_TRUE(waitUntil([&] { return applications.openUrl(page); }));
+    EXPECT_TRUE(waitUntil([&] { return readAll(file) == QString(page.toEncoded()); }))
+        << readAll(file).toStdString();
+    for (const char *other : {"file:///etc/passwd", "mailto:a@example.org", "http://example.org"})
+        EXPECT_FALSE(applications.openUrl(QUrl(other))) << other;
 }
 
 } // namespace

@@ -30,12 +30,20 @@ public:
         return true;
     }
 
+    bool openUrl(const QUrl &url) override
+    {
+        pages.append(url.toString());
+        return true;
+    }
+
     std::vector<RunningApplication> alive;
     /// Bundle identifiers.
     QStringList installed;
 
     std::vector<RunningApplication> activated;
     QStringList opened;
+    /// Web pages that were opened.
+    QStringList pages;
 };
 
 } // namespace tirlo

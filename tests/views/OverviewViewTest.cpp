@@ -2,9 +2,10 @@
 
 #include "ui/ColorDot.h"
 #include "views/AgentPill.h"
-#include "views/TickerView.h"
+#include "views/AgentPillsView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QTest>
 
 namespace tirlo {
@@ -24,12 +25,33 @@ protected:
             const QString id = QStringLiteral("t%1").arg(i);
             tasks.append(task(id, id));
         }
-        setTasks(tasks);
+        settleOn(tasks);
     }
 
-    [[nodiscard]] QString liveStep() const
+    /// Replaces the tasks and lets the pills come to rest.
+    void settleOn(const QList<AgentTask> &tasks)
     {
-        return root->findChild<TickerView *>()->accessibleName();
+        setTasks(tasks);
+        queue.advance(2);
+    }
+
+    /// The names on the pills that can be hit, in the keyboard's order.
+    [[nodiscard]] QStringList pills() const
+    {
+        QStringList names;
+        const QWidget *first = root->findChild<AgentPillsView *>();
+        for (QWidget *next = first->nextInFocusChain(); next != first;
+             next = next->nextInFocusChain()) {
+            const auto *pill = qobject_cast<AgentPill *>(next);
+            if (pill && pill->isVisible() && !pill->testAttribute(Qt::WA_TransparentForMouseEvents))
+                names.append(pill->accessibleName());
+        }
+        return names;
+    }
+
+    [[nodiscard]] AgentPill *pill(const QString &name) const
+    {
+        return qobject_cast<AgentPill *>(button(name));
     }
 };
 
@@ -42,8 +64,7 @@ TEST_F(OverviewViewTest, HeadLineTellsNameSourceAndProgress)
     setTasks({focused});
     EXPECT_EQ(visibleTexts(),
               (QStringList{QStringLiteral("shop"), QStringLiteral("Claude Code"),
-                           QStringLiteral("1/2")}));
-    EXPECT_EQ(liveStep(), QStringLiteral("Lit · a"));
+                           QStringLiteral("1/2"), QStringLiteral("Lit · a")}));
 
     state.editTask(QStringLiteral("a"), [](AgentTask &edited) {
         edited.source = AgentSource::n8n;
@@ -51,18 +72,17 @@ TEST_F(OverviewViewTest, HeadLineTellsNameSourceAndProgress)
     });
     EXPECT_TRUE(visibleTexts().contains(QStringLiteral("n8n")));
     EXPECT_TRUE(visibleTexts().contains(QStringLiteral("2/2")));
-    EXPECT_EQ(liveStep(), QStringLiteral("Lit · b"));
 
     state.editTask(QStringLiteral("a"), [](AgentTask &edited) {
         edited.source = AgentSource::agent;
         edited.steps.clear();
         edited.stepIndex = 7;
     });
-    EXPECT_EQ(visibleTexts(), (QStringList{QStringLiteral("shop"), QStringLiteral("Agent")}));
-    EXPECT_EQ(liveStep(), QString());
+    EXPECT_EQ(visibleTexts(),
+              (QStringList{QStringLiteral("shop"), QStringLiteral("Agent"), QString()}));
 
     setTasks({});
-    EXPECT_TRUE(visibleTexts().isEmpty()) << "nothing of a task that has gone";
+    EXPECT_EQ(visibleTexts(), QStringList{QString()}) << "nothing of a task that has gone";
 }
 
 TEST_F(OverviewViewTest, AStepIndexPastTheEndShowsTheLastStep)
@@ -70,22 +90,26 @@ TEST_F(OverviewViewTest, AStepIndexPastTheEndShowsTheLastStep)
     AgentTask focused = task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")});
     focused.stepIndex = 99;
     setTasks({focused});
-    EXPECT_EQ(liveStep(), QStringLiteral("Liste"));
+    EXPECT_EQ(visibleTexts().last(), QStringLiteral("Liste"));
 }
 
 TEST_F(OverviewViewTest, FourOthersHaveAPillAndTheFifthWaits)
 {
     setTaskCount(6);
-    EXPECT_EQ(visibleButtons().size(), 4);
-    EXPECT_FALSE(button(QStringLiteral("t0"))) << "the focused task has none";
-    EXPECT_FALSE(button(QStringLiteral("t5")));
+    const auto named = [](const QString &names) { return names.split(u' '); };
+    EXPECT_EQ(pills(), named(QStringLiteral("t1 t2 t3 t4")));
 
+    const AgentPill *last = pill(QStringLiteral("t4"));
     state.removeTask(QStringLiteral("t2"));
-    EXPECT_TRUE(button(QStringLiteral("t5")));
-    EXPECT_EQ(visibleButtons().size(), 4);
+    EXPECT_EQ(pills(), named(QStringLiteral("t1 t3 t4 t5")));
+    queue.advance(2);
+    EXPECT_EQ(pill(QStringLiteral("t4")), last) << "a task keeps its pill";
 
+    state.focusId = QStringLiteral("t3");
+    EXPECT_EQ(pills(), named(QStringLiteral("t0 t1 t4 t5")));
     setTaskCount(1);
-    EXPECT_TRUE(visibleButtons().isEmpty());
+    EXPECT_TRUE(pills().isEmpty());
+    EXPECT_EQ(visibleButtons(), QStringList{QStringLiteral("Open terminal")});
 }
 
 TEST_F(OverviewViewTest, PillsNeitherOverlapNorLeaveTheCard)
@@ -119,6 +143,90 @@ TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecond)
     EXPECT_EQ(state.focusId.value(), QStringLiteral("t2"));
 }
 
+TEST_F(OverviewViewTest, ADoubleTapSwapsOnce)
+{
+    setTaskCount(3);
+    AgentPill *tapped = pill(QStringLiteral("t1"));
+    const QPoint position = tapped->mapTo(root.get(), tapped->rect().center());
+    QTest::mouseDClick(root->windowHandle(), Qt::LeftButton, Qt::NoModifier, position);
+    EXPECT_EQ(state.focusId.value(), QStringLiteral("t1"));
+    EXPECT_EQ(sounds.played, QStringList{QStringLiteral("blip")});
+}
+
+TEST_F(OverviewViewTest, PillsComeAndGoInMotionUnlessItIsToBeReduced)
+{
+    setTaskCount(3);
+    const QRect cell = pill(QStringLiteral("t1"))->geometry();
+    click(QStringLiteral("t1"));
+    EXPECT_EQ(pills(), (QStringList{QStringLiteral("t0"), QStringLiteral("t2")}));
+    EXPECT_TRUE(pill(QStringLiteral("t1"))) << "it fades where it stood";
+    EXPECT_EQ(pill(QStringLiteral("t0"))->geometry(), cell);
+    queue.advance(0.2);
+    EXPECT_FALSE(pill(QStringLiteral("t1")));
+    queue.advance(2);
+
+    frames.setReducesMotion(true);
+    click(QStringLiteral("t2"));
+    EXPECT_FALSE(pill(QStringLiteral("t2")));
+    EXPECT_EQ(pills(), (QStringList{QStringLiteral("t0"), QStringLiteral("t1")}));
+}
+
+TEST_F(OverviewViewTest, APillUnderThePointerGrowsAndLightsUp)
+{
+    setTaskCount(2);
+    const AgentPill *hovered = pill(QStringLiteral("t1"));
+    const QPoint middle = hovered->mapTo(root.get(), hovered->rect().center());
+    const QPoint fill(middle.x() + 30, middle.y() + 8);
+    // Just right of it, where only one that has grown reaches.
+    const QPoint edge(middle.x() + 44, middle.y());
+    const QImage before = picture();
+    QTest::mouseMove(root->windowHandle(), middle);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(picture().pixelColor(edge), before.pixelColor(edge)) << "nothing jumps";
+    queue.advance(1);
+    QCoreApplication::processEvents();
+    const QImage after = picture();
+    EXPECT_EQ(before.pixelColor(fill), QColor(0x0E, 0x0F, 0x11));
+    EXPECT_GT(after.pixelColor(fill).green(), 0x28);
+    EXPECT_GT(after.pixelColor(edge).green(), before.pixelColor(edge).green() + 10);
+
+    QTest::mouseMove(root->windowHandle(), QPoint(300, 300));
+    QCoreApplication::processEvents();
+    queue.advance(1);
+    EXPECT_EQ(picture().pixelColor(fill), before.pixelColor(fill));
+}
+
+TEST_F(OverviewViewTest, StepsRebuildNoWidget)
+{
+    setTaskCount(5);
+    const auto widgets = root->findChildren<QWidget *>();
+    for (int i = 0; i < 30; ++i) {
+        state.editTask(QStringLiteral("t%1").arg(i % 5), [&](AgentTask &edited) {
+            edited.steps.append(QStringLiteral("step %1").arg(i));
+            edited.stepIndex = int(edited.steps.size()) - 1;
+            edited.state = i % 2 ? BotState::working : BotState::finished;
+        });
+        queue.advance(0.1);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(root->findChildren<QWidget *>(), widgets);
+}
+
+TEST_F(OverviewViewTest, TheKeyboardGoesFromTheTargetThroughThePills)
+{
+    setTaskCount(3);
+    root->activateWindow();
+    button(QStringLiteral("Open terminal"))->setFocus(Qt::TabFocusReason);
+    QStringList reached;
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(root->windowHandle(), Qt::Key_Tab);
+        reached.append(QApplication::focusWidget()->accessibleName());
+    }
+    EXPECT_EQ(reached, (QStringList{QStringLiteral("t1"), QStringLiteral("t2")}));
+    QTest::keyClick(root->windowHandle(), Qt::Key_Space);
+    EXPECT_EQ(state.focusId.value(), QStringLiteral("t2"));
+}
+
 TEST_F(OverviewViewTest, ATapClearsTheBadgeThatThePillDescribes)
 {
     setTaskCount(2);
@@ -138,14 +246,14 @@ TEST_F(OverviewViewTest, ThePillOfTheMainEditorAlwaysBearsItsName)
 {
     setTasks({task(QStringLiteral("a"), QStringLiteral("a")),
               task(QStringLiteral("integration_claude"), QStringLiteral("shop"))});
-    EXPECT_EQ(visibleButtons(), QStringList{QStringLiteral("VS Code")});
+    EXPECT_EQ(pills(), QStringList{QStringLiteral("VS Code")});
 }
 
 TEST_F(OverviewViewTest, TheDotHasTheTasksColour)
 {
     AgentTask focused = task(QStringLiteral("a"), QStringLiteral("a"));
     focused.color = QStringLiteral("#F7B32B");
-    setTasks({focused});
+    settleOn({focused});
     const QImage image = picture();
     // The dot is the first thing right of the mascot's place.
     EXPECT_EQ(image.pixelColor(40 + 10 + 108 + 3, 52 + 24), QColor(0xF7, 0xB3, 0x2B));

@@ -44,4 +44,12 @@ bool DesktopApplications::open(const QString &bundleIdentifier)
                                DesktopEntry::launch);
 }
 
+bool DesktopApplications::openUrl(const QUrl &url)
+{
+    const QString scheme = url.scheme();
+    if (scheme != QLatin1String("https") && scheme != QLatin1String("http"))
+        return false;
+    return DesktopEntry::launchHandlerOf(url);
+}
+
 } // namespace tirlo

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] std::vector<RunningApplication> running() const override;
     bool activate(const RunningApplication &application) override;
     bool open(const QString &bundleIdentifier) override;
+    bool openUrl(const QUrl &url) override;
 
 private:
     EwmhWindows m_windows;

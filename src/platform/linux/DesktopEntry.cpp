@@ -1,5 +1,7 @@
 #include "DesktopEntry.h"
 
+#include <QUrl>
+
 #include <csignal>
 #include <memory>
 #include <unistd.h>
@@ -33,6 +35,14 @@ void standAlone(void *)
     setsid();
 }
 
+bool start(GDesktopAppInfo *entry, GList *uris)
+{
+    constexpr auto flags = GSpawnFlags(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL
+                                       | G_SPAWN_STDERR_TO_DEV_NULL);
+    return g_desktop_app_info_launch_uris_as_manager(entry, uris, nullptr, flags, standAlone,
+                                                     nullptr, nullptr, nullptr, nullptr);
+}
+
 } // namespace
 
 std::optional<QString> DesktopEntry::name(const QString &id)
@@ -46,12 +56,18 @@ std::optional<QString> DesktopEntry::name(const QString &id)
 bool DesktopEntry::launch(const QString &id)
 {
     const Entry entry = find(id);
-    if (!entry)
+    return entry && start(entry.get(), nullptr);
+}
+
+bool DesktopEntry::launchHandlerOf(const QUrl &url)
+{
+    GAppInfo *handler = g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData());
+    if (!handler)
         return false;
-    constexpr auto flags = GSpawnFlags(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL
-                                       | G_SPAWN_STDERR_TO_DEV_NULL);
-    return g_desktop_app_info_launch_uris_as_manager(
-        entry.get(), nullptr, nullptr, flags, standAlone, nullptr, nullptr, nullptr, nullptr);
+    const Entry entry(G_DESKTOP_APP_INFO(handler));
+    QByteArray address = url.toEncoded();
+    GList uris{address.data(), nullptr, nullptr};
+    return start(entry.get(), &uris);
 }
 
 } // namespace tirlo

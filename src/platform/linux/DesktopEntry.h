@@ -4,6 +4,8 @@
 
 #include <optional>
 
+class QUrl;
+
 namespace tirlo {
 
 /// The desktop's entry for an installed application, by its id without the ending ".desktop".
@@ -17,6 +19,9 @@ namespace DesktopEntry {
 /// The program is on its own from the first moment: it inherits no descriptor, no blocked or
 /// ignored signal and no terminal of ours.
 bool launch(const QString &id);
+
+/// Opens the address in the application that the user has chosen for its scheme, started likewise.
+bool launchHandlerOf(const QUrl &url);
 
 } // namespace DesktopEntry
 

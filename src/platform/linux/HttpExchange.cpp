@@ -1,0 +1,202 @@
+#include "HttpExchange.h"
+
+#include "Gunzip.h"
+#include "UploadOnce.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+
+#include <array>
+#include <utility>
+
+namespace tirlo {
+
+namespace {
+
+/// Bytes of the longest body that is taken, packed or not.
+constexpr qsizetype bodyLimit = 32 * 1024 * 1024;
+/// Bytes that wait to be read before the server is held back.
+constexpr qint64 readBufferSize = 1024 * 1024;
+constexpr int mostRedirects = 8;
+
+/// True if a redirect keeps the credentials with the server they were meant for.
+bool mayFollow(const QUrl &from, const QUrl &to)
+{
+    if (from.host() != to.host())
+        return false;
+    const QString secure = QStringLiteral("https");
+    if (from.scheme() != to.scheme())
+        return to.scheme() == secure;
+    const int usual = from.scheme() == secure ? 443 : 80;
+    return from.port(usual) == to.port(usual);
+}
+
+bool isRedirect(int status)
+{
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+/// True if the network's error only repeats a status of 400 or more, with the whole body at hand.
+bool isAnswer(QNetworkReply::NetworkError error, int status)
+{
+    if (error == QNetworkReply::NoError)
+        return status >= 200;
+    if (status == 407)
+        return error == QNetworkReply::ProxyAuthenticationRequiredError;
+    return status >= 400 && error > QNetworkReply::UnknownProxyError
+        && error != QNetworkReply::ContentReSendError && error != QNetworkReply::ProtocolFailure;
+}
+
+QNetworkRequest networkRequest(const HttpRequest &request, const QUrl &url)
+{
+    QNetworkRequest result(url);
+    for (const auto &[name, value] : request.headers)
+        result.setRawHeader(name, value);
+    // Unpacked here: the network's own unpacking takes a body that breaks off for a whole one.
+    result.setRawHeader("Accept-Encoding", "gzip");
+    // Followed here: a redirect may only lead to the same server.
+    result.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                        QNetworkRequest::ManualRedirectPolicy);
+    result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    result.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    result.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    return result;
+}
+
+QNetworkReply *start(QNetworkAccessManager &network, const HttpRequest &request, const QUrl &url)
+{
+    if (request.method == "GET")
+        return network.get(networkRequest(request, url));
+    auto *body = new UploadOnce(request.body, &network);
+    QNetworkReply *reply
+        = network.sendCustomRequest(networkRequest(request, url), request.method, body);
+    body->setParent(reply);
+    return reply;
+}
+
+QString reasonFor(const QNetworkReply &reply)
+{
+    switch (reply.error()) {
+    case QNetworkReply::ConnectionRefusedError:
+        return QStringLiteral("The server could not be reached.");
+    case QNetworkReply::HostNotFoundError:
+        return QStringLiteral("The server %1 could not be found.").arg(reply.url().host());
+    case QNetworkReply::SslHandshakeFailedError:
+        return QStringLiteral("The secure connection to the server failed.");
+    case QNetworkReply::NoError:
+    case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::ContentReSendError:
+        return QStringLiteral("The connection to the server was lost.");
+    default:
+        return reply.errorString();
+    }
+}
+
+} // namespace
+
+HttpExchange::HttpExchange(QNetworkAccessManager &network, HttpRequest request,
+                           std::function<void(const HttpReply &)> done)
+    : QObject(&network)
+    , m_network(network)
+    , m_request(std::move(request))
+    , m_done(std::move(done))
+{
+}
+
+void HttpExchange::begin(MainQueue &queue)
+{
+    m_timeLimit = queue.after(m_request.timeout, this,
+                              [this] { fail(QStringLiteral("The request timed out.")); });
+    ask(m_request.url);
+}
+
+void HttpExchange::cancel()
+{
+    m_done = nullptr;
+    settle({});
+}
+
+void HttpExchange::ask(const QUrl &url)
+{
+    m_body.clear();
+    m_reply = start(m_network, m_request, url);
+    m_reply->setReadBufferSize(readBufferSize);
+    connect(m_reply, &QNetworkReply::readyRead, this, &HttpExchange::readMore);
+    connect(m_reply, &QNetworkReply::finished, this, &HttpExchange::finish);
+}
+
+bool HttpExchange::readMore()
+{
+    std::array<char, 64 * 1024> piece;
+    for (;;) {
+        const qint64 count = m_reply->read(piece.data(), piece.size());
+        if (count <= 0)
+            return true;
+        if (m_body.size() + count > bodyLimit) {
+            fail(QStringLiteral("The server's answer is too long."));
+            return false;
+        }
+        m_body.append(piece.data(), count);
+    }
+}
+
+void HttpExchange::finish()
+{
+    if (!readMore())
+        return;
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (!isAnswer(m_reply->error(), status)) {
+        fail(reasonFor(*m_reply));
+        return;
+    }
+    const QUrl target = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    if (m_request.method == "GET" && isRedirect(status) && !target.isEmpty()) {
+        follow(m_reply->url().resolved(target));
+        return;
+    }
+    if (m_reply->rawHeader("Content-Encoding").contains("gzip")) {
+        auto unpacked = gunzip(m_body, bodyLimit);
+        if (!unpacked) {
+            fail(QStringLiteral("The server's answer is damaged or too long."));
+            return;
+        }
+        m_body = *std::move(unpacked);
+    }
+    settle({.status = status, .body = std::move(m_body)});
+}
+
+void HttpExchange::follow(const QUrl &target)
+{
+    if (!mayFollow(m_reply->url(), target)) {
+        fail(QStringLiteral("The server sent the request on to another address."));
+        return;
+    }
+    if (++m_redirects > mostRedirects) {
+        fail(QStringLiteral("The server sends the request in circles."));
+        return;
+    }
+    m_reply->deleteLater();
+    ask(target);
+}
+
+void HttpExchange::fail(const QString &reason)
+{
+    settle({.error = reason});
+}
+
+void HttpExchange::settle(const HttpReply &outcome)
+{
+    m_timeLimit.cancel();
+    if (m_reply) {
+        m_reply->disconnect(this);
+        m_reply->abort();
+        m_reply->deleteLater();
+    }
+    deleteLater();
+    // Last, since it may end the whole program.
+    if (const auto done = std::exchange(m_done, nullptr))
+        done(outcome);
+}
+
+} // namespace tirlo

@@ -1,0 +1,229 @@
+#include "platform/linux/QtHttpClient.h"
+
+#include "support/LoopbackServer.h"
+#include "support/ManualQueue.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+using namespace tirlo;
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class QtHttpClientTest : public testing::Test
+{
+protected:
+    /// Sends the request and waits for what comes of it.
+    HttpReply outcomeOf(const HttpRequest &request)
+    {
+        std::optional<HttpReply> outcome;
+        client->send(request, nullptr, [&](const HttpReply &reply) { outcome = reply; });
+        EXPECT_FALSE(outcome) << "told before send() returned";
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            queue.drain();
+            return outcome.has_value();
+        }));
+        return outcome.value_or(HttpReply{});
+    }
+
+    HttpReply outcomeOf(const LoopbackAnswer &answer)
+    {
+        server.answers = {answer};
+        return outcomeOf({.url = server.url()});
+    }
+
+    ManualQueue queue;
+    LoopbackServer server;
+    std::optional<QtHttpClient> client{std::in_place, queue};
+};
+
+TEST_F(QtHttpClientTest, SendsMethodPathHeadersAndBodyAsGiven)
+{
+    server.answers = {{.status = 201, .body = "made"}};
+    const HttpReply reply = outcomeOf({.method = "POST",
+                                       .url = server.url("/v1/things?limit=100&name=a%20b"),
+                                       .headers = {{"x-api-key", "käy"}, {"content-type", "a/b"}},
+                                       .body = QByteArray("{\"a\":\0}", 7)});
+    EXPECT_EQ(reply, (HttpReply{.status = 201, .body = "made"}));
+
+    const LoopbackRequest &seen = server.requests.at(0);
+    EXPECT_EQ(seen.method, "POST");
+    EXPECT_EQ(seen.target, "/v1/things?limit=100&name=a%20b");
+    EXPECT_EQ(seen.header("X-Api-Key"), "käy");
+    EXPECT_EQ(seen.header("Content-Type"), "a/b");
+    EXPECT_EQ(seen.body, QByteArray("{\"a\":\0}", 7));
+}
+
+TEST_F(QtHttpClientTest, TakesEveryStatusAndFramingAsAnAnswer)
+{
+    const QByteArray body = QByteArray("A body of some length. ").repeated(200'000);
+    for (const auto manner : {LoopbackManner::whole, LoopbackManner::chunked, LoopbackManner::gzip})
+        EXPECT_EQ(outcomeOf(LoopbackAnswer{.body = body, .manner = manner}).body, body);
+
+    for (const int status :
+         {200, 204, 304, 400, 401, 403, 404, 407, 409, 418, 429, 500, 503, 529}) {
+        const QByteArray words = status == 204 || status == 304 ? "" : "words";
+        EXPECT_EQ(outcomeOf(LoopbackAnswer{.status = status, .body = words}),
+                  (HttpReply{.status = status, .body = words}));
+    }
+}
+
+TEST_F(QtHttpClientTest, AnAnswerThatBreaksOffIsNoAnswer)
+{
+    const QByteArray body = QByteArray("0123456789").repeated(1000);
+    for (const auto manner : {LoopbackManner::stopsHalfway, LoopbackManner::stopsBetweenChunks,
+                              LoopbackManner::stopsHalfwayInGzip, LoopbackManner::resets}) {
+        for (const int status : {200, 500}) {
+            server.respond = [&](const LoopbackRequest &) {
+                return LoopbackAnswer{.status = status, .body = body, .manner = manner};
+            };
+            const HttpReply reply = outcomeOf({.url = server.url()});
+            EXPECT_EQ(reply.status, 0) << int(manner);
+            EXPECT_EQ(reply.body, "") << int(manner);
+            EXPECT_NE(reply.error, "") << int(manner);
+            EXPECT_THAT(reply.error.toStdString(), Not(HasSubstr("127.0.0.1"))) << int(manner);
+        }
+    }
+}
+
+TEST_F(QtHttpClientTest, ARequestThatChangesSomethingIsSentOnce)
+{
+    server.respond
+        = [](const LoopbackRequest &) { return LoopbackAnswer{.manner = LoopbackManner::resets}; };
+    EXPECT_NE(outcomeOf({.method = "POST", .url = server.url(), .body = "mail"}).error, "");
+    EXPECT_EQ(server.requests.size(), 1u);
+}
+
+TEST_F(QtHttpClientTest, AHangingServerIsGivenUpAfterTheTimeForTheWholeRequest)
+{
+    for (const auto manner : {LoopbackManner::hangs, LoopbackManner::hangsHalfway}) {
+        server.answers = {{.body = "half of this", .manner = manner}};
+        server.requests.clear();
+        std::optional<HttpReply> outcome;
+        client->send({.url = server.url(), .timeout = 45}, nullptr,
+                     [&](const HttpReply &reply) { outcome = reply; });
+        ASSERT_TRUE(QTest::qWaitFor([&] { return server.requests.size() == 1; }));
+        queue.advance(44.9);
+        EXPECT_FALSE(outcome);
+        queue.advance(0.2);
+        EXPECT_EQ(outcome, (HttpReply{.error = "The request timed out."}));
+    }
+}
+
+TEST_F(QtHttpClientTest, AnEndlessBodyIsCutOff)
+{
+    const HttpReply reply = outcomeOf(
+        LoopbackAnswer{.body = QByteArray(1 << 20, 'x'), .manner = LoopbackManner::endless});
+    EXPECT_EQ(reply.error, "The server's answer is too long.");
+    EXPECT_LT(server.bodyBytes, 64 << 20);
+
+    const HttpReply bomb = outcomeOf(
+        LoopbackAnswer{.body = QByteArray(40 << 20, 'x'), .manner = LoopbackManner::gzip});
+    EXPECT_EQ(bomb.error, "The server's answer is damaged or too long.");
+}
+
+TEST_F(QtHttpClientTest, CredentialsAreNotCarriedToAnotherServer)
+{
+    LoopbackServer other;
+    const auto redirect = [&](const QByteArray &to) {
+        server.requests.clear();
+        server.answers = {{.status = 302, .headers = {{"Location", to}}}, {.body = "here"}};
+        return outcomeOf({.url = server.url("/old"), .headers = {{"Authorization", "Bearer x"}}});
+    };
+    EXPECT_EQ(redirect("/new").body, "here");
+    EXPECT_EQ(server.requests.at(1).target, "/new");
+
+    for (const QByteArray &to : {other.url().toEncoded(), QByteArray("http://localhost:1/"),
+                                 QByteArray("file:///etc/hostname")}) {
+        const HttpReply reply = redirect(to);
+        EXPECT_EQ(reply.status, 0) << to.constData();
+        EXPECT_EQ(reply.body, "") << to.constData();
+        EXPECT_NE(reply.error, "") << to.constData();
+    }
+    EXPECT_EQ(other.connections, 0);
+
+    server.answers.clear();
+    server.respond = [](const LoopbackRequest &) {
+        return LoopbackAnswer{.status = 301, .headers = {{"Location", "/again"}}};
+    };
+    EXPECT_NE(outcomeOf({.url = server.url()}).error, "") << "a circle";
+}
+
+TEST_F(QtHttpClientTest, WhatCannotBeSentIsRefusedBeforeItIsSent)
+{
+    const QUrl url = server.url();
+    const QByteArray secret = "secret";
+    for (const HttpRequest &request : {
+             HttpRequest{.url = url, .headers = {{"x-api-key", secret + "\r\nHost: evil"}}},
+             HttpRequest{.url = url, .headers = {{"x-api-key", secret + "\n"}}},
+             HttpRequest{.url = url, .headers = {{"x-api-key", secret + QByteArray("\0", 1)}}},
+             HttpRequest{.url = url, .headers = {{"x-api\r\nkey", secret}}},
+             HttpRequest{.url = QUrl("file:///etc/hostname")},
+             HttpRequest{.url = QUrl("//somewhere")},
+             HttpRequest{.url = QUrl()},
+         }) {
+        const HttpReply reply = outcomeOf(request);
+        EXPECT_EQ(reply.status, 0);
+        EXPECT_NE(reply.error, "");
+        EXPECT_THAT(reply.error.toStdString(), Not(HasSubstr("secret")));
+    }
+    EXPECT_EQ(server.connections, 0);
+}
+
+TEST_F(QtHttpClientTest, ACertificateThatNobodyTrustsGetsNoRequest)
+{
+    server.useUntrustedCertificate();
+    server.respond = [](const LoopbackRequest &) { return LoopbackAnswer{.body = "secret"}; };
+    EXPECT_EQ(outcomeOf({.url = server.url()}),
+              (HttpReply{.error = "The secure connection to the server failed."}));
+    EXPECT_EQ(server.connections, 1);
+    EXPECT_TRUE(server.requests.empty());
+}
+
+TEST_F(QtHttpClientTest, NoServerMeansAnErrorInWords)
+{
+    QUrl nobody = server.url();
+    nobody.setPort(1);
+    EXPECT_EQ(outcomeOf({.url = nobody}).error, "The server could not be reached.");
+    EXPECT_EQ(outcomeOf({.url = QUrl("http://nowhere.invalid/")}).error,
+              "The server nowhere.invalid could not be found.");
+}
+
+TEST_F(QtHttpClientTest, UsesTheDesktopsProxyForOtherMachines)
+{
+    LoopbackServer proxy;
+    proxy.respond = [](const LoopbackRequest &) { return LoopbackAnswer{.body = "by proxy"}; };
+    qputenv("http_proxy", proxy.url().toEncoded());
+    server.answers = {{.body = "directly"}};
+    EXPECT_EQ(outcomeOf({.url = QUrl("http://nowhere.invalid/path")}).body, "by proxy");
+    EXPECT_EQ(proxy.requests.at(0).target, "http://nowhere.invalid/path");
+    EXPECT_EQ(outcomeOf({.url = server.url()}).body, "directly");
+    qunsetenv("http_proxy");
+}
+
+TEST_F(QtHttpClientTest, RequestsEndWithTheirOwnerAndWithTheClientInSilence)
+{
+    server.respond
+        = [](const LoopbackRequest &) { return LoopbackAnswer{.manner = LoopbackManner::hangs}; };
+    int told = 0;
+    const auto count = [&](const HttpReply &) { ++told; };
+    auto owner = std::make_unique<QObject>();
+    client->send({.url = server.url(), .timeout = 10}, owner.get(), count);
+    client->send({.url = QUrl()}, owner.get(), count);
+    client->send({.url = server.url(), .timeout = 10}, nullptr, count);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.requests.size() == 2; }));
+    owner.reset();
+    client.reset();
+    queue.advance(20);
+    QTest::qWait(0);
+    EXPECT_EQ(told, 0);
+}
+
+} // namespace
