@@ -2,6 +2,7 @@
 
 #include "PillBadgeView.h"
 #include "mascot/MiniBotCanvasView.h"
+#include "ui/Bands.h"
 #include "ui/Color.h"
 #include "ui/FocusRing.h"
 #include "ui/Style.h"
@@ -10,6 +11,7 @@
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QPaintEvent>
 
 namespace tirlo {
 
@@ -148,14 +150,32 @@ void AgentPill::hideEvent(QHideEvent *event)
 {
     m_hoverMotion.jumpTo(0);
     showHover(m_context.frames.now());
+    m_picture = {};
     QAbstractButton::hideEvent(event);
 }
 
-void AgentPill::paintEvent(QPaintEvent *)
+void AgentPill::paintEvent(QPaintEvent *event)
 {
+    // The mascot in the pill moves and has the pill painted again and again.
+    const Look look{m_task.color, m_name,  m_task.pillBadge,
+                    scale(),      m_hover, FocusRing::isShown(*this)};
+    const QSize size = this->size() * devicePixelRatioF();
+    if (m_picture.size() != size || look != m_look) {
+        m_look = look;
+        m_picture = QPixmap(size);
+        m_picture.setDevicePixelRatio(devicePixelRatioF());
+        m_picture.fill(Qt::transparent);
+        paintPicture();
+    }
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(m_opacity);
+    drawInBands(painter, event->region(), m_picture);
+}
+
+void AgentPill::paintPicture()
+{
+    QPainter painter(&m_picture);
+    painter.setRenderHint(QPainter::Antialiasing);
     const QPointF centre = capsule().center();
     painter.translate(centre);
     painter.scale(scale(), scale());

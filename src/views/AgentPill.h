@@ -6,6 +6,9 @@
 #include "ui/motion/FrameClock.h"
 
 #include <QAbstractButton>
+#include <QPixmap>
+
+#include <optional>
 
 namespace tirlo {
 
@@ -41,11 +44,25 @@ protected:
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
 
 private:
+    /// All that the picture of the pill depends on beside its size.
+    struct Look
+    {
+        QString color;
+        QString name;
+        std::optional<PillBadge> badge;
+        double scale = 1;
+        double hover = 0;
+        bool hasFocusRing = false;
+
+        bool operator==(const Look &) const = default;
+    };
+
     void makeBot();
     void placeBot();
     void followHover();
     void showHover(double time);
     void dressBot();
+    void paintPicture();
     void drawCapsule(QPainter &painter, const QColor &taskColor) const;
     void drawName(QPainter &painter, const QColor &taskColor) const;
     [[nodiscard]] QRectF capsule() const;
@@ -60,6 +77,9 @@ private:
     /// From 0, at rest, to 1, under the pointer; as of the last frame.
     double m_hover = 0;
     Animated<double> m_hoverMotion;
+    /// The pill without its mascot, in the look it was drawn in; null while it is not on show.
+    QPixmap m_picture;
+    Look m_look;
     FrameClock::Subscription m_frames;
 };
 
