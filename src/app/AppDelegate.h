@@ -6,6 +6,7 @@
 #include "core/Notifications.h"
 #include "core/Paths.h"
 #include "hooks/HookServer.h"
+#include "hooks/installers/HookInstallers.h"
 #include "island/IslandWindowController.h"
 #include "mascot/PooledSoundEngine.h"
 #include "platform/BackgroundWorker.h"
@@ -72,8 +73,9 @@ private:
     Notifications m_notifications;
     PooledSoundEngine m_sounds{m_state, m_audioOutput};
     HookServer m_hookServer;
+    HookInstallers m_hookInstallers{m_paths, m_queue};
     const IslandActions m_islandActions;
-    SettingsOpener m_settingsOpener;
+    SettingsOpener m_settingsOpener{m_hookInstallers, m_paths};
     TrayStatusItem m_statusItem;
     std::optional<IslandWindowController> m_islandController;
 };

@@ -69,8 +69,11 @@ void IslandHeader::layOut(const ViewContext &context)
     auto *tabs = new QHBoxLayout;
     tabs->setSpacing(tabSpacing);
     tabs->addWidget(tab("house-fill", "Home", IslandView::overview));
-    tabs->addWidget(
-        tab("bubble-left-fill", "Chat", IslandView::prompt, context.actions.capturePromptContext));
+    tabs->addWidget(tab("bubble-left-fill", "Chat", IslandView::prompt,
+                        [&state = context.state, &actions = context.actions] {
+                            if (!state.promptContext.value() && actions.capturePromptContext)
+                                actions.capturePromptContext();
+                        }));
     tabs->addWidget(tab("plus", "Drop a file", IslandView::upload));
 
     auto *icons = new QHBoxLayout;

@@ -1,7 +1,7 @@
+#include "kit/Island.h"
 #include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
-#include "kit/Island.h"
 #include "kit/Program.h"
 
 #include <QFile>

@@ -1,6 +1,7 @@
 #include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
+#include "kit/Island.h"
 #include "kit/Program.h"
 
 #include <QMouseEvent>
@@ -57,6 +58,41 @@ TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
     waitUntil([] { return false; }, 200);
     EXPECT_EQ(window.presses, before);
     EXPECT_TRUE(window.isActiveWindow()) << "a click on the island took the keyboard away";
+}
+
+TEST(PanelTest, TheChatTakesTheKeyboardAndTheWindowBeforeGetsItBack)
+{
+    movePointer(640, 700);
+    Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    ASSERT_TRUE(waitForWidth(openWidth));
+    ASSERT_TRUE(waitForWidth(compactWidth, 15000));
+    Underneath window;
+    window.setGeometry(200, 400, 600, 300);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    clickAt(screenMiddle(), 10);
+    ASSERT_TRUE(waitForWidth(openWidth));
+    const auto chat = findNode(program.processId(), "check box", "Chat");
+    ASSERT_TRUE(chat);
+    EXPECT_TRUE(window.isActiveWindow());
+    clickAt(chat->x + chat->width / 2, chat->y + chat->height / 2);
+    EXPECT_TRUE(waitUntil([&] { return !window.isActiveWindow(); }));
+
+    // Its keys are the card's own now: a card of an agent's closes the island instead.
+    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    ASSERT_TRUE(agent.send("Stop"));
+    std::optional<AccessibleNode> dismiss;
+    ASSERT_TRUE(waitUntil([&] {
+        dismiss = findNode(program.processId(), "push button", "Dismiss");
+        return dismiss.has_value();
+    }));
+    ASSERT_TRUE(waitForWidth(openWidth));
+    clickAt(dismiss->x + dismiss->width / 2, dismiss->y + dismiss->height / 2);
+    EXPECT_TRUE(waitForWidth(compactWidth));
+    EXPECT_TRUE(waitUntil([&] { return window.isActiveWindow(); }));
 }
 
 } // namespace

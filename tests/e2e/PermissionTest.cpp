@@ -50,6 +50,11 @@ protected:
         return waitUntil([&] { return shows(text); });
     }
 
+    bool waitForNo(const char *text) const
+    {
+        return waitUntil([&] { return !shows(text); });
+    }
+
     bool waitForButton(const char *name) const
     {
         return waitUntil(
@@ -92,7 +97,7 @@ TEST_F(PermissionTest, AllowLetsTheAgentGoOn)
 
     // Back on the overview, which shows the step before the request.
     EXPECT_TRUE(waitFor("Lit · main.c"));
-    EXPECT_FALSE(shows("needs permission"));
+    EXPECT_TRUE(waitForNo("needs permission"));
     EXPECT_TRUE(program.log().contains("SessionStart lighthouse (session-)"));
     EXPECT_TRUE(program.log().contains("PermissionRequest Bash [integration_claude]"));
 }
@@ -128,6 +133,7 @@ TEST_F(PermissionTest, ARequestAnsweredElsewhereLeavesANoteAndCloses)
     ASSERT_TRUE(waitForButton("Allow"));
     request->kill();
     ASSERT_TRUE(waitFor("Handled in VS Code."));
+    EXPECT_TRUE(waitForNo("needs permission")) << "the card fades and is gone";
     EXPECT_FALSE(findNode(program.processId(), "push button", "Allow"));
     EXPECT_TRUE(waitUntil([&] { return !shows("Handled in VS Code."); }, 6000));
 }

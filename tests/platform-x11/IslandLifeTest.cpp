@@ -124,4 +124,16 @@ TEST_F(IslandLifeTest, APermissionRequestHoldsItOpen)
     EXPECT_EQ(state.mode.value(), IslandMode::expanded);
 }
 
+TEST_F(IslandLifeTest, IsThereOnEveryDesktop)
+{
+    QProcess::execute("xdotool", {"set_num_desktops", "2"});
+    QProcess::execute("xdotool", {"set_desktop", "1"});
+    movePointer(screenMiddle(), 0);
+    pass(0.2);
+    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::petit);
+    clickAt(screenMiddle(), 10);
+    EXPECT_TRUE(comesTo(IslandMode::expanded));
+    QProcess::execute("xdotool", {"set_desktop", "0"});
+}
+
 } // namespace

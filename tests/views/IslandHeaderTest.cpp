@@ -3,7 +3,9 @@
 #include "views/IslandHeader.h"
 #include "views/TabButton.h"
 
+#include <QAccessible>
 #include <QTest>
+#include <QWindow>
 
 namespace tirlo {
 
@@ -70,6 +72,39 @@ TEST_F(IslandHeaderTest, OnlyTheChatNotesWhatTheUserLookedAtAndDoesSoFirst)
     click(QStringLiteral("Chat"));
     EXPECT_EQ(captures, 1);
     EXPECT_EQ(shownAtCapture, IslandView::overview);
+
+    state.promptContext = PromptContext{};
+    click(QStringLiteral("Chat"));
+    EXPECT_EQ(captures, 1) << "what is attached already stays";
+}
+
+TEST_F(IslandHeaderTest, EveryControlHasANameAndARoleAndTheTabKeyFollowsTheEye)
+{
+    setApproval(QStringLiteral("ls"), QStringLiteral("a"));
+    for (const IslandView view : allCases<IslandView>()) {
+        open(view);
+        for (QAbstractButton *control : root->findChildren<QAbstractButton *>()) {
+            if (!control->isVisible())
+                continue;
+            const auto *told = QAccessible::queryAccessibleInterface(control);
+            ASSERT_TRUE(told);
+            EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << rawText(view).toStdString();
+            EXPECT_TRUE(told->role() == QAccessible::Button
+                        || told->role() == QAccessible::CheckBox)
+                << told->role();
+        }
+    }
+
+    open(IslandView::approval);
+    root->activateWindow();
+    button(QStringLiteral("Home"))->setFocus();
+    QStringList order;
+    for (int i = 0; i < 8; ++i) {
+        order.append(root->focusWidget()->accessibleName());
+        QTest::keyClick(root->windowHandle(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(order.join(u' '),
+              QStringLiteral("Home Chat Drop a file Settings Mute Deny Always Allow"));
 }
 
 TEST_F(IslandHeaderTest, SettingsAndSoundButtonsDoWhatTheySay)
