@@ -95,7 +95,7 @@ void AgentPill::setTask(const AgentTask &task)
     if (looksTheSame)
         return;
     m_name = TextLine::displayable(name);
-    setAccessibleName(name);
+    setAccessibleName(name.isEmpty() ? QStringLiteral("Agent") : name);
     setAccessibleDescription(badgeDescription(task.pillBadge));
     update();
 }

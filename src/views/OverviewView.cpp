@@ -21,7 +21,7 @@ constexpr int tickerSpacing = 6;
 /// Room right of the ticker, and right of it and the button.
 constexpr int focusRight = 12;
 constexpr int focusRightWithTarget = 36;
-constexpr int targetSide = 20;
+constexpr int targetSide = 18;
 
 IconButtonStyle targetStyle()
 {

@@ -176,7 +176,7 @@ void TickerView::paintEvent(QPaintEvent *event)
         layer.fillRect(rect(), Qt::transparent);
         layer.setCompositionMode(QPainter::CompositionMode_SourceOver);
         layer.setFont(font());
-        drawRows(layer);
+        drawRows(layer, event->rect());
         layer.setCompositionMode(QPainter::CompositionMode_DestinationIn);
         layer.fillRect(rect(), edges());
     }
@@ -184,21 +184,15 @@ void TickerView::paintEvent(QPaintEvent *event)
     painter.drawImage(QPointF(), m_layer);
 }
 
-void TickerView::drawRows(QPainter &painter) const
+void TickerView::drawRows(QPainter &painter, const QRect &exposed) const
 {
     const auto shimmerTime = m_clock.reducesMotion() ? std::nullopt : std::optional(m_clock.now());
     const QRectF top(0, 0, width(), rowHeight);
     const double elapsed = m_rollStart ? m_clock.now() - *m_rollStart : 0;
-    const double left = leaving.progressAt(elapsed);
     const double rolled = rolling.progressAt(elapsed);
-
-    painter.save();
-    painter.setOpacity(1 - left);
-    painter.translate(0, top.center().y() - (slot + leavingRise) * left);
-    painter.scale(1 - left * leavingShrink, 1 - left * leavingShrink);
-    painter.translate(0, -top.center().y());
-    TickerRowView::draw(painter, top, {.live = {}, .spent = m_rows.spent}, 1, shimmerTime);
-    painter.restore();
+    // The light moves over the live row alone.
+    if (exposed.top() < int(slot))
+        drawLeavingRow(painter, leaving.progressAt(elapsed));
 
     const QString &spent = m_rollStart ? m_incoming.spent : m_rows.live;
     TickerRowView::draw(painter, top.translated(0, slot * (1 - rolled)),
@@ -210,6 +204,20 @@ void TickerView::drawRows(QPainter &painter) const
     TickerRowView::draw(painter, top.translated(0, slot * (2 - rolled)),
                         {.live = m_incoming.live, .spent = {}}, 0, shimmerTime);
     painter.setOpacity(1);
+}
+
+void TickerView::drawLeavingRow(QPainter &painter, double share) const
+{
+    const QRectF top(0, 0, width(), rowHeight);
+    const double middle = top.center().y();
+    const double scale = 1 - share * leavingShrink;
+    painter.save();
+    painter.setOpacity(1 - share);
+    painter.translate(0, middle - (slot + leavingRise) * share);
+    painter.scale(scale, scale);
+    painter.translate(0, -middle);
+    TickerRowView::draw(painter, top, {.live = {}, .spent = m_rows.spent}, 1, std::nullopt);
+    painter.restore();
 }
 
 } // namespace tirlo

@@ -58,7 +58,8 @@ private:
     void runOrRest();
     void frame();
     [[nodiscard]] bool shimmers() const;
-    void drawRows(QPainter &painter) const;
+    void drawRows(QPainter &painter, const QRect &exposed) const;
+    void drawLeavingRow(QPainter &painter, double share) const;
 
     MainQueue &m_queue;
     FrameClock &m_clock;

@@ -107,7 +107,7 @@ TEST(ApplicationsTest, OpeningStartsAProgramOnItsOwnAndLaterShowsIt)
     DesktopApplications applications;
     EXPECT_FALSE(applications.open("com.openai.codex")) << "it isn't installed";
     EXPECT_FALSE(applications.open("com.example.nobody"));
-    ASSERT_TRUE(applications.running().empty());
+    ASSERT_TRUE(waitUntil([&] { return applications.running().empty(); }));
 
     // What a careless parent leaves behind.
     sigset_t blocked;
