@@ -36,7 +36,10 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEv
     setFixedSize(IslandConst::panelWidth, IslandConst::panelHeight);
     setWindowTitle(QStringLiteral("Tirlo"));
 
-    const auto update = [this] { updateInputRegion(); };
+    const auto update = [this] {
+        holdPlace();
+        updateInputRegion();
+    };
     m_observers.follow(m_state.mode, update);
     m_observers.follow(m_state.view, update);
     m_observers.follow(m_state.chatHistory, update);
@@ -48,7 +51,8 @@ void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &
     notchHeight = notch.notchHeight;
     m_screenOrigin = screen.frame.topLeft();
     const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
-    move(int(std::round(left)), int(std::round(screen.frame.top())));
+    m_place = {int(std::round(left)), int(std::round(screen.frame.top()))};
+    move(m_place);
     updateInputRegion();
 }
 
@@ -108,6 +112,15 @@ void IslandPanel::becomeDock()
     setAttribute(Qt::WA_X11NetWmWindowTypeDock);
     if (windowHandle() && windowHandle()->handle())
         m_shape.showOnAllDesktops(*windowHandle());
+}
+
+/// While a busy window manager takes the window into its care it may tell of a place where the
+/// window isn't; asked once more it tells the true one.
+void IslandPanel::holdPlace()
+{
+    QWindow *native = windowHandle();
+    if (native && native->handle() && native->position() != m_place)
+        native->setPosition(m_place);
 }
 
 void IslandPanel::updateInputRegion()

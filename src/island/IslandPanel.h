@@ -58,12 +58,14 @@ protected:
 
 private:
     void becomeDock();
+    void holdPlace();
     void updateInputRegion();
 
     AppState &m_state;
     WindowShape &m_shape;
     const bool m_takesPointerInHitArea;
     QPointF m_screenOrigin;
+    QPoint m_place;
     /// What the region that takes the pointer was made of; an empty outline stands for none.
     IslandShape m_inputShape{.width = 0, .height = 0};
     Observers m_observers;

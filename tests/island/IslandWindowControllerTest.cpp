@@ -24,6 +24,15 @@ TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
     EXPECT_TRUE(state.hasNotch);
 }
 
+TEST_F(IslandWindowControllerTest, PanelGoesBackToItsPlaceWhenTheIslandChanges)
+{
+    show();
+    controller.panel().move(0, 0);
+    controller.expand(IslandView::note);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(controller.panel().pos(), QPoint(360, 0));
+}
+
 TEST_F(IslandWindowControllerTest, NoScreenAtAllEndsTheProcess)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
