@@ -54,6 +54,26 @@ QString Paths::secretsPath() const
     return supportFolder() + QStringLiteral("/secrets.json");
 }
 
+QString Paths::claudeSettingsPath() const
+{
+    return m_home + QStringLiteral("/.claude/settings.json");
+}
+
+QString Paths::geminiSettingsPath() const
+{
+    return m_home + QStringLiteral("/.gemini/settings.json");
+}
+
+QString Paths::antigravityHooksPath() const
+{
+    return m_home + QStringLiteral("/.gemini/config/hooks.json");
+}
+
+QString Paths::codexHooksPath() const
+{
+    return m_home + QStringLiteral("/.codex/hooks.json");
+}
+
 QString Paths::logFolder() const
 {
     return m_home + QStringLiteral("/Library/Logs/Skerry");

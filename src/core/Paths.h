@@ -25,6 +25,14 @@ public:
     [[nodiscard]] QString settingsPath() const;
     /// The secrets, where the desktop has no keyring for them.
     [[nodiscard]] QString secretsPath() const;
+    /// Claude Code's own settings, which name its hooks.
+    [[nodiscard]] QString claudeSettingsPath() const;
+    /// Gemini CLI's own settings, which name its hooks.
+    [[nodiscard]] QString geminiSettingsPath() const;
+    /// Antigravity's file of hooks.
+    [[nodiscard]] QString antigravityHooksPath() const;
+    /// Codex's file of hooks.
+    [[nodiscard]] QString codexHooksPath() const;
     /// Holds all logs; mode 0700, its files 0600.
     [[nodiscard]] QString logFolder() const;
 

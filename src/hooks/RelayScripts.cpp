@@ -1,10 +1,10 @@
 #include "RelayScripts.h"
 
 #include "core/Paths.h"
+#include "platform/FileReplacement.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 // The resources of a static library are only there once asked for, outside any namespace.
 static void requireRelayResource()
@@ -27,16 +27,6 @@ QByteArray resource(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void install(const QString &path, const QByteArray &text)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(executable);
-    file.write(text);
-    file.commit();
-}
-
 } // namespace
 
 QByteArray wrapper()
@@ -53,8 +43,9 @@ void installHookScript(const Paths &paths)
 {
     QDir().mkpath(paths.supportFolder());
     QFile::setPermissions(paths.supportFolder(), ownerAll);
-    install(paths.hookScriptPath(), wrapper());
-    install(paths.relayScriptPath(), relay());
+    // What can't be written leaves the scripts of the start before.
+    static_cast<void>(replaceFile(paths.hookScriptPath(), wrapper(), executable));
+    static_cast<void>(replaceFile(paths.relayScriptPath(), relay(), executable));
 }
 
 } // namespace tirlo::RelayScripts

@@ -106,6 +106,8 @@ void IslandPanel::becomeDock()
     // reaches the desktop only when it is set anew on a native window that exists.
     setAttribute(Qt::WA_X11NetWmWindowTypeDock, false);
     setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    if (windowHandle() && windowHandle()->handle())
+        m_shape.showOnAllDesktops(*windowHandle());
 }
 
 void IslandPanel::updateInputRegion()

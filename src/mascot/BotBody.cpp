@@ -2,6 +2,7 @@
 
 #include "BotEngine.h"
 #include "BotShapes.h"
+#include "ui/ShapeLayers.h"
 
 #include <QLinearGradient>
 #include <QRadialGradient>
@@ -22,16 +23,16 @@ constexpr BotColor slotBottom{0.063, 0.075, 0.102};
 /// A layer fainter than this is not worth its pixels.
 constexpr double faint = 0.01;
 
-void fillGrey(QPainter &painter, const QPainterPath &path, const BotFrame &frame)
+void addGrey(ShapeLayers &layers, const BotFrame &frame)
 {
     QLinearGradient grey(frame.rx * 0.7, frame.ry * -0.85, frame.rx * -0.8, frame.ry * 0.9);
     grey.setColorAt(0, PebboConst::baseTop.paint());
     grey.setColorAt(1, PebboConst::baseBottom.paint());
-    painter.fillPath(path, grey);
+    layers.add(grey);
 }
 
 /// The state's colour rises from below.
-void fillTint(QPainter &painter, const QPainterPath &path, const BotEngine &engine, double ry)
+void addTint(ShapeLayers &layers, const BotEngine &engine, double ry)
 {
     const double strength = engine.tint * (1 - engine.morph);
     if (strength <= faint)
@@ -40,28 +41,25 @@ void fillTint(QPainter &painter, const QPainterPath &path, const BotEngine &engi
     QLinearGradient tint(0, ry, 0, -ry);
     tint.setColorAt(0, color.paint(strength * 0.72));
     tint.setColorAt(1, color.paint(0));
-    painter.fillPath(path, tint);
+    layers.add(tint);
 }
 
-void fillRimShade(QPainter &painter, const QPainterPath &path, double R)
+void addRimShade(ShapeLayers &layers, double R)
 {
     // From radius 0.15 R to 1.25 R, clear over the first 0.6 of the way.
     QRadialGradient shade(QPointF(), R * 1.25);
     shade.setColorAt((0.15 + 0.6 * 1.1) / 1.25, black.paint(0));
     shade.setColorAt(1, black.paint(0.2));
-    painter.fillPath(path, shade);
+    layers.add(shade);
 }
 
-void fillHighlight(QPainter &painter, const BotFrame &frame)
+void addHighlight(ShapeLayers &layers, const BotFrame &frame)
 {
-    // The spot lies inside the body in every form, so there is no need to fill all of the path.
     const QPointF center(frame.rx * 0.34, frame.ry * -0.46);
-    const double radius = frame.R * 0.42;
-    QRadialGradient spot(center, radius);
+    QRadialGradient spot(center, frame.R * 0.42);
     spot.setColorAt(0, white.paint(0.55));
     spot.setColorAt(1, white.paint(0));
-    painter.fillRect(QRectF(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius),
-                     spot);
+    layers.add(spot);
 }
 
 QPen roundPen(double opacity)
@@ -78,15 +76,16 @@ void drawBody(QPainter &painter, const BotEngine &engine, const QPainterPath &pa
         painter.fillPath(path, engine.bodyColor->paint());
         return;
     }
-    fillGrey(painter, path, frame);
-    fillTint(painter, path, engine, frame.ry);
-    drawShading(painter, path, frame);
+    ShapeLayers layers(painter, path);
+    addGrey(layers, frame);
+    addTint(layers, engine, frame.ry);
+    addShading(layers, frame);
 }
 
-void drawShading(QPainter &painter, const QPainterPath &path, const BotFrame &frame)
+void addShading(ShapeLayers &layers, const BotFrame &frame)
 {
-    fillRimShade(painter, path, frame.R);
-    fillHighlight(painter, frame);
+    addRimShade(layers, frame.R);
+    addHighlight(layers, frame);
 }
 
 void drawCheeks(QPainter &painter, const BotEngine &engine, const BotFrame &frame)

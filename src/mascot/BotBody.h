@@ -6,6 +6,7 @@
 namespace tirlo {
 
 class BotEngine;
+class ShapeLayers;
 struct BotFrame;
 
 // The painter's origin is the body's centre.
@@ -15,7 +16,7 @@ void drawBody(QPainter &painter, const BotEngine &engine, const QPainterPath &pa
               const BotFrame &frame);
 
 /// Rounds a filled body off: a shaded rim and a highlight.
-void drawShading(QPainter &painter, const QPainterPath &path, const BotFrame &frame);
+void addShading(ShapeLayers &layers, const BotFrame &frame);
 
 /// Draws the blush, which slides with the head; the painter is clipped to the body.
 void drawCheeks(QPainter &painter, const BotEngine &engine, const BotFrame &frame);

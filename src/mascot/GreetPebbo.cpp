@@ -8,6 +8,7 @@
 #include "GreetHands.h"
 #include "GreetPose.h"
 #include "PainterScope.h"
+#include "ui/ShapeLayers.h"
 
 #include <QLinearGradient>
 #include <QRadialGradient>
@@ -83,13 +84,13 @@ void drawGlows(QPainter &painter, const GreetPose &pose, double hw)
     drawGlow(painter, at, 4.2 * hw, farGlow, farGlowOpacity * pose.flash1 * lit);
 }
 
-void fillBody(QPainter &painter, const QPainterPath &path, double hw, double hh,
-              const BotColor &lit, const BotColor &shaded, double opacity)
+void addLight(ShapeLayers &layers, double hw, double hh, const BotColor &lit,
+              const BotColor &shaded, double opacity)
 {
     QLinearGradient light(0.6 * hw, -hh, -0.6 * hw, hh);
     light.setColorAt(0, lit.paint(opacity));
     light.setColorAt(1, shaded.paint(opacity));
-    painter.fillPath(path, light);
+    layers.add(light);
 }
 
 /// In the spotlight the body is brighter; it takes on its everyday look while the scene fades.
@@ -97,15 +98,16 @@ void drawGreetBody(QPainter &painter, const QPainterPath &path, double hw, doubl
                    const GreetPose &pose, const GreetCast &cast)
 {
     const BotFrame frame{.R = hw / engineWidth, .rx = hw, .ry = hh};
-    fillBody(painter, path, hw, hh, PebboConst::baseTop.lightened(0.8),
+    ShapeLayers layers(painter, path);
+    addLight(layers, hw, hh, PebboConst::baseTop.lightened(0.8),
              PebboConst::baseBottom.lightened(0.3), 1);
-    drawShading(painter, path, frame);
+    addShading(layers, frame);
     if (pose.fold <= 0)
         return;
-    fillBody(painter, path, hw, hh, cast.body.value_or(PebboConst::baseTop),
+    addLight(layers, hw, hh, cast.body.value_or(PebboConst::baseTop),
              cast.body.value_or(PebboConst::baseBottom), pose.fold);
     if (!cast.body)
-        drawShading(painter, path, frame);
+        addShading(layers, frame);
 }
 
 void drawEye(QPainter &painter, const GreetPose &pose)

@@ -6,7 +6,7 @@ class QWindow;
 
 namespace tirlo {
 
-/// Says which part of a window takes the pointer.
+/// Says which part of a window takes the pointer, and where the desktop is to show it.
 ///
 /// What it draws stays as it is; but on a desktop that can't blend windows only that part is shown.
 ///
@@ -18,6 +18,9 @@ public:
 
     /// Limits the pointer to the region; clicks elsewhere reach the window beneath.
     virtual void setInputRegion(QWindow &window, const QRegion &region) = 0;
+
+    /// Keeps the window, which has a native one and isn't shown yet, on every virtual desktop.
+    virtual void showOnAllDesktops(QWindow &window) = 0;
 };
 
 } // namespace tirlo

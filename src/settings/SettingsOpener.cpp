@@ -4,20 +4,35 @@
 
 namespace tirlo {
 
+SettingsOpener::SettingsOpener(HookInstallers &hooks, const Paths &paths)
+    : m_hooks(hooks)
+    , m_paths(paths)
+{
+}
+
 void SettingsOpener::open(const std::optional<ScreenInfo> &screen)
 {
-    if (!m_window || !m_window->isVisible() || m_window->isMinimized())
-        m_window = std::make_unique<SettingsWindow>();
-    if (screen) {
-        const QRectF place
-            = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumHeight());
-        // The frame with its title bar is what stands there.
-        m_window->move(place.topLeft().toPoint());
-        m_window->resize(place.size().toSize() - (m_window->frameSize() - m_window->size()));
+    if (!m_window || !m_window->isVisible() || m_window->isMinimized()) {
+        m_window = std::make_unique<SettingsWindow>(m_hooks, m_paths);
+        // The title bar counts too, and is not there before.
+        QObject::connect(m_window.get(), &SettingsWindow::appeared, m_window.get(),
+                         [this, screen] { place(screen); });
     }
+    place(screen);
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
+}
+
+void SettingsOpener::place(const std::optional<ScreenInfo> &screen)
+{
+    if (!screen)
+        return;
+    const QRectF place
+        = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumHeight());
+    // The frame with its title bar is what stands there.
+    m_window->move(place.topLeft().toPoint());
+    m_window->resize(place.size().toSize() - (m_window->frameSize() - m_window->size()));
 }
 
 } // namespace tirlo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SettingsWindow.h"
+#include "core/Paths.h"
 
 #include <memory>
 #include <optional>
@@ -13,6 +14,9 @@ struct ScreenInfo;
 class SettingsOpener
 {
 public:
+    /// The installers outlive the opener and its window.
+    SettingsOpener(HookInstallers &hooks, const Paths &paths);
+
     /// Shows the window below the island on this screen, else in the desktop's choice of place.
     void open(const std::optional<ScreenInfo> &screen);
 
@@ -20,6 +24,10 @@ public:
     [[nodiscard]] SettingsWindow *window() const { return m_window.get(); }
 
 private:
+    void place(const std::optional<ScreenInfo> &screen);
+
+    HookInstallers &m_hooks;
+    const Paths m_paths;
     std::unique_ptr<SettingsWindow> m_window;
 };
 

@@ -1,5 +1,10 @@
 #include "SettingsWindow.h"
 
+#include "SettingsView.h"
+
+#include <QEvent>
+#include <QVBoxLayout>
+
 namespace tirlo {
 
 namespace {
@@ -9,12 +14,24 @@ constexpr QSize minimumContentSize(420, 320);
 
 } // namespace
 
-SettingsWindow::SettingsWindow(QWidget *parent)
+SettingsWindow::SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     setWindowTitle(tr("Settings — Tirlo"));
     resize(initialSize);
     setMinimumSize(minimumContentSize);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(new SettingsView(hooks, paths));
+}
+
+void SettingsWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || m_hasAppeared || !isActiveWindow())
+        return;
+    m_hasAppeared = true;
+    Q_EMIT appeared();
 }
 
 } // namespace tirlo

@@ -1,9 +1,11 @@
 #include "CardBackground.h"
 
+#include "Bands.h"
 #include "Color.h"
 #include "Style.h"
 
 #include <QPainter>
+#include <QPaintEvent>
 #include <QRadialGradient>
 
 namespace tirlo {
@@ -55,9 +57,29 @@ CardBackground::CardBackground(std::optional<Wash> wash, QWidget *parent)
 {
 }
 
-void CardBackground::paintEvent(QPaintEvent *)
+void CardBackground::paintEvent(QPaintEvent *event)
 {
+    // What moves on the card has it painted again and again.
+    const double ratio = devicePixelRatioF();
+    if (m_picture.size() != size() * ratio) {
+        m_picture = QPixmap(size() * ratio);
+        m_picture.setDevicePixelRatio(ratio);
+        m_picture.fill(Qt::transparent);
+        paintPicture();
+    }
     QPainter painter(this);
+    drawInBands(painter, event->region(), m_picture);
+}
+
+void CardBackground::hideEvent(QHideEvent *event)
+{
+    m_picture = {};
+    QWidget::hideEvent(event);
+}
+
+void CardBackground::paintPicture()
+{
+    QPainter painter(&m_picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Style::card);

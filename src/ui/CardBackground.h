@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include <optional>
@@ -19,9 +20,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
+    void paintPicture();
+
     std::optional<Wash> m_wash;
+    /// The surface as it is drawn; null while the card is not on show.
+    QPixmap m_picture;
 };
 
 } // namespace tirlo

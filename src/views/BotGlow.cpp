@@ -1,5 +1,6 @@
 #include "BotGlow.h"
 
+#include "ui/Bands.h"
 #include "ui/Color.h"
 
 #include <QPainter>
@@ -86,9 +87,8 @@ void BotGlow::paint(QPainter &painter, QPointF centre, double diameter, double t
         const double light = 0.5 + 0.5 * std::cos(std::numbers::pi * share);
         gradient.setColorAt(share * clearStop, withOpacity(color, color.alphaF() * light));
     }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient);
-    painter.drawEllipse(centre, radius, radius);
+    const QRectF room(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius);
+    fillInBands(painter, room.toAlignedRect(), gradient);
 }
 
 double BotGlow::reach(double diameter)

@@ -7,6 +7,7 @@ namespace tirlo {
 class AppState;
 class Applications;
 class FrameClock;
+class KeychainStore;
 class MainQueue;
 class Notifications;
 class Screens;
@@ -22,6 +23,7 @@ struct ViewContext
     FrameClock &frames;
     const Screens &screens;
     Applications &applications;
+    KeychainStore &keychain;
     const IslandActions &actions;
 };
 

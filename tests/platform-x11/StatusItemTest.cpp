@@ -1,11 +1,9 @@
-#include "TrayHost.h"
-
 #include "e2e/kit/Desktop.h"
+#include "e2e/kit/TrayHost.h"
+#include "e2e/kit/TrayItem.h"
 #include "platform/linux/TrayStatusItem.h"
 
 #include <QDBusArgument>
-#include <QDBusMessage>
-#include <QDBusPendingCall>
 #include <QIcon>
 #include <QPixmap>
 
@@ -15,24 +13,6 @@ using namespace tirlo;
 using namespace tirlo::e2e;
 
 namespace {
-
-/// One row of a menu as the tray gets it.
-struct TrayRow
-{
-    int id = 0;
-    QVariantMap properties;
-};
-
-/// Asks the item's program, which is this one, and lets it answer.
-QVariantList ask(const QDBusConnection &bus, const QString &service, const QString &path,
-                 const QString &interface, const QString &method, const QVariantList &arguments)
-{
-    auto message = QDBusMessage::createMethodCall(service, path, interface, method);
-    message.setArguments(arguments);
-    const QDBusPendingCall call = bus.asyncCall(message);
-    waitUntil([&] { return call.isFinished(); });
-    return call.reply().arguments();
-}
 
 QString toolTipOf(const QDBusArgument &toolTip)
 {
@@ -46,34 +26,9 @@ QString toolTipOf(const QDBusArgument &toolTip)
     return title;
 }
 
-QList<TrayRow> rowsOf(const QVariantList &layout)
-{
-    QList<TrayRow> rows;
-    const auto root = layout.value(1).value<QDBusArgument>();
-    int rootId = 0;
-    QVariantMap rootProperties;
-    root.beginStructure();
-    root >> rootId >> rootProperties;
-    root.beginArray();
-    while (!root.atEnd()) {
-        QDBusVariant child;
-        root >> child;
-        const auto argument = child.variant().value<QDBusArgument>();
-        TrayRow row;
-        QVariantList subMenu;
-        argument.beginStructure();
-        argument >> row.id >> row.properties >> subMenu;
-        argument.endStructure();
-        rows.append(row);
-    }
-    root.endArray();
-    root.endStructure();
-    return rows;
-}
-
 TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
 {
-    const x11test::TrayHost host;
+    const TrayHost host;
     ASSERT_TRUE(host.isReady());
 
     QPixmap picture(24, 18);
@@ -88,17 +43,12 @@ TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
                {"Quit", "Ctrl+Q", [&] { chosen = "quit"; }}});
     ASSERT_TRUE(waitUntil([&] { return host.items().size() == 1; }));
 
-    const QString service = host.items().first();
-    const QVariantList reply
-        = ask(host.bus(), service, "/StatusNotifierItem", "org.freedesktop.DBus.Properties",
-              "GetAll", {"org.kde.StatusNotifierItem"});
-    const auto properties = qdbus_cast<QVariantMap>(reply.value(0));
-    const QString menu = properties.value("Menu").value<QDBusObjectPath>().path();
+    const TrayItem trayItem(host, host.items().first());
+    const QVariantMap properties = trayItem.properties();
     EXPECT_EQ(toolTipOf(properties.value("ToolTip").value<QDBusArgument>()), "Tirlo");
     EXPECT_TRUE(properties.contains("IconPixmap"));
 
-    const auto rows = rowsOf(ask(host.bus(), service, menu, "com.canonical.dbusmenu", "GetLayout",
-                                 {0, -1, QStringList()}));
+    const QList<TrayRow> rows = trayItem.menu();
     QStringList titles;
     for (const TrayRow &row : rows)
         titles << row.properties.value("label", row.properties.value("type")).toString();
@@ -106,8 +56,7 @@ TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
     EXPECT_TRUE(rows[4].properties.contains("shortcut"));
     EXPECT_FALSE(rows[0].properties.contains("shortcut"));
 
-    ask(host.bus(), service, menu, "com.canonical.dbusmenu", "Event",
-        {rows[2].id, "clicked", QVariant::fromValue(QDBusVariant("")), 0U});
+    trayItem.choose(rows[2]);
     EXPECT_TRUE(waitUntil([&] { return chosen == "settings"; })) << chosen.toStdString();
 }
 

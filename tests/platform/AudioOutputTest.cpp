@@ -14,6 +14,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <malloc.h>
 #include <numbers>
 #include <string>
 #include <thread>
@@ -124,6 +125,21 @@ TEST_F(AudioOutputTest, WhileNothingSoundsNoThreadWakes)
 
         voices[0]->play();
         ASSERT_TRUE(fallsSilent(*voices[0]));
+    }
+}
+
+TEST_F(AudioOutputTest, ALongSilenceClosesTheDeviceAndTheNextSoundOpensIt)
+{
+    AlAudioOutput output(queue, std::chrono::milliseconds(50));
+    const auto voices = output.makeVoices(tone(0.1), 1);
+    const auto used = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
+    const auto closed = used();
+    constexpr std::size_t deviceMemory = 4 << 20;
+    for (const char *when : {"first", "again"}) {
+        voices[0]->play();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return used() > closed + deviceMemory; })) << when;
+        ASSERT_TRUE(fallsSilent(*voices[0])) << when;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return used() < closed + deviceMemory; })) << when;
     }
 }
 

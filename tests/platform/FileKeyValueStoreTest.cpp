@@ -1,5 +1,6 @@
 #include "platform/linux/FileKeyValueStore.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/ManualQueue.h"
 
 #include <QDir>
@@ -115,6 +116,19 @@ TEST_F(FileKeyValueStoreTest, WhatCannotBeReadIsLeftAlone)
     EXPECT_EQ(
         QDir(folder.filePath("support")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
         1);
+}
+
+TEST_F(FileKeyValueStoreTest, AFullDiskLeavesTheOldValuesAndTheNextChangeTakesAllAlong)
+{
+    auto store = open();
+    store.setValue("flag", true);
+    {
+        const FileSizeLimit full(30);
+        store.setValue("text", QString(1000, QChar('x')));
+    }
+    EXPECT_EQ(open().boolean("flag"), true);
+    store.setValue("other", true);
+    EXPECT_TRUE(open().value("text"));
 }
 
 TEST_F(FileKeyValueStoreTest, ForeignMembersSurviveAndHarmNothing)

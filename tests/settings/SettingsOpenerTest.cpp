@@ -1,9 +1,12 @@
 #include "settings/SettingsOpener.h"
 #include "settings/SettingsPlacement.h"
 
+#include "hooks/installers/HookInstallers.h"
 #include "platform/Screens.h"
+#include "support/ManualQueue.h"
 
 #include <QPointer>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -47,7 +50,11 @@ TEST(SettingsPlacementTest, StandsBelowTheIslandAndShrinksToFit)
 TEST(SettingsOpenerTest, AVisibleWindowIsReusedAndAClosedOneReplaced)
 {
     const auto screen = screenOf({0, 0, 1920, 1200}, 24);
-    SettingsOpener opener;
+    const QTemporaryDir home;
+    const Paths paths(home.path());
+    const ManualQueue queue;
+    HookInstallers hooks(paths, queue);
+    SettingsOpener opener(hooks, paths);
     opener.open(screen);
     QPointer<SettingsWindow> first(opener.window());
     ASSERT_TRUE(first);

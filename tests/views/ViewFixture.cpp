@@ -11,7 +11,7 @@ namespace tirlo {
 
 ViewFixture::ViewFixture()
     : root(std::make_unique<IslandRootView>(
-        ViewContext{state, notifications, sounds, queue, frames, screens, applications, actions}))
+        ViewContext{state, notifications, sounds, queue, frames, screens, applications, keychain, actions}))
 {
     root->setAttribute(Qt::WA_TranslucentBackground);
     root->resize(IslandConst::panelWidth, IslandConst::panelHeight);

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "core/AppState.h"
+#include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
+#include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
 #include "support/RecordingSoundEngine.h"
 #include "ui/motion/FrameClock.h"
@@ -64,6 +66,8 @@ protected:
     FrameClock frames{queue, driver};
     FakeScreens screens;
     FakeApplications applications;
+    MemorySecretStore secrets;
+    KeychainStore keychain{secrets};
     QStringList decisions;
     const IslandActions actions{[this](const QString &decision) { decisions.append(decision); }};
     std::unique_ptr<IslandRootView> root;

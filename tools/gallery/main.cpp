@@ -3,6 +3,7 @@
 #include "Sheet.h"
 
 #include "core/AppState.h"
+#include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "island/IslandConst.h"
 #include "mascot/SoundEngine.h"
@@ -10,6 +11,7 @@
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
+#include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
 #include "ui/motion/FrameClock.h"
 #include "views/IslandRootView.h"
@@ -32,9 +34,9 @@ public:
     explicit Stage(const Scene &scene)
     {
         scene.arrange(state);
-        m_root = std::make_unique<IslandRootView>(ViewContext{state, m_notifications, m_sounds,
-                                                              m_queue, m_frames, m_screens,
-                                                              m_applications, m_actions});
+        m_root = std::make_unique<IslandRootView>(
+            ViewContext{state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
+                        m_applications, m_keychain, m_actions});
         m_root->setAttribute(Qt::WA_TranslucentBackground);
         m_root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
         m_root->show();
@@ -56,6 +58,8 @@ private:
     FrameClock m_frames{m_queue, m_driver};
     const FakeScreens m_screens;
     FakeApplications m_applications;
+    MemorySecretStore m_secrets;
+    KeychainStore m_keychain{m_secrets};
     MemoryStore m_settings;
     Notifications m_notifications;
     SilentSoundEngine m_sounds;

@@ -5,13 +5,14 @@
 #include "platform/MainQueue.h"
 
 #include <atomic>
-#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <limits>
 #include <mutex>
 #include <thread>
 #include <utility>
+
+#include <malloc.h>
 
 namespace tirlo {
 
@@ -47,8 +48,9 @@ using VoicePointer = std::shared_ptr<VoiceState>;
 class AlAudioOutput::Player
 {
 public:
-    Player()
-        : m_thread([this] { run(); })
+    explicit Player(std::chrono::milliseconds closeDelay)
+        : m_closeDelay(closeDelay)
+        , m_thread([this] { run(); })
     {
     }
 
@@ -100,22 +102,27 @@ private:
 
     void run()
     {
-        m_device = AlDevice::open();
         while (!m_isDone) {
-            for (const auto &work : takeWork())
+            const auto works = takeWork();
+            if (works.empty() && m_looksLeft == 0)
+                closeDevice();
+            for (const auto &work : works)
                 work();
             dropEnded();
         }
         m_device.reset();
     }
 
-    /// Sleeps until there is work or, while the device runs, until it is time to look at it.
+    /// Sleeps until there is work or, while the device is open, until it is time to look at it or
+    /// to close it.
     std::vector<std::function<void()>> takeWork()
     {
         std::unique_lock guard(m_lock);
         const auto hasWork = [this] { return !m_work.empty(); };
         if (m_looksLeft > 0)
             m_wake.wait_for(guard, lookPeriod, hasWork);
+        else if (m_device)
+            m_wake.wait_for(guard, m_closeDelay, hasWork);
         else
             m_wake.wait(guard, hasWork);
         return std::exchange(m_work, {});
@@ -147,12 +154,13 @@ private:
                 return true;
             closeDevice();
         }
-        if (now - m_lastSearch < searchPeriod)
+        if (now - m_lastFailure < searchPeriod)
             return false;
-        m_lastSearch = now;
         m_device = AlDevice::open();
         if (m_device)
             m_device->resume();
+        else
+            m_lastFailure = now;
         return m_device != nullptr;
     }
 
@@ -163,6 +171,7 @@ private:
         m_sounding.clear();
         m_looksLeft = 0;
         m_device.reset();
+        malloc_trim(0);
     }
 
     void dropEnded()
@@ -181,10 +190,11 @@ private:
             m_device->pause();
     }
 
+    const std::chrono::milliseconds m_closeDelay;
     std::unique_ptr<AlDevice> m_device;
     std::vector<Sounding> m_sounding;
     int m_looksLeft = 0;
-    double m_lastSearch = -std::numeric_limits<double>::infinity();
+    double m_lastFailure = -std::numeric_limits<double>::infinity();
     bool m_isDone = false;
 
     std::mutex m_lock;
@@ -216,8 +226,9 @@ private:
     const VoicePointer m_state;
 };
 
-AlAudioOutput::AlAudioOutput(const MainQueue &clock)
+AlAudioOutput::AlAudioOutput(const MainQueue &clock, std::chrono::milliseconds closeDelay)
     : m_clock(clock)
+    , m_closeDelay(closeDelay)
 {
 }
 
@@ -230,7 +241,7 @@ std::vector<std::unique_ptr<AudioVoice>> AlAudioOutput::makeVoices(const QByteAr
     if (!decoded)
         return {};
     if (!m_player)
-        m_player = std::make_unique<Player>();
+        m_player = std::make_unique<Player>(m_closeDelay);
     const auto clip = std::make_shared<const AudioClip>(std::move(*decoded));
     std::vector<std::unique_ptr<AudioVoice>> voices;
     for (int i = 0; i < count; ++i)

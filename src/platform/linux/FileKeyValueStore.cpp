@@ -1,12 +1,12 @@
 #include "FileKeyValueStore.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/MainQueue.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 #include <utility>
 
@@ -100,12 +100,9 @@ void FileKeyValueStore::save() const
     if (!m_mayWrite)
         return;
     QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.write(QJsonDocument(m_values).toJson());
-    file.commit();
+    // What can't be written now is written along with the next change.
+    static_cast<void>(replaceFile(m_path, QJsonDocument(m_values).toJson(),
+                                  QFileDevice::ReadOwner | QFileDevice::WriteOwner));
 }
 
 } // namespace tirlo

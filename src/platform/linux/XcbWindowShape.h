@@ -21,6 +21,7 @@ public:
     XcbWindowShape();
 
     void setInputRegion(QWindow &window, const QRegion &region) override;
+    void showOnAllDesktops(QWindow &window) override;
 
 private:
     struct Shaped

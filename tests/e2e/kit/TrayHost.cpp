@@ -2,7 +2,7 @@
 
 #include <QDBusMessage>
 
-namespace tirlo::x11test {
+namespace tirlo::e2e {
 
 TrayHost::TrayHost()
     : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "tray-host"))
@@ -34,4 +34,4 @@ void TrayHost::RegisterStatusNotifierItem(const QString &service)
     m_items.append(service);
 }
 
-} // namespace tirlo::x11test
+} // namespace tirlo::e2e

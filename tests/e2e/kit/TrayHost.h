@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <QThread>
 
-namespace tirlo::x11test {
+namespace tirlo::e2e {
 
 /// A desktop's tray as programs see it on the session bus: it takes note of what registers there.
 ///
@@ -42,4 +42,4 @@ private:
     QStringList m_items;
 };
 
-} // namespace tirlo::x11test
+} // namespace tirlo::e2e

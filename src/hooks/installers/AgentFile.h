@@ -1,0 +1,53 @@
+#pragma once
+
+#include "JsonNode.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace tirlo {
+
+class Paths;
+
+/// An agent's settings file, which is the user's: read with care, and never left half written.
+///
+/// Where a link stands in its place, the link stays and what it points at is read and written.
+class AgentFile
+{
+public:
+    /// The file at this path under the home directory of `paths`.
+    AgentFile(const Paths &paths, const QString &path);
+
+    /// The path as the user writes it, such as "~/.codex/hooks.json".
+    [[nodiscard]] QString label() const { return m_label; }
+
+    /// True when something stands at the path; a link into nowhere counts as nothing.
+    [[nodiscard]] bool exists() const;
+
+    /// All bytes; none when there is no file to read.
+    [[nodiscard]] std::optional<QByteArray> read() const;
+
+    /// The JSON object in the file; none when there is no such thing, for whatever reason.
+    [[nodiscard]] std::optional<JsonObject> readLeniently() const;
+
+    /// The JSON object in the file, and all bytes by the way: both empty when there is no file.
+    ///
+    /// Throws a HookError when there is one that can't be read or holds anything else.
+    [[nodiscard]] JsonObject strictReadJSONObject(QByteArray &bytes) const;
+
+    /// Copies the file to "<its name>.bak-<stamp>" beside it; throws a HookError when it can't,
+    /// which includes that there is such a backup already.
+    void backUp(const QString &stamp) const;
+
+    /// Replaces the whole content at once, keeping the mode, and makes the folder if need be;
+    /// throws a HookError, with the file as it was, when it can't.
+    void write(const QByteArray &bytes) const;
+
+private:
+    QString m_path;
+    QString m_label;
+};
+
+} // namespace tirlo

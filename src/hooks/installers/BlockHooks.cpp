@@ -1,0 +1,42 @@
+#include "BlockHooks.h"
+
+#include "core/Paths.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tirlo {
+
+namespace {
+
+const QString blockKey = u"tirlo"_s;
+
+} // namespace
+
+BlockHooks::BlockHooks(const Paths &paths, const MainQueue &clock)
+    : GuardedHooks(u"Antigravity"_s, AgentFile(paths, paths.antigravityHooksPath()),
+                   HookTables::antigravity(paths), clock)
+{
+}
+
+JsonObject BlockHooks::withHooks(JsonObject settings) const
+{
+    JsonObject block;
+    for (const HookGroup &ours : groups())
+        block.insert(ours.key, arrayOf({ours.group}));
+    settings.insert(blockKey, {block});
+    return settings;
+}
+
+JsonObject BlockHooks::withoutHooks(JsonObject settings) const
+{
+    settings.remove(blockKey);
+    return settings;
+}
+
+bool BlockHooks::holdsHooks(const JsonObject &settings) const
+{
+    const JsonNode *block = member(settings, blockKey);
+    return block && writeJson(*block, JsonSlashes::plain).contains("qv-hook");
+}
+
+} // namespace tirlo

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "GuardedHooks.h"
+
+namespace tirlo {
+
+/// The installer for Antigravity, in whose file all that is ours stands in one block of its own.
+class BlockHooks final : public GuardedHooks
+{
+public:
+    BlockHooks(const Paths &paths, const MainQueue &clock);
+
+protected:
+    [[nodiscard]] JsonObject withHooks(JsonObject settings) const override;
+    [[nodiscard]] JsonObject withoutHooks(JsonObject settings) const override;
+    [[nodiscard]] bool holdsHooks(const JsonObject &settings) const override;
+};
+
+} // namespace tirlo

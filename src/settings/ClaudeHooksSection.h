@@ -1,0 +1,31 @@
+#pragma once
+
+#include "HookSection.h"
+
+namespace tirlo {
+
+class ClaudeHooks;
+
+/// The section of Claude Code, which also says when an installed hook is outdated.
+class ClaudeHooksSection final : public HookSection
+{
+    Q_OBJECT
+
+public:
+    /// The installer outlives the section; `hookScriptPath` is shown.
+    ClaudeHooksSection(ClaudeHooks &installer, const QString &hookScriptPath);
+
+    void refresh() override;
+
+private:
+    void installHooks();
+    void confirmInstall();
+    void uninstallHooks();
+    void cancel();
+    void setHookNeedsUpdate(bool needsUpdate);
+
+    ClaudeHooks &m_installer;
+    QWidget *const m_outdated;
+};
+
+} // namespace tirlo

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "core/Paths.h"
+#include "hooks/installers/HookError.h"
+#include "hooks/installers/HookInstallers.h"
+#include "support/ManualQueue.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace tirlo {
+
+using namespace Qt::StringLiterals;
+
+inline QJsonValue json(const QByteArray &text)
+{
+    return QJsonDocument::fromJson(text).object();
+}
+
+/// What a failing operation tells the user; "" when it does not fail.
+template<typename Operation>
+std::string messageOf(Operation operation)
+{
+    try {
+        operation();
+    } catch (const HookError &error) {
+        return error.message().toStdString();
+    }
+    return {};
+}
+
+/// The installers in a home of their own, whose name gives shells and patterns something to chew.
+struct InstallerFixture : testing::Test
+{
+    static void put(const QString &path, const QByteArray &bytes)
+    {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+        file.write(bytes);
+    }
+
+    static QByteArray bytesOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+
+    /// The names of all that lies beside the file.
+    static QStringList besides(const QString &path)
+    {
+        const QFileInfo file(path);
+        QStringList names = file.dir().entryList(QDir::AllEntries | QDir::System | QDir::Hidden
+                                                 | QDir::NoDotAndDotDot);
+        names.removeAll(file.fileName());
+        return names;
+    }
+
+    QTemporaryDir home{QDir::tempPath() + uR"(/tirlo it's "my" $HOME `ü` \ XXXXXX)"_s};
+    Paths paths{home.path()};
+    ManualQueue queue;
+    HookInstallers installers{paths, queue};
+};
+
+} // namespace tirlo
