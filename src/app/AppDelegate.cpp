@@ -13,9 +13,9 @@ namespace tirlo {
 
 namespace {
 
-/// Seconds from the start to the loading of the sounds: behind the first frames, before the first
-/// sound of the greeting.
-constexpr double soundDelay = 0.3;
+/// Seconds from the start to the loading of the sounds and the keys: behind the first frames, before
+/// the first sound of the greeting and the first use of a key.
+constexpr double loadingDelay = 0.3;
 
 } // namespace
 
@@ -30,8 +30,8 @@ AppDelegate::AppDelegate(const Paths &paths)
 
 AppDelegate::~AppDelegate()
 {
-    // The loading of the keys may still wait for the user to unlock the keyring.
-    m_keyring.stopAsking();
+    // Whoever still waits for the keyring to be unlocked waits no longer.
+    m_keychain.stopAsking();
 }
 
 bool AppDelegate::applicationDidFinishLaunching()
@@ -40,10 +40,13 @@ bool AppDelegate::applicationDidFinishLaunching()
         qCritical("Tirlo needs a screen and found none.");
         return false;
     }
-    m_keychainLoader.post([this] { m_keychain.load(); });
     setupMenuBarItem();
     setupIsland();
-    m_queue.after(soundDelay, &m_notifications, [this] { m_sounds.preload(); });
+    m_queue.after(loadingDelay, &m_notifications, [this] {
+        m_sounds.preload();
+        // The keyring may be slow, and may have to wait for the user.
+        m_keychainLoading.post([this] { m_keychainStore.load(); });
+    });
     return true;
 }
 
@@ -70,7 +73,7 @@ void AppDelegate::setupIsland()
                                m_state, m_notifications, m_sounds, m_queue);
     m_islandController->setContent(
         new IslandRootView({m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
-                            m_applications, m_keychain, m_islandActions}));
+                            m_applications, m_keychainStore, m_islandActions}));
     m_islandController->showWindow();
     m_islandController->fsm().beginGreeting();
     m_hookServer.start();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "chat/ClaudeService.h"
+#include "chat/ModelCatalogues.h"
 #include "core/AppLog.h"
 #include "core/AppState.h"
 #include "core/KeychainStore.h"
@@ -14,6 +16,7 @@
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/Keychain.h"
+#include "platform/linux/QtHttpClient.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/QtScreens.h"
@@ -54,6 +57,8 @@ private:
     QtMainQueue m_queue;
     const AppLog m_log{m_paths, m_queue};
     FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};
+    Keychain m_keychain{m_paths.secretsPath()};
+    QtHttpClient m_http{m_queue};
     QtScreens m_screens;
     XcbWindowShape m_windowShape;
     QtPointer m_pointer;
@@ -65,19 +70,19 @@ private:
     TimerFrameDriver m_frameDriver;
     FrameClock m_frames{m_queue, m_frameDriver};
 
-    Keychain m_keyring{m_paths.secretsPath()};
-    KeychainStore m_keychain{m_keyring, KeychainLoading::later};
-    BackgroundWorker m_keychainLoader;
-
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;
     PooledSoundEngine m_sounds{m_state, m_audioOutput};
+    KeychainStore m_keychainStore{m_keychain, KeychainLoading::later};
+    ClaudeService m_claude{m_state, m_notifications, m_keychainStore, m_http, m_queue};
+    ModelCatalogues m_modelCatalogues{m_state, m_keychainStore, m_http};
     HookServer m_hookServer;
     HookInstallers m_hookInstallers{m_paths, m_queue};
     const IslandActions m_islandActions;
     SettingsOpener m_settingsOpener{m_hookInstallers, m_paths};
     TrayStatusItem m_statusItem;
     std::optional<IslandWindowController> m_islandController;
+    BackgroundWorker m_keychainLoading;
 };
 
 } // namespace tirlo

@@ -24,7 +24,7 @@ public:
     explicit KeychainStore(SecretStore &keychain,
                            KeychainLoading loading = KeychainLoading::atOnce);
 
-    /// Reads the known items; what was set in the meantime stands. Once, and as slow as the keyring.
+    /// Reads the known items, once; what was set in the meantime stands. As slow as the keyring.
     void load();
 
     /// The item's text; nothing when it was never set, an empty one when that is what is stored.

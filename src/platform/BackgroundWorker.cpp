@@ -6,33 +6,26 @@ namespace tirlo {
 
 BackgroundWorker::~BackgroundWorker()
 {
-    {
-        const std::lock_guard guard(m_lock);
-        m_ends = true;
-    }
-    m_changed.notify_one();
     if (m_thread.joinable())
         m_thread.join();
 }
 
 void BackgroundWorker::post(std::function<void()> work)
 {
-    {
-        const std::lock_guard guard(m_lock);
-        m_work.push_back(std::move(work));
-        if (!m_thread.joinable())
-            m_thread = std::thread([this] { run(); });
-    }
-    m_changed.notify_one();
+    const std::lock_guard guard(m_lock);
+    m_work.push_back(std::move(work));
+    if (std::exchange(m_runs, true))
+        return;
+    // One that has run out of work is only left to be cleared away.
+    if (m_thread.joinable())
+        m_thread.join();
+    m_thread = std::thread([this] { run(); });
 }
 
 void BackgroundWorker::run()
 {
     std::unique_lock guard(m_lock);
-    for (;;) {
-        m_changed.wait(guard, [this] { return m_ends || !m_work.empty(); });
-        if (m_work.empty())
-            return;
+    while (!m_work.empty()) {
         auto work = std::move(m_work.front());
         m_work.pop_front();
         guard.unlock();
@@ -40,6 +33,7 @@ void BackgroundWorker::run()
         work = nullptr;
         guard.lock();
     }
+    m_runs = false;
 }
 
 } // namespace tirlo

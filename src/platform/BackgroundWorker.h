@@ -1,6 +1,5 @@
 #pragma once
 
-#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -8,26 +7,26 @@
 
 namespace tirlo {
 
-/// One thread that does pieces of work in the order they were given; it starts with the first.
+/// Does pieces of work one after the other on a thread, which is there only while there is work.
 class BackgroundWorker
 {
 public:
     BackgroundWorker() = default;
     BackgroundWorker(const BackgroundWorker &) = delete;
     BackgroundWorker &operator=(const BackgroundWorker &) = delete;
-    /// Does what is left and waits for it.
+    /// Waits until all work is done.
     ~BackgroundWorker();
 
-    /// Does the work on the thread, after all that was given before; callable from any thread.
+    /// Does the work after all that was given before; callable from any thread.
     void post(std::function<void()> work);
 
 private:
     void run();
 
     std::mutex m_lock;
-    std::condition_variable m_changed;
     std::deque<std::function<void()>> m_work;
-    bool m_ends = false;
+    /// True while the thread still looks for work.
+    bool m_runs = false;
     std::thread m_thread;
 };
 

@@ -1,11 +1,12 @@
 #include "SecretFile.h"
 
+#include "platform/FileReplacement.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <utility>
 
@@ -72,12 +73,9 @@ void SecretFile::save() const
         entries.insert(entry.key(), *entry ? QJsonValue(**entry) : QJsonValue());
 
     QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.write(QJsonDocument(entries).toJson());
-    file.commit();
+    // What can't be written is lost at the end of this run.
+    static_cast<void>(replaceFile(m_path, QJsonDocument(entries).toJson(),
+                                  QFileDevice::ReadOwner | QFileDevice::WriteOwner));
 }
 
 } // namespace tirlo
