@@ -20,13 +20,24 @@ constexpr std::array allKeys{
 
 } // namespace
 
-KeychainStore::KeychainStore(SecretStore &keychain)
+KeychainStore::KeychainStore(SecretStore &keychain, KeychainLoading loading)
     : m_keychain(keychain)
 {
+    if (loading == KeychainLoading::atOnce)
+        load();
+}
+
+void KeychainStore::load()
+{
     for (const QString key : allKeys) {
-        if (const auto value = m_keychain.load(key))
+        const auto value = m_keychain.load(key);
+        const std::scoped_lock lock(m_lock);
+        if (value && !m_setEarly.contains(key))
             m_cache.insert(key, *value);
     }
+    const std::scoped_lock lock(m_lock);
+    m_isLoaded = true;
+    m_setEarly.clear();
 }
 
 std::optional<QString> KeychainStore::get(const QString &key) const
@@ -39,20 +50,22 @@ std::optional<QString> KeychainStore::get(const QString &key) const
 void KeychainStore::set(const QString &key, const QString &value)
 {
     // The keyring is never called under the lock: it may take its time.
-    if (value.isEmpty()) {
-        {
-            const std::scoped_lock lock(m_lock);
-            if (!m_cache.remove(key))
-                return;
-        }
-        m_keychain.remove(key);
-        return;
-    }
     {
         const std::scoped_lock lock(m_lock);
-        m_cache.insert(key, value);
+        const bool mayStand = m_cache.contains(key) || !m_isLoaded;
+        if (!m_isLoaded)
+            m_setEarly.insert(key);
+        if (value.isEmpty() && !mayStand)
+            return;
+        if (value.isEmpty())
+            m_cache.remove(key);
+        else
+            m_cache.insert(key, value);
     }
-    m_keychain.save(key, value);
+    if (value.isEmpty())
+        m_keychain.remove(key);
+    else
+        m_keychain.save(key, value);
 }
 
 } // namespace tirlo

@@ -49,6 +49,11 @@ QString Paths::settingsPath() const
     return supportFolder() + QStringLiteral("/settings.json");
 }
 
+QString Paths::secretsPath() const
+{
+    return supportFolder() + QStringLiteral("/secrets.json");
+}
+
 QString Paths::logFolder() const
 {
     return m_home + QStringLiteral("/Library/Logs/Skerry");

@@ -23,6 +23,8 @@ public:
     /// The relay proper, beside the wrapper.
     [[nodiscard]] QString relayScriptPath() const;
     [[nodiscard]] QString settingsPath() const;
+    /// The secrets, where the desktop has no keyring for them.
+    [[nodiscard]] QString secretsPath() const;
     /// Holds all logs; mode 0700, its files 0600.
     [[nodiscard]] QString logFolder() const;
 

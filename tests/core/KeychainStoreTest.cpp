@@ -41,4 +41,22 @@ TEST(KeychainStoreTest, WritesThroughAndLeavesTheKeyringAloneWhereNothingStood)
     EXPECT_EQ(keychain.calls, (QStringList{"save github-token", "remove github-token"}));
 }
 
+TEST(KeychainStoreTest, WhatIsSetBeforeTheItemsAreReadStands)
+{
+    MemorySecretStore keychain;
+    keychain.items = {{"github-token", "old"}, {"vercel-token", "old"}, {"stripe-api-key", "old"}};
+    KeychainStore store(keychain, KeychainLoading::later);
+    EXPECT_TRUE(keychain.calls.isEmpty());
+    EXPECT_EQ(store.get("stripe-api-key"), std::nullopt);
+
+    store.set("github-token", "new");
+    store.set("vercel-token", "");
+    keychain.items = {{"github-token", "old"}, {"vercel-token", "old"}, {"stripe-api-key", "old"}};
+    store.load();
+    EXPECT_EQ(store.get("github-token"), "new");
+    EXPECT_EQ(store.get("vercel-token"), std::nullopt);
+    EXPECT_EQ(store.get("stripe-api-key"), "old");
+    EXPECT_EQ(keychain.calls.first(2), (QStringList{"save github-token", "remove vercel-token"}));
+}
+
 } // namespace tirlo

@@ -1,0 +1,83 @@
+#include "SecretFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+#include <utility>
+
+namespace tirlo {
+
+SecretFile::SecretFile(QString path)
+    : m_path(std::move(path))
+{
+    load();
+}
+
+void SecretFile::set(const QString &key, const std::optional<QString> &value)
+{
+    m_entries.insert(key, value);
+    save();
+}
+
+void SecretFile::forget(const QString &key)
+{
+    if (m_entries.remove(key))
+        save();
+}
+
+void SecretFile::load()
+{
+    QFile file(m_path);
+    if (!file.exists())
+        return;
+
+    // What can't be read may be whole all the same.
+    m_mayWrite = file.open(QIODevice::ReadOnly);
+    if (!m_mayWrite)
+        return;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    m_mayWrite = file.error() == QFileDevice::NoError;
+    if (!m_mayWrite)
+        return;
+    if (!document.isObject()) {
+        file.close();
+        const QString aside = m_path + QStringLiteral(".corrupt");
+        QFile::remove(aside);
+        m_mayWrite = QFile::rename(m_path, aside);
+        return;
+    }
+    const QJsonObject entries = document.object();
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        if (entry->isString())
+            m_entries.insert(entry.key(), entry->toString());
+        else if (entry->isNull())
+            m_entries.insert(entry.key(), std::nullopt);
+    }
+}
+
+void SecretFile::save() const
+{
+    if (!m_mayWrite)
+        return;
+    if (m_entries.isEmpty()) {
+        QFile::remove(m_path);
+        return;
+    }
+    QJsonObject entries;
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry)
+        entries.insert(entry.key(), *entry ? QJsonValue(**entry) : QJsonValue());
+
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    file.write(QJsonDocument(entries).toJson());
+    file.commit();
+}
+
+} // namespace tirlo

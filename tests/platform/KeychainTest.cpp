@@ -1,0 +1,189 @@
+#include "platform/linux/Keychain.h"
+
+#include "PrivateKeyring.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+using namespace tirlo;
+
+namespace {
+
+constexpr double soon = 0.2;
+const QString key = QStringLiteral("github-token");
+const QString other = QStringLiteral("vercel-token");
+
+class KeychainTest : public testing::Test
+{
+protected:
+    /// Ends the program's keychain, with all it had to do, and starts it anew.
+    Keychain &restart(double answerLimit = 10)
+    {
+        m_keychain.reset();
+        return m_keychain.emplace(file, answerLimit);
+    }
+
+    void end() { m_keychain.reset(); }
+
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("support/secrets.json"));
+    PrivateKeyring keyring;
+
+private:
+    std::optional<Keychain> m_keychain;
+};
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+TEST_F(KeychainTest, KeepsOneItemAKeyInTheKeyring)
+{
+    ASSERT_TRUE(keyring.start());
+    restart().save(key, QStringLiteral("first"));
+    EXPECT_EQ(restart().load(key), QStringLiteral("first"));
+    restart().save(key, QStringLiteral("zwölf 🔑"));
+    restart().save(other, QString());
+    EXPECT_EQ(restart().load(key), QStringLiteral("zwölf 🔑"));
+    EXPECT_EQ(restart().load(other), QString());
+    EXPECT_EQ(restart().load(QStringLiteral("never-set")), std::nullopt);
+    EXPECT_EQ(keyring.count("github-token"), 1);
+
+    restart().remove(key);
+    restart().remove(QStringLiteral("never-set"));
+    EXPECT_EQ(restart().load(key), std::nullopt);
+    EXPECT_EQ(restart().load(other), QString());
+    EXPECT_EQ(keyring.count("github-token"), 0);
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(KeychainTest, BytesThatAreNoTextAreAbsent)
+{
+    ASSERT_TRUE(keyring.start());
+    keyring.putBytes("github-token", QByteArray("\xff\xfe", 2));
+    keyring.putBytes("vercel-token", QByteArray("cut \xe2\x82", 6));
+    keyring.putBytes("n8n-url", "plain");
+    EXPECT_EQ(restart().load(key), std::nullopt);
+    EXPECT_EQ(restart().load(other), std::nullopt);
+    EXPECT_EQ(restart().load(QStringLiteral("n8n-url")), QStringLiteral("plain"));
+}
+
+TEST_F(KeychainTest, WithoutAKeyringAFileThatOnlyItsOwnerReads)
+{
+    restart().save(key, QStringLiteral("first"));
+    restart().save(key, QStringLiteral("zwölf"));
+    restart().save(other, QString());
+    EXPECT_EQ(restart().load(key), QStringLiteral("zwölf"));
+    EXPECT_EQ(restart().load(other), QString());
+    EXPECT_EQ(QFile::permissions(file) & QFileDevice::Permissions(0x7077), 0x6000);
+    restart().remove(key);
+    EXPECT_EQ(restart().load(key), std::nullopt);
+    end();
+    EXPECT_FALSE(contents(file).contains("zwölf"));
+    EXPECT_EQ(QFileInfo(file).dir().entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(KeychainTest, AKeyringThatComesLaterTakesOverAndTheFileGoes)
+{
+    ASSERT_TRUE(keyring.start());
+    restart().save(key, QStringLiteral("old"));
+    restart().save(other, QStringLiteral("old"));
+    end();
+    keyring.stop();
+
+    restart().save(key, QStringLiteral("new"));
+    restart().save(other, QStringLiteral("new"));
+    restart().remove(other);
+    restart().save(QStringLiteral("n8n-url"), QStringLiteral("u"));
+    end();
+    EXPECT_TRUE(QFile::exists(file));
+
+    ASSERT_TRUE(keyring.start());
+    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
+    EXPECT_EQ(restart().load(other), std::nullopt) << "removed while the keyring was away";
+    EXPECT_EQ(restart().load(QStringLiteral("n8n-url")), QStringLiteral("u"));
+}
+
+TEST_F(KeychainTest, AKeyringThatDoesNotAnswerIsNotWaitedFor)
+{
+    ASSERT_TRUE(keyring.start());
+    restart().save(key, QStringLiteral("old"));
+    end();
+    keyring.freeze();
+    EXPECT_EQ(restart(soon).load(key), std::nullopt);
+    restart(soon).save(key, QStringLiteral("new"));
+    end();
+    EXPECT_TRUE(contents(file).contains("new"));
+
+    // One that falls silent later loses nothing either.
+    keyring.stop();
+    ASSERT_TRUE(keyring.start());
+    Keychain &keychain = restart(soon);
+    EXPECT_EQ(keychain.load(key), QStringLiteral("new"));
+    keyring.freeze();
+    keychain.save(key, QStringLiteral("newer"));
+    keychain.save(other, QStringLiteral("x"));
+    end();
+    keyring.stop();
+    ASSERT_TRUE(keyring.start());
+    EXPECT_EQ(restart().load(key), QStringLiteral("newer"));
+    EXPECT_EQ(restart().load(other), QStringLiteral("x"));
+    EXPECT_EQ(keyring.count("github-token"), 1);
+}
+
+TEST_F(KeychainTest, ALockedKeyringIsLeftAsItIsWhenTheUserDoesNotUnlockIt)
+{
+    ASSERT_TRUE(keyring.start());
+    restart().save(key, QStringLiteral("locked away"));
+    end();
+    keyring.stop();
+    ASSERT_TRUE(keyring.startLocked());
+
+    Keychain &keychain = restart();
+    keychain.stopAsking();
+    EXPECT_EQ(keychain.load(key), std::nullopt);
+    keychain.save(other, QStringLiteral("new"));
+    end();
+    EXPECT_TRUE(contents(file).contains("new"));
+
+    keyring.stop();
+    ASSERT_TRUE(keyring.start());
+    EXPECT_EQ(restart().load(key), QStringLiteral("locked away"));
+    EXPECT_EQ(restart().load(other), QStringLiteral("new"));
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(KeychainTest, TheBusMayEndWithoutTheProgram)
+{
+    auto passing = std::make_unique<PrivateKeyring>();
+    ASSERT_TRUE(passing->start());
+    Keychain &keychain = restart(soon);
+    keychain.save(key, QStringLiteral("first"));
+    EXPECT_EQ(keychain.load(key), QStringLiteral("first"));
+    passing.reset();
+    keychain.save(key, QStringLiteral("second"));
+    EXPECT_EQ(restart(soon).load(key), QStringLiteral("second"));
+}
+
+TEST_F(KeychainTest, AFileThatIsNoListOfSecretsIsSetAside)
+{
+    QDir().mkpath(QFileInfo(file).path());
+    QFile damaged(file);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("{\"github-token\": \"cut of");
+    damaged.close();
+    EXPECT_EQ(restart().load(key), std::nullopt);
+    restart().save(key, QStringLiteral("new"));
+    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
+    EXPECT_EQ(contents(file + ".corrupt"), "{\"github-token\": \"cut of");
+}
+
+} // namespace
