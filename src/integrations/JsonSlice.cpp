@@ -100,11 +100,11 @@ QList<std::pair<QString, JsonSlice>> JsonSlice::members() const
     return members;
 }
 
-JsonSlice JsonSlice::operator[](const QString &key) const
+JsonSlice JsonSlice::operator[](QAnyStringView key) const
 {
     JsonSlice found;
     for (const auto &[name, value] : members()) {
-        if (name == key)
+        if (QAnyStringView(name) == key)
             found = value;
     }
     return found;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -30,7 +31,7 @@ public:
     /// The members of an object in the document's order.
     [[nodiscard]] QList<std::pair<QString, JsonSlice>> members() const;
     /// The member of an object; the last one where several have the key.
-    [[nodiscard]] JsonSlice operator[](const QString &key) const;
+    [[nodiscard]] JsonSlice operator[](QAnyStringView key) const;
     /// The elements of an array.
     [[nodiscard]] QList<JsonSlice> elements() const;
 

@@ -11,11 +11,11 @@ namespace {
 constexpr int longestValue = 50;
 constexpr qsizetype shownMembers = 4;
 
-const QString dataKey = QStringLiteral("data");
-const QString errorKey = QStringLiteral("error");
-const QString messageKey = QStringLiteral("message");
-const QString nameKey = QStringLiteral("name");
-const QString runDataKey = QStringLiteral("runData");
+constexpr QLatin1String dataKey("data");
+constexpr QLatin1String errorKey("error");
+constexpr QLatin1String messageKey("message");
+constexpr QLatin1String nameKey("name");
+constexpr QLatin1String runDataKey("runData");
 
 /// The first element of an array; no value if there is none.
 JsonSlice first(const JsonSlice &array)
@@ -43,12 +43,12 @@ Listing parseListing(const QByteArray &body)
     if (newest.kind() == JsonSlice::Kind::none)
         return {.isList = true};
 
-    const JsonSlice id = newest[QStringLiteral("id")];
+    const JsonSlice id = newest[QLatin1String("id")];
     return {
         .isList = true,
         .isEmpty = false,
         .id = id.text() ? id.text() : id.integerDigits(),
-        .status = newest[QStringLiteral("status")].text().value_or(QString()),
+        .status = newest[QLatin1String("status")].text().value_or(QString()),
     };
 }
 
@@ -62,14 +62,14 @@ std::optional<Execution> parseExecution(const QByteArray &body, bool success)
 
 QString extractWorkflowName(const JsonSlice &from)
 {
-    if (const auto name = from[QStringLiteral("workflowData")][nameKey].text())
+    if (const auto name = from[QLatin1String("workflowData")][nameKey].text())
         return *name;
-    return from[nameKey].text().value_or(QStringLiteral("Workflow"));
+    return from[nameKey].text().value_or(unnamedWorkflow);
 }
 
 std::optional<QString> parseDetail(const JsonSlice &from, bool success)
 {
-    const JsonSlice resultData = from[dataKey][QStringLiteral("resultData")];
+    const JsonSlice resultData = from[dataKey][QLatin1String("resultData")];
     if (!resultData.isObject())
         return std::nullopt;
     return success ? parseSuccessDetail(resultData) : parseErrorDetail(resultData);
@@ -77,10 +77,10 @@ std::optional<QString> parseDetail(const JsonSlice &from, bool success)
 
 std::optional<QString> parseSuccessDetail(const JsonSlice &resultData)
 {
-    const auto node = resultData[QStringLiteral("lastNodeExecuted")].text();
+    const auto node = resultData[QLatin1String("lastNodeExecuted")].text();
     if (!node)
         return std::nullopt;
-    const JsonSlice main = first(resultData[runDataKey][*node])[dataKey][QStringLiteral("main")];
+    const JsonSlice main = first(resultData[runDataKey][*node])[dataKey][QLatin1String("main")];
     const JsonSlice output = first(main);
     if (!isArrayOf(main, JsonSlice::Kind::array) || !output.isArray())
         return std::nullopt;
@@ -90,7 +90,7 @@ std::optional<QString> parseSuccessDetail(const JsonSlice &resultData)
         QStringLiteral("→ %1 · %2 item%3")
             .arg(*node, QString::number(count), count == 1 ? QString() : QStringLiteral("s"))};
     for (const auto &[key, value] :
-         first(output)[QStringLiteral("json")].members().mid(0, shownMembers))
+         first(output)[QLatin1String("json")].members().mid(0, shownMembers))
         lines.append(key + QStringLiteral(": ") + fmtValue(value));
     return lines.join(QLatin1Char('\n'));
 }
@@ -103,7 +103,7 @@ std::optional<QString> parseErrorDetail(const JsonSlice &resultData)
     const JsonSlice error = resultData[errorKey];
     if (error.isObject()) {
         const QString message = error[messageKey].text().value_or(QString());
-        const QString node = error[QStringLiteral("node")][nameKey].text().value_or(QString());
+        const QString node = error[QLatin1String("node")][nameKey].text().value_or(QString());
         return node.isEmpty() ? message : titled(node, message);
     }
     for (const auto &[node, runs] : resultData[runDataKey].members()) {

@@ -9,6 +9,9 @@
 /// Reading of what an n8n instance tells of its workflows' executions.
 namespace tirlo::N8n {
 
+/// Stands for the name of a workflow that has none, or whose name could not be learned.
+inline constexpr QLatin1String unnamedWorkflow("Workflow");
+
 /// The answer to a question for the newest execution.
 struct Listing
 {

@@ -20,8 +20,6 @@ constexpr std::array terminalStatuses{
     QLatin1String("failed"),
 };
 
-const QString unknownWorkflow = QStringLiteral("Workflow");
-
 /// The text without the slashes at both ends.
 QString trimmedSlashes(QStringView text)
 {
@@ -126,7 +124,7 @@ void N8nPoller::fetchDetail(const QStringList &urls, const QString &apiKey, bool
                             qsizetype idx)
 {
     if (idx >= urls.size()) {
-        handleExecution(success, unknownWorkflow, std::nullopt);
+        handleExecution(success, N8n::unnamedWorkflow, std::nullopt);
         return;
     }
     const auto tryNext = [=, this] { fetchDetail(urls, apiKey, success, idx + 1); };

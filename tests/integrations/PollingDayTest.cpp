@@ -29,8 +29,7 @@ public:
         const bool hangs = reply.status == 0 && m_random() % 2 == 0;
         const double delay
             = hangs ? request.timeout : std::uniform_real_distribution(0.05, 9.9)(m_random);
-        answered[path]
-            += reply.status == 200 && QJsonDocument::fromJson(reply.body).isNull() == false;
+        answered[path] += reply.status == 200 && !QJsonDocument::fromJson(reply.body).isNull();
         m_queue.after(delay, nullptr, [this, reply, done, life = QPointer(owner)] {
             --pending;
             if (life)
@@ -102,7 +101,10 @@ bool agree(const QStringList &values)
     return values.count(values.value(0)) == values.size();
 }
 
-TEST_F(PollerFixture, ADayOfPollingKeepsToTheIntervalsAndNeverMixesAnswers)
+struct PollingDayTest : PollerFixture
+{ };
+
+TEST_F(PollingDayTest, KeepsToTheIntervalsAndNeverMixesAnswers)
 {
     MoodyWeb web(queue);
     ServicePollers pollers({state, notifications, sound, queue, web, keychain, log});
