@@ -39,7 +39,8 @@ struct HttpReply
 
 /// Talks to web services, encrypted where the address says so and then always verified.
 ///
-/// A redirect to another host is not followed. A body beyond 32 MB fails the request.
+/// A redirect to another host is not followed. A body beyond 32 MB fails the request, and so does
+/// one that breaks off; yet one in chunks and not packed, which names no length, may look whole.
 class HttpClient
 {
 public:

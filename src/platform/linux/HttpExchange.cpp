@@ -15,8 +15,6 @@ namespace {
 
 /// Bytes of the longest body that is taken, packed or not.
 constexpr qsizetype bodyLimit = 32 * 1024 * 1024;
-/// Bytes that wait to be read before the server is held back.
-constexpr qint64 readBufferSize = 1024 * 1024;
 constexpr int mostRedirects = 8;
 
 /// True if a redirect keeps the credentials with the server they were meant for.
@@ -45,6 +43,13 @@ bool isAnswer(QNetworkReply::NetworkError error, int status)
         return error == QNetworkReply::ProxyAuthenticationRequiredError;
     return status >= 400 && error > QNetworkReply::UnknownProxyError
         && error != QNetworkReply::ContentReSendError && error != QNetworkReply::ProtocolFailure;
+}
+
+/// True if the body is shorter than was promised, which the network does not always notice.
+bool breaksOff(const QNetworkReply &reply, int status, const QByteArray &body)
+{
+    constexpr int notModified = 304;
+    return status != notModified && body.size() < reply.rawHeader("Content-Length").toLongLong();
 }
 
 QNetworkRequest networkRequest(const HttpRequest &request, const QUrl &url)
@@ -84,12 +89,15 @@ QString reasonFor(const QNetworkReply &reply)
         return QStringLiteral("The server %1 could not be found.").arg(reply.url().host());
     case QNetworkReply::SslHandshakeFailedError:
         return QStringLiteral("The secure connection to the server failed.");
-    case QNetworkReply::NoError:
-    case QNetworkReply::RemoteHostClosedError:
-    case QNetworkReply::ContentReSendError:
-        return QStringLiteral("The connection to the server was lost.");
-    default:
+    case QNetworkReply::UnknownNetworkError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::ProxyAuthenticationRequiredError:
         return reply.errorString();
+    default:
+        return QStringLiteral("The connection to the server was lost.");
     }
 }
 
@@ -121,7 +129,6 @@ void HttpExchange::ask(const QUrl &url)
 {
     m_body.clear();
     m_reply = start(m_network, m_request, url);
-    m_reply->setReadBufferSize(readBufferSize);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpExchange::readMore);
     connect(m_reply, &QNetworkReply::finished, this, &HttpExchange::finish);
 }
@@ -146,7 +153,7 @@ void HttpExchange::finish()
     if (!readMore())
         return;
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (!isAnswer(m_reply->error(), status)) {
+    if (!isAnswer(m_reply->error(), status) || breaksOff(*m_reply, status, m_body)) {
         fail(reasonFor(*m_reply));
         return;
     }

@@ -1,7 +1,8 @@
 #include "Keyring.h"
 
+#include "platform/Utf8.h"
+
 #include <QFile>
-#include <QStringDecoder>
 
 #include <algorithm>
 
@@ -46,10 +47,9 @@ std::optional<QString> textOf(SecretItem *item)
         return std::nullopt;
     gsize length = 0;
     const char *bytes = secret_value_get(secret, &length);
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(QByteArrayView(bytes, qsizetype(length)));
+    const auto text = textFromUtf8(QByteArrayView(bytes, qsizetype(length)));
     secret_value_unref(secret);
-    return decoder.hasError() ? std::nullopt : std::optional(text);
+    return text;
 }
 
 QString accountOf(SecretItem *item)

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "ChatWire.h"
+#include "ProviderHosts.h"
+#include "Transcript.h"
+#include "platform/BackgroundWorker.h"
+#include "platform/HttpClient.h"
+
+#include <QObject>
+
+#include <functional>
+
+namespace tirlo {
+
+class AppState;
+class KeychainStore;
+class MainQueue;
+class Notifications;
+
+/// Carries the user's questions to the chosen provider and its answers back into the store.
+///
+/// One conversation goes on for as long as the program runs, also over a change of provider. It
+/// lives on the main thread; files are read, and messages written and read, in the background.
+class ClaudeService
+{
+public:
+    ClaudeService(AppState &state, Notifications &notifications, const KeychainStore &keychain,
+                  HttpClient &http, MainQueue &queue, ProviderHosts hosts = {});
+
+    /// Asks the provider; what comes of it shows in the store.
+    ///
+    /// The context counts for the first question of the conversation only.
+    void chat(const QString &query, const std::optional<PromptContext> &context);
+
+private:
+    void chatOpenAICompatible(ChatProvider provider, const QString &query,
+                              const std::optional<PromptContext> &context);
+    [[nodiscard]] QString model() const;
+    /// Makes the request, sends it and works out what came of the turn, without holding up anyone.
+    void callAPI(quint64 turn, std::function<HttpRequest()> makeRequest,
+                 std::function<ChatOutcome(const HttpReply &)> understand);
+    void handleChatResult(quint64 turn, const ChatOutcome &outcome);
+    void showError(const QString &message);
+
+    /// Does the work in the background and hands its result over on the main thread.
+    template<typename Result>
+    void inBackground(std::function<Result()> work, std::function<void(const Result &)> then);
+
+    AppState &m_state;
+    Notifications &m_notifications;
+    const KeychainStore &m_keychain;
+    HttpClient &m_http;
+    MainQueue &m_queue;
+    const ProviderHosts m_hosts;
+    Transcript m_transcript;
+    QObject m_owner;
+    BackgroundWorker m_worker;
+};
+
+} // namespace tirlo

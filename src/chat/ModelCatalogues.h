@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ProviderHosts.h"
+#include "core/model/Chat.h"
+#include "core/model/Enumerations.h"
+#include "platform/HttpClient.h"
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+
+namespace tirlo {
+
+class AppState;
+class KeychainStore;
+
+/// Fetches each provider's list of chat models into the store, once per run and only when asked.
+class ModelCatalogues
+{
+public:
+    using Fetched = std::function<void(const QList<ProviderModel> &)>;
+
+    ModelCatalogues(AppState &state, const KeychainStore &keychain, HttpClient &http,
+                    ProviderHosts hosts = {});
+
+    /// Fetches the provider's list unless it is there or on its way.
+    ///
+    /// A chosen model that is not in it gives way to one that is.
+    void fetchModelsIfNeeded(ChatProvider provider);
+
+    // Each hands over a provider's models, none after any failure.
+    void fetchModels(const QString &apiKey, Fetched done);
+    void fetchGoogleModels(const QString &apiKey, Fetched done);
+    void fetchOpenAIModels(const QString &apiKey, Fetched done);
+
+private:
+    void fetch(ChatProvider provider, const QString &apiKey, Fetched done);
+    void take(ChatProvider provider, const QList<ProviderModel> &models);
+    void setError(ChatProvider provider, const QString &error);
+
+    AppState &m_state;
+    const KeychainStore &m_keychain;
+    HttpClient &m_http;
+    const ProviderHosts m_hosts;
+    QObject m_owner;
+};
+
+} // namespace tirlo

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "core/model/Enumerations.h"
+
+namespace tirlo {
+
+class AppState;
+class Notifications;
+class SoundEngine;
+
+/// Makes the provider the one to chat with and shows the prompt; the conversation goes on with it.
+void switchChatProvider(ChatProvider provider, AppState &state, Notifications &notifications,
+                        SoundEngine &sounds);
+
+} // namespace tirlo

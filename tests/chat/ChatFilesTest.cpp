@@ -1,0 +1,121 @@
+#include "ChatFixture.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+using namespace tirlo;
+
+namespace {
+
+class ChatFiles : public ChatFixture
+{
+protected:
+    /// The file's context, its bytes on disk.
+    FileContext file(const QString &name, const QByteArray &bytes)
+    {
+        QFile written(folder.filePath(name));
+        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
+        written.write(bytes);
+        return {name, QUrl::fromLocalFile(written.fileName())};
+    }
+
+    /// The blocks that a new conversation begins with when it is about the file.
+    QJsonArray blocksFor(const FileContext &context)
+    {
+        service.emplace(state, notifications, keychain, http, queue, hosts);
+        ask("What is this?", context);
+        EXPECT_EQ(note(), "");
+        return messages(ChatProvider::anthropic).first().toObject()["content"].toArray();
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(ChatFiles, AFileGoesFirstInTheFormOfItsExtension)
+{
+    const QByteArray bytes = QByteArray("\0\xff\x80 any bytes", 13);
+    const std::array<QByteArray, 3> rows[]
+        = {{"a.pdf", "document", "application/pdf"}, {"a.PDF", "document", "application/pdf"},
+           {"a.jpg", "image", "image/jpeg"},         {"a.Jpeg", "image", "image/jpeg"},
+           {"a.png", "image", "image/png"},          {"a.gif", "image", "image/gif"},
+           {"a.b.webp", "image", "image/webp"},      {"empty.png", "image", "image/png"}};
+    for (const auto &[name, type, mediaType] : rows) {
+        const QByteArray content = name.startsWith("empty") ? QByteArray() : bytes;
+        const QJsonArray blocks = blocksFor(file(name, content));
+        ASSERT_EQ(blocks.size(), 3);
+        EXPECT_EQ(blocks[0],
+                  json("{\"type\":\"" + type
+                       + "\",\"source\":{\"type\":\"base64\",\"media_type\":\"" + mediaType
+                       + "\",\"data\":\"" + content.toBase64() + "\"}}"))
+            << str(blocks[0]);
+        EXPECT_EQ(blocks[1].toObject()["text"], "File: " + QString(name));
+        EXPECT_EQ(blocks[2].toObject()["text"], "What is this?");
+    }
+}
+
+TEST_F(ChatFiles, AnythingElseIsTextIfItIsShortAndReadable)
+{
+    const QByteArray longest(200'000, 'x');
+    const auto textOf = [&](const QString &name, const QByteArray &bytes) {
+        const QJsonArray blocks = blocksFor(file(name, bytes));
+        EXPECT_EQ(blocks.last().toObject()["text"], "What is this?");
+        EXPECT_EQ(blocks.at(blocks.size() - 2).toObject()["text"], "File: " + name);
+        return blocks.size() == 3 ? blocks.first().toObject()["text"].toString() : QString();
+    };
+    EXPECT_EQ(textOf("a.txt", "Grüße\n"), "File contents:\nGrüße\n");
+    EXPECT_EQ(textOf("Makefile", ""), "File contents:\n");
+    EXPECT_EQ(textOf("a.txt", longest), "File contents:\n" + longest);
+    EXPECT_EQ(textOf("a.txt", longest + "x"), "");
+    EXPECT_EQ(textOf("a.bin", "\xff\xfe"), "");
+    EXPECT_EQ(textOf("a.txt", "cut off \xe2\x82"), "");
+}
+
+TEST_F(ChatFiles, OfAFileThatCannotBeReadTheNameIsSent)
+{
+    const QString pipe = folder.filePath("pipe.png");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const std::optional<QUrl> &url :
+         {std::optional<QUrl>(), std::optional(QUrl::fromLocalFile(folder.filePath("none.png"))),
+          std::optional(QUrl::fromLocalFile(folder.path())),
+          std::optional(QUrl::fromLocalFile(pipe)),
+          std::optional(QUrl("https://example.org/a.png"))}) {
+        const QJsonArray blocks = blocksFor({"it.png", url});
+        ASSERT_EQ(blocks.size(), 2);
+        EXPECT_EQ(blocks[0].toObject()["text"], "File: it.png");
+    }
+}
+
+TEST_F(ChatFiles, ALargePictureIsSentWholeAndReadOnce)
+{
+    const QByteArray picture = QByteArray("0123456789abcdef").repeated(50 * 1024 * 1024 / 16);
+    const FileContext context = file("large.png", picture);
+    const QJsonArray blocks = blocksFor(context);
+    EXPECT_EQ(blocks.first().toObject()["source"].toObject()["data"].toString().toLatin1(),
+              picture.toBase64());
+
+    ASSERT_TRUE(QFile::remove(context.fileURL->toLocalFile()));
+    ask("And now?");
+    EXPECT_EQ(messages(ChatProvider::anthropic).first().toObject()["content"].toArray().first(),
+              blocks.first());
+}
+
+TEST_F(ChatFiles, OtherProvidersAreToldTheFilesName)
+{
+    ask("What is this?", file("a.txt", "contents"));
+    for (const auto provider : {ChatProvider::google, ChatProvider::openai}) {
+        state.chatProvider = provider;
+        ask("More?");
+        EXPECT_EQ(messages(provider).first().toObject()["content"], "File contents:\ncontents")
+            << "the first text of an earlier turn";
+        service.emplace(state, notifications, keychain, http, queue, hosts);
+        ask("What is this?", file("a.txt", "contents"));
+        EXPECT_EQ(messages(provider).first().toObject()["content"], "File: a.txt\n\nWhat is this?");
+        service.emplace(state, notifications, keychain, http, queue, hosts);
+        state.chatProvider = ChatProvider::anthropic;
+        ask("What is this?", file("a.txt", "contents"));
+    }
+}
+
+} // namespace
