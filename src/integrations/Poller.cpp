@@ -23,8 +23,6 @@ Poller::Poller(const PollerContext &context, Schedule schedule)
     : m_context(context)
     , m_schedule(schedule)
 {
-    // Answers stay in the order in which they came.
-    m_readers.setMaxThreadCount(1);
 }
 
 void Poller::start()
@@ -57,7 +55,7 @@ void Poller::handOver(qsizetype bodySize, std::function<Acceptance()> read)
         read()();
         return;
     }
-    m_readers.start([&queue = m_context.queue, life = QPointer(&m_life), read = std::move(read)] {
+    m_reader.post([&queue = m_context.queue, life = QPointer(&m_life), read = std::move(read)] {
         queue.post([life, accept = read()] {
             if (life)
                 accept();

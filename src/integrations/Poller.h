@@ -1,11 +1,11 @@
 #pragma once
 
 #include "PollerContext.h"
+#include "platform/BackgroundWorker.h"
 #include "platform/HttpClient.h"
 #include "platform/MainQueue.h"
 
 #include <QObject>
-#include <QThreadPool>
 
 #include <functional>
 #include <optional>
@@ -75,8 +75,8 @@ private:
 
     const Schedule m_schedule;
     WorkItem m_timer;
-    // Goes first, and waits for its thread.
-    QThreadPool m_readers;
+    // Goes first, when it has done its work.
+    BackgroundWorker m_reader;
 };
 
 } // namespace tirlo

@@ -76,7 +76,7 @@ struct RealServerTest : PollerFixture
             each->poll();
             ASSERT_TRUE(eventually([&] {
                 if (timePasses)
-                    queue.advance(0.5);
+                    queue.advance(2);
                 return client.pending == 0;
             }));
         }

@@ -1,7 +1,5 @@
 #include "integrations/ServiceAnswers.h"
 
-#include "platform/HttpClient.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -60,15 +58,6 @@ TEST(ServiceAnswersTest, KeepsNumbersWithinWhatDatesAndSumsCanHold)
     EXPECT_EQ(boundedSum(3, -5), -2);
     EXPECT_EQ(boundedSum(Limits::max(), 1), Limits::max());
     EXPECT_EQ(boundedSum(Limits::min(), -1), Limits::min());
-}
-
-TEST(ServiceAnswersTest, SaysWhyThereIsNoAnswer)
-{
-    EXPECT_EQ(failureText({.error = "It broke."}), "It broke.");
-    EXPECT_EQ(failureText({}), "No connection");
-    EXPECT_EQ(failureText({.status = 401, .body = "{}"}), "Invalid API key (401)");
-    EXPECT_EQ(failureText({.status = 403}), "API error 403");
-    EXPECT_EQ(failureText({.status = 204}), "API error 204");
 }
 
 } // namespace
