@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "chat/ProviderSwitch.h"
 #include "ui/Icon.h"
 #include "ui/Style.h"
 #include "views/IslandRootView.h"
@@ -22,9 +23,15 @@ constexpr double loadingDelay = 0.3;
 AppDelegate::AppDelegate(const Paths &paths)
     : m_paths(paths)
     , m_hookServer({m_state, m_notifications, m_sounds, m_queue, m_log}, m_paths)
-    , m_islandActions{.sendApprovalDecision = [this](const QString &decision) {
-        m_hookServer.sendApprovalDecision(decision);
-    }}
+    , m_pollers({m_state, m_notifications, m_sounds, m_queue, m_http, m_keychainStore, m_log})
+    , m_islandActions{
+          .sendApprovalDecision
+          = [this](const QString &decision) { m_hookServer.sendApprovalDecision(decision); },
+          .capturePromptContext = {},
+          .switchChatProvider =
+              [this](ChatProvider provider) {
+                  tirlo::switchChatProvider(provider, m_state, m_notifications, m_sounds);
+              }}
 {
 }
 
@@ -77,6 +84,7 @@ void AppDelegate::setupIsland()
     m_islandController->showWindow();
     m_islandController->fsm().beginGreeting();
     m_hookServer.start();
+    m_pollers.start();
     QObject::connect(&m_notifications, &Notifications::openFullSettings, &m_notifications,
                      [this] { openSettings(); });
 }

@@ -9,6 +9,7 @@
 #include "core/Paths.h"
 #include "hooks/HookServer.h"
 #include "hooks/installers/HookInstallers.h"
+#include "integrations/ServicePollers.h"
 #include "island/IslandWindowController.h"
 #include "mascot/PooledSoundEngine.h"
 #include "platform/BackgroundWorker.h"
@@ -78,6 +79,7 @@ private:
     ModelCatalogues m_modelCatalogues{m_state, m_keychainStore, m_http};
     HookServer m_hookServer;
     HookInstallers m_hookInstallers{m_paths, m_queue};
+    ServicePollers m_pollers;
     const IslandActions m_islandActions;
     SettingsOpener m_settingsOpener{m_hookInstallers, m_paths};
     TrayStatusItem m_statusItem;

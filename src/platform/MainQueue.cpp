@@ -17,7 +17,8 @@ bool WorkItem::isPending() const
     return m_action && m_action->work && (!m_action->hasOwner || m_action->owner);
 }
 
-WorkItem MainQueue::after(double seconds, const QObject *owner, std::function<void()> work)
+WorkItem MainQueue::after(double seconds, const QObject *owner, std::function<void()> work,
+                          double slack)
 {
     WorkItem item;
     item.m_action = std::make_shared<WorkItem::Action>();
@@ -25,7 +26,7 @@ WorkItem MainQueue::after(double seconds, const QObject *owner, std::function<vo
     item.m_action->owner = owner;
     item.m_action->hasOwner = owner != nullptr;
 
-    schedule(seconds, [item]() mutable {
+    schedule(seconds, slack, [item]() mutable {
         if (!item.isPending())
             return;
         // Taken out first, so that an action that asks about its own item finds it spent.

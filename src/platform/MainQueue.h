@@ -56,12 +56,14 @@ public:
 
     /// Runs the work on the main thread once `seconds` have passed.
     ///
-    /// The work is dropped when `owner` is gone by then; a null owner lives for ever.
-    WorkItem after(double seconds, const QObject *owner, std::function<void()> work);
+    /// The work is dropped when `owner` is gone by then; a null owner lives for ever. It may run up
+    /// to `slack` seconds later still, where one wake-up then serves several actions.
+    WorkItem after(double seconds, const QObject *owner, std::function<void()> work,
+                   double slack = 0);
 
 protected:
-    /// Calls `fire` on the main thread once `seconds` have passed.
-    virtual void schedule(double seconds, std::function<void()> fire) = 0;
+    /// Calls `fire` on the main thread once `seconds` have passed, at most `slack` later.
+    virtual void schedule(double seconds, double slack, std::function<void()> fire) = 0;
 };
 
 } // namespace tirlo

@@ -104,4 +104,27 @@ TEST(MainQueueTest, TheRealQueueDelaysAndCancels)
     EXPECT_FALSE(cancelledRan);
 }
 
+TEST(MainQueueTest, WorkWithSlackWakesTheRealQueueTogether)
+{
+    QtMainQueue queue;
+    const double start = queue.mediaTime();
+    constexpr double slack = 0.4;
+    QList<double> ran;
+    for (const double wait : {0.01, 0.07, 0.13, 0.19}) {
+        queue.after(
+            wait, nullptr,
+            [&, wait] {
+                ran.append(queue.mediaTime());
+                EXPECT_GE(ran.last() - start, wait - 0.001);
+            },
+            slack);
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ran.size() == 4; }));
+    // The grid may have a line between them, so they make two groups at most.
+    int groups = 1;
+    for (qsizetype i = 1; i < ran.size(); ++i)
+        groups += ran[i] - ran[i - 1] > 0.03;
+    EXPECT_LE(groups, 2);
+}
+
 } // namespace

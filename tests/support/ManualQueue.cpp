@@ -48,7 +48,7 @@ void ManualQueue::drain()
     }
 }
 
-void ManualQueue::schedule(double seconds, std::function<void()> fire)
+void ManualQueue::schedule(double seconds, double, std::function<void()> fire)
 {
     m_due.push_back({m_now + seconds, std::move(fire)});
 }

@@ -7,7 +7,7 @@
 
 namespace tirlo {
 
-/// A main queue whose time stands still until a test moves it.
+/// A main queue whose time stands still until a test moves it; it makes no use of slack.
 class ManualQueue final : public MainQueue
 {
 public:
@@ -18,6 +18,9 @@ public:
     /// Moves time on and runs all that falls due, in the order of time; posted work runs first.
     void advance(double seconds);
 
+    /// Moves time on while nothing runs, as when the machine sleeps; what fell due runs later.
+    void sleep(double seconds) { m_now += seconds; }
+
     /// Runs what was posted, and what that posts, without moving time.
     void drain();
 
@@ -25,7 +28,7 @@ public:
     void setWallClock(const QDateTime &time) { m_epoch = time; }
 
 protected:
-    void schedule(double seconds, std::function<void()> fire) override;
+    void schedule(double seconds, double slack, std::function<void()> fire) override;
 
 private:
     struct Due

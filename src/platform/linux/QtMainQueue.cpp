@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace tirlo {
@@ -24,10 +25,16 @@ void QtMainQueue::post(std::function<void()> work)
     QMetaObject::invokeMethod(&m_context, std::move(work), Qt::QueuedConnection);
 }
 
-void QtMainQueue::schedule(double seconds, std::function<void()> fire)
+void QtMainQueue::schedule(double seconds, double slack, std::function<void()> fire)
 {
-    const auto wait = std::chrono::milliseconds(std::int64_t(std::max(0.0, seconds) * 1000 + 0.5));
-    QTimer::singleShot(wait, Qt::PreciseTimer, &m_context, std::move(fire));
+    double wait = std::max(0.0, seconds);
+    if (slack > 0) {
+        // Everybody with the same slack, or a multiple of it, wakes on the same grid of time.
+        const double now = mediaTime();
+        wait = std::ceil((now + wait) / slack) * slack - now;
+    }
+    const auto milliseconds = std::chrono::milliseconds(std::int64_t(wait * 1000 + 0.5));
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &m_context, std::move(fire));
 }
 
 } // namespace tirlo

@@ -15,7 +15,7 @@ public:
     void post(std::function<void()> work) override;
 
 protected:
-    void schedule(double seconds, std::function<void()> fire) override;
+    void schedule(double seconds, double slack, std::function<void()> fire) override;
 
 private:
     QObject m_context;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Poller.h"
+
+namespace tirlo {
+
+/// Keeps the bookings of the next sixty days in the user's Cal.com calendar.
+class CalcomPoller final : public Poller
+{
+public:
+    explicit CalcomPoller(const PollerContext &context);
+
+    void poll() override;
+};
+
+} // namespace tirlo

@@ -1,0 +1,246 @@
+#include "PollerFixture.h"
+#include "integrations/CalcomPoller.h"
+#include "integrations/GithubPoller.h"
+#include "integrations/NotionPoller.h"
+#include "integrations/ResendPoller.h"
+
+namespace tirlo {
+namespace {
+
+using Headers = QList<std::pair<QByteArray, QByteArray>>;
+
+const QDateTime someDate = QDateTime::fromMSecsSinceEpoch(1773480413589);
+
+/// Answers that are no answer, of status 200 all the same.
+const QByteArrayList nonsense{"",     "<html>Sign in</html>",
+                              "null", "{}",
+                              "7",    R"({"data": {}, "results": "x"})",
+                              "[7]",  R"({"data": [7], "results": [null]})"};
+
+struct QuietPollersTest : PollerFixture
+{ };
+
+TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
+{
+    GithubPoller poller(context);
+    const struct
+    {
+        const char *user;
+        qint64 repos;
+    } rows[] = {
+        {R"({"public_repos": 3, "owned_private_repos": 4, "total_private_repos": 9})", 7},
+        {R"({"public_repos": 3, "owned_private_repos": "4", "total_private_repos": 9})", 12},
+        {R"({"public_repos": 3})", 3},
+        {R"({"public_repos": true, "owned_private_repos": 9007199254740993})", 9007199254740993},
+        {R"({"public_repos": 9223372036854775807, "owned_private_repos": 1})", 9223372036854775807},
+        {"{}", 0},
+    };
+    for (const auto &row : rows) {
+        cycle(poller, row.user);
+        ASSERT_TRUE(http.answer({.status = 200, .body = R"([
+            {"stargazers_count": 40}, {"stargazers_count": "1"}, {}, {"stargazers_count": 2}])"}));
+        EXPECT_EQ(state.githubStats.value(), (GitHubStats{row.repos, 42})) << row.user;
+    }
+    const HttpRequest &user = http.requests[0];
+    const HttpRequest &stars = http.requests[1];
+    EXPECT_EQ(user.url.toString(), "https://api.github.com/user");
+    EXPECT_EQ(user.timeout, 10);
+    EXPECT_EQ(stars.url.toString(),
+              "https://api.github.com/user/repos?per_page=100&affiliation=owner&sort=pushed");
+    EXPECT_EQ(stars.timeout, 15);
+    const Headers headers{{"Authorization", "Bearer key"},
+                          {"Accept", "application/vnd.github+json"}};
+    EXPECT_EQ(user.headers, headers);
+    EXPECT_EQ(stars.headers, headers);
+
+    for (const char *body : {"{}", "[7]", "<html>", ""}) {
+        cycle(poller, R"({"public_repos": 1})");
+        ASSERT_TRUE(http.answer({.status = 200, .body = body}));
+        EXPECT_EQ(state.githubStats.value(), (GitHubStats{0, 42})) << body;
+    }
+    const size_t before = http.requests.size();
+    for (const char *body : {"[]", "<html>"})
+        cycle(poller, body);
+    EXPECT_EQ(http.requests.size(), before + 2) << "without a user nobody asks for stars";
+
+    cycle(poller, "{}");
+    ASSERT_TRUE(http.answer({.status = 200, .body = "[]"}));
+    EXPECT_EQ(state.githubStats.value(), GitHubStats());
+}
+
+TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
+{
+    ResendPoller poller(context);
+    cycle(poller, R"({"object": "list", "has_more": false, "data": [
+        {"id": "1", "to": ["a@x.y", "b@x.y"], "subject": "Hi", "last_event": "delivered",
+         "created_at": "2026-03-14T09:26:53.589Z"},
+        {"id": "2", "to": "c@x.y", "created_at": "2026-03-14 09:26:53"},
+        {"id": "3", "to": ["d@x.y", 7], "subject": null, "last_event": 1,
+         "created_at": "2026-03-14T10:26:53+01:00"},
+        {"id": 4, "created_at": "2026-03-14T09:26:53Z"},
+        {"id": "5"}, {"id": "6", "created_at": 1773480413}]})");
+
+    EXPECT_EQ(lastAddress(), "https://api.resend.com/emails?limit=100");
+    EXPECT_EQ(http.requests[0].headers,
+              (Headers{{"Authorization", "Bearer key"}, {"Accept", "application/json"}}));
+    EXPECT_EQ(state.resendEmails.value(),
+              (QList<ResendEmail>{
+                  {"1", {"a@x.y", "b@x.y"}, "Hi", someDate, "delivered"},
+                  {"2", {"c@x.y"}, "", queue.wallClock(), ""},
+                  {"3", {}, "", QDateTime::fromMSecsSinceEpoch(1773480413000), ""},
+              }));
+    EXPECT_EQ(state.resendTotal.value(), 3);
+
+    for (const QByteArray &body : nonsense) {
+        cycle(poller, body);
+        EXPECT_EQ(state.resendTotal.value(), 3) << body.constData();
+    }
+    cycle(poller, R"({"data": [], "total": "9", "count": 8})");
+    EXPECT_EQ(state.resendTotal.value(), 8);
+    EXPECT_TRUE(state.resendEmails.value().isEmpty());
+    cycle(poller, R"({"data": [], "total": 9, "count": 8})");
+    EXPECT_EQ(state.resendTotal.value(), 9);
+    cycle(poller, R"({"data": []})");
+    EXPECT_EQ(state.resendTotal.value(), std::nullopt);
+}
+
+TEST_F(QuietPollersTest, ThousandsOfMailsAreReadBesideTheMainThread)
+{
+    ResendPoller poller(context);
+    QByteArrayList rows;
+    for (int i = 0; i < 20'000; ++i) {
+        rows += QStringLiteral(R"({"id": "%1", "to": ["someone@example.com"], "subject": "Mail",
+                                   "created_at": "2026-03-14T09:26:53.589Z"})")
+                    .arg(i)
+                    .toUtf8();
+    }
+    cycle(poller, "{\"data\": [" + rows.join(',') + "]}");
+    EXPECT_EQ(state.resendTotal.value(), std::nullopt) << "the main thread did not wait for it";
+    ASSERT_TRUE(eventually([&] { return state.resendTotal.value() == 20'000; }));
+    EXPECT_EQ(state.resendEmails.value().size(), 5);
+    EXPECT_EQ(state.resendEmails.value().last().id, "4");
+
+    auto gone = std::make_unique<ResendPoller>(context);
+    cycle(*gone, "{\"total\": 1, \"data\": [" + rows.join(',') + "]}");
+    gone.reset();
+    queue.drain();
+    EXPECT_EQ(state.resendTotal.value(), 20'000) << "a poller that has gone tells nothing";
+}
+
+TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
+{
+    NotionPoller poller(context);
+    cycle(poller, R"({"object": "list", "results": [
+        {"object": "page", "id": "1", "url": "https://www.notion.so/1",
+         "last_edited_time": "2026-03-14T09:26:53.589Z",
+         "icon": {"type": "emoji", "emoji": "🪑"},
+         "properties": {"Done": {"type": "checkbox", "checkbox": true},
+                        "Name": {"id": "title", "type": "title",
+                                 "title": [{"plain_text": "Chairs"}, {"plain_text": "!"}]}}},
+        {"object": "database", "id": "2", "icon": {"type": "external", "emoji": "🪑"},
+         "title": [{"plain_text": "Orders"}], "last_edited_time": "yesterday"},
+        {"object": "page", "id": "3", "url": 7, "icon": "🪑", "last_edited_time": 7,
+         "properties": {"Name": {"type": "title", "title": []}}},
+        {"object": "database", "id": "4", "title": [{"plain_text": ""}], "icon": {"type": "emoji"}},
+        {"id": "5", "title": [{"plain_text": "no"}], "properties": []},
+        {"object": "page", "id": 6}, {"object": "page"}]})");
+
+    const HttpRequest &request = http.requests[0];
+    EXPECT_EQ(request.method, "POST");
+    EXPECT_EQ(request.url.toString(), "https://api.notion.com/v1/search");
+    EXPECT_EQ(request.headers,
+              (Headers{{"Authorization", "Bearer key"},
+                       {"Notion-Version", "2022-06-28"},
+                       {"Content-Type", "application/json"}}));
+    EXPECT_EQ(QJsonDocument::fromJson(request.body), QJsonDocument::fromJson(R"({
+        "sort": {"direction": "descending", "timestamp": "last_edited_time"}, "page_size": 3})"));
+
+    const QDateTime now = queue.wallClock();
+    EXPECT_EQ(state.notionPages.value(),
+              (QList<NotionPage>{
+                  {"1", "Chairs", "🪑", someDate, "https://www.notion.so/1"},
+                  {"2", "Orders", {}, now, ""},
+                  {"3", "Untitled", {}, now, ""},
+                  {"4", "Untitled", {}, now, ""},
+                  {"5", "Untitled", {}, now, ""},
+              }));
+    EXPECT_TRUE(state.notionLoaded);
+    cycle(poller, R"({"results": []})");
+    EXPECT_TRUE(state.notionPages.value().isEmpty());
+}
+
+TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
+{
+    queue.setWallClock(QDateTime(QDate(2026, 2, 14), QTime(23, 59)));
+    CalcomPoller poller(context);
+    cycle(poller, R"({"status": "success", "data": [
+        {"id": 1, "title": "Call", "status": "pending", "start": "2026-03-14T09:26:53.589Z",
+         "end": "2026-03-14T10:26:53+00:00", "description": "Bring a chair",
+         "attendees": [{"name": "Ada", "email": "ada@x.y"}, {"name": "Bob"}],
+         "responses": {"notes": {"value": "At the door"}}},
+        {"id": 9007199254740993, "startTime": "2026-03-14T09:26:53.589Z", "end": "later",
+         "description": "Bring a chair", "responses": {"notes": {"value": ""}},
+         "attendees": [{"name": 7}]},
+        {"id": 3, "start": 7, "startTime": "2026-03-14T09:26:53.589Z", "attendees": [],
+         "end": "later", "endTime": "2026-03-14T10:26:53Z", "description": "", "responses": []},
+        {"id": "4", "start": "2026-03-14T09:26:53Z"}, {"id": 5.5, "start": "2026-03-14T09:26:53Z"},
+        {"id": 6, "start": "soon"}, {"id": 7}]})");
+
+    const auto utc = [](int month, int day) {
+        return QDate(2026, month, day).startOfDay().toUTC().toString(u"yyyy-MM-dd'T'HH:mm:ss'Z'"_s);
+    };
+    EXPECT_EQ(http.requests[0].url.toEncoded(),
+              QStringLiteral("https://api.cal.com/v2/bookings?status=upcoming&start=%1&end=%2")
+                  .arg(utc(2, 14), utc(4, 15))
+                  .toUtf8());
+    EXPECT_EQ(http.requests[0].headers,
+              (Headers{{"Authorization", "Bearer key"}, {"cal-api-version", "2024-08-13"}}));
+
+    const QDateTime end = QDateTime::fromMSecsSinceEpoch(1773484013000);
+    EXPECT_EQ(
+        state.calcomBookings.value(),
+        (QList<CalcomBooking>{
+            {1, "Call", someDate, end, "pending", "Ada", "ada@x.y", "At the door"},
+            {9007199254740993, "Meeting", someDate, someDate, "accepted", {}, {}, "Bring a chair"},
+            {3, "Meeting", someDate, end, "accepted", {}, {}, {}},
+        }));
+    EXPECT_TRUE(state.calcomLoaded);
+}
+
+TEST_F(QuietPollersTest, NotionAndCalcomReportWhyTheyHaveNothing)
+{
+    NotionPoller notion(context);
+    CalcomPoller calcom(context);
+    cycle(notion, R"({"results": [{"id": "1"}]})");
+    cycle(calcom, R"({"data": [{"id": 1, "start": "2026-03-14T09:26:53Z"}]})");
+    const auto expectErrors = [&](const std::optional<QString> &error) {
+        EXPECT_EQ(state.notionError.value(), error);
+        EXPECT_EQ(state.calcomError.value(), error);
+        EXPECT_EQ(state.notionPages.value().size(), 1);
+        EXPECT_EQ(state.calcomBookings.value().size(), 1);
+        EXPECT_TRUE(state.notionLoaded);
+        EXPECT_TRUE(state.calcomLoaded);
+    };
+    const std::pair<HttpReply, QString> rows[] = {
+        {{}, "No connection"},
+        {{.status = 503}, "API error 503"},
+    };
+    for (const auto &[reply, error] : rows) {
+        for (Poller *poller : std::initializer_list<Poller *>{&notion, &calcom}) {
+            poller->poll();
+            ASSERT_TRUE(http.answer(reply));
+        }
+        expectErrors(error);
+    }
+    for (const QByteArray &body : nonsense) {
+        cycle(notion, body);
+        cycle(calcom, body);
+        expectErrors(u"API error 503"_s);
+    }
+    cycle(notion, R"({"results": [{"id": "2"}]})");
+    cycle(calcom, R"({"data": [{"id": 2, "start": "2026-03-14T09:26:53Z"}]})");
+    expectErrors(std::nullopt);
+}
+
+} // namespace
+} // namespace tirlo
