@@ -126,8 +126,11 @@ void IslandWindowController::observeNotifications()
     connect(&m_notifications, &Notifications::islandCollapse, this,
             &IslandWindowController::collapse);
     connect(&m_notifications, &Notifications::botDizzy, this, &IslandWindowController::handleDizzy);
-    connect(&m_notifications, &Notifications::greetComplete, &m_fsm,
-            &IslandStateMachine::greetingFinished);
+    connect(&m_notifications, &Notifications::greetComplete, this, [this] {
+        // A permission request that took the film's place is not closed with it.
+        if (m_state.view == IslandView::greeting || !isHeldOpen())
+            m_fsm.greetingFinished();
+    });
 }
 
 void IslandWindowController::transition(IslandStateMachine::State from,

@@ -59,13 +59,17 @@ void GreetingCanvasView::showEvent(QShowEvent *)
     m_startTime = m_queue.mediaTime();
     m_foldTime = never;
     m_greetFired = false;
+    cancelWorks();
     scheduleWorks();
     run();
 }
 
 void GreetingCanvasView::hideEvent(QHideEvent *)
 {
-    cancelWorks();
+    // Another card took the film's place; the greeting ends at its time all the same, or nothing
+    // would ever close the island.
+    m_soundWork1.cancel();
+    m_soundWork2.cancel();
     m_frames.reset();
 }
 

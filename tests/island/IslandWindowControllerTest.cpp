@@ -154,9 +154,19 @@ TEST_F(IslandWindowControllerTest, ARequestDuringTheGreetingKeepsTheIslandOpen)
     controller.fsm().beginGreeting();
     wait();
     Q_EMIT notifications.hookExpand(IslandView::approval);
+    Q_EMIT notifications.greetComplete();
     queue.advance(100);
     EXPECT_EQ(state.mode.value(), IslandMode::expanded);
     EXPECT_EQ(state.view.value(), IslandView::approval);
+}
+
+TEST_F(IslandWindowControllerTest, AnotherCardDuringTheGreetingClosesWithIt)
+{
+    controller.fsm().beginGreeting();
+    controller.expand(IslandView::overview);
+    Q_EMIT notifications.greetComplete();
+    queue.advance(1);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
 }
 
 TEST_F(IslandWindowControllerTest, ADizzySpellEndsWhereItBegan)
