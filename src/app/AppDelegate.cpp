@@ -15,7 +15,7 @@ namespace tirlo {
 namespace {
 
 /// Seconds from the start to the loading of the sounds and the keys: behind the first frames, before
-/// the first sound of the greeting and the first use of a key.
+/// the first use of a key. A sound that is played earlier is loaded by itself.
 constexpr double loadingDelay = 0.3;
 
 } // namespace

@@ -8,6 +8,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace tirlo {
 
 namespace {
@@ -117,7 +119,8 @@ void BotCanvasView::runOrPause()
 
 void BotCanvasView::showEvent(QShowEvent *)
 {
-    m_engine.setState(displayedState(m_around.state), true);
+    // Only the first appearance starts a state anew: an island that peeks again is no news.
+    m_engine.setState(displayedState(m_around.state), !std::exchange(m_hasAppeared, true));
     feedEngine();
     runOrPause();
 }

@@ -69,6 +69,7 @@ private:
     double m_particleOverhang = 0;
     double m_opacity = 1;
     BotPictureKey m_shown{};
+    bool m_hasAppeared = false;
     FrameClock::Subscription m_frames;
     std::array<QPropertyNotifier, 5> m_notifiers;
 };

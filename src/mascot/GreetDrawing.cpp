@@ -18,22 +18,16 @@ namespace {
 
 constexpr QPointF stage(320, 90);
 
-// The card keeps these distances to the island's edges.
-constexpr double cardTop = 36;
-constexpr double cardMargin = 10;
+/// The card in the film's frame; the island's outline cuts off what it does not reach.
+constexpr QRectF cardRect(10, 36, 620, 104);
 constexpr double cardRadius = 20;
 constexpr QStringView cardColor = u"#141518";
 constexpr double cardEdgeOpacity = 0.035;
 
-QPainterPath cardPath(const GreetPose &pose)
+QPainterPath cardPath()
 {
-    const QRectF card(stage.x() - pose.w / 2 + cardMargin, cardTop, pose.w - 2 * cardMargin,
-                      pose.h - cardTop - cardMargin);
     QPainterPath path;
-    if (card.isEmpty())
-        return path;
-    const double radius = std::min({cardRadius, card.width() / 2, card.height() / 2});
-    path.addRoundedRect(card, radius, radius);
+    path.addRoundedRect(cardRect, cardRadius, cardRadius);
     return path;
 }
 
@@ -65,7 +59,7 @@ void drawBurst(QPainter &painter, const QPainterPath &card, const GreetPose &pos
 void drawCard(QPainter &painter, const QPainterPath &card, const GreetPose &pose, double t)
 {
     const double present = pose.flash2 * (1 - pose.fold * pose.fold * pose.fold);
-    if (card.isEmpty() || present <= 0)
+    if (present <= 0)
         return;
     const PainterScope scope(painter);
     painter.setOpacity(painter.opacity() * present);
@@ -100,7 +94,7 @@ void drawGreeting(QPainter &painter, QSizeF size, double t, double tc,
     painter.setOpacity(painter.opacity() * now.alpha);
     painter.scale(size.width() / greetFrame.width(), size.height() / greetFrame.height());
 
-    const QPainterPath card = cardPath(now);
+    const QPainterPath card = cardPath();
     drawBurst(painter, card, now, t);
     drawCard(painter, card, now, t);
     drawMinis(painter, cast, compact, minisOpacity(t, tc));

@@ -5,7 +5,9 @@
 #include "SoundEngine.h"
 #include "core/Notifications.h"
 
+#include <QHideEvent>
 #include <QPainter>
+#include <QShowEvent>
 
 #include <cmath>
 
@@ -46,26 +48,31 @@ GreetingCanvasView::GreetingCanvasView(AppState &state, Notifications &notificat
 
 bool GreetingCanvasView::isFolding() const
 {
-    return isVisible() && std::isfinite(m_foldTime);
+    return isVisible() && std::isfinite(m_tc);
 }
 
 GreetPose GreetingCanvasView::presentPose() const
 {
-    return pose(drawnTime(), m_foldTime, m_compact);
+    return pose(drawnTime(), m_tc, m_compact);
 }
 
-void GreetingCanvasView::showEvent(QShowEvent *)
+void GreetingCanvasView::showEvent(QShowEvent *event)
 {
-    m_startTime = m_queue.mediaTime();
-    m_foldTime = never;
+    // The window system's own hiding and showing is no new start.
+    if (event->spontaneous())
+        return;
+    m_startDate = m_queue.mediaTime();
+    m_tc = never;
     m_greetFired = false;
     cancelWorks();
     scheduleWorks();
     run();
 }
 
-void GreetingCanvasView::hideEvent(QHideEvent *)
+void GreetingCanvasView::hideEvent(QHideEvent *event)
 {
+    if (event->spontaneous())
+        return;
     // Another card took the film's place; the greeting ends at its time all the same, or nothing
     // would ever close the island.
     m_soundWork1.cancel();
@@ -78,7 +85,7 @@ void GreetingCanvasView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipPath(m_outline);
-    drawGreeting(painter, size(), drawnTime(), m_foldTime, m_compact, greetCast(m_state));
+    drawGreeting(painter, size(), drawnTime(), m_tc, m_compact, greetCast(m_state));
 }
 
 void GreetingCanvasView::scheduleWorks()
@@ -111,17 +118,17 @@ void GreetingCanvasView::interrupt()
         return;
     cancelWorks();
     const double t = filmTime();
-    if (t >= m_foldTime)
+    if (t >= m_tc)
         return;
-    m_foldTime = t;
+    m_tc = t;
     run();
 }
 
 void GreetingCanvasView::hover()
 {
-    if (!isFolding() || m_foldTime < lateFoldTime)
+    if (!isFolding() || m_tc < lateFoldTime)
         return;
-    m_foldTime = never;
+    m_tc = never;
     run();
     Q_EMIT foldEnded();
 }
@@ -136,16 +143,16 @@ void GreetingCanvasView::frame()
 {
     const double t = filmTime();
     update();
-    if (t >= m_foldTime) {
+    if (t >= m_tc) {
         const double length = m_clock.reducesMotion() ? 0 : greetFoldTime;
-        if (t < m_foldTime + length)
+        if (t < m_tc + length)
             return;
         m_frames.reset();
         return Q_EMIT foldEnded();
     }
 
     // A fold that was called off took the film's end with it.
-    const bool isOverdue = t >= safetyTime && m_foldTime >= lateFoldTime;
+    const bool isOverdue = t >= safetyTime && m_tc >= lateFoldTime;
     if (isOverdue && !m_doneWork.isPending())
         complete();
     if (m_greetFired)
@@ -154,7 +161,7 @@ void GreetingCanvasView::frame()
 
 double GreetingCanvasView::filmTime() const
 {
-    return m_queue.mediaTime() - m_startTime;
+    return m_queue.mediaTime() - m_startDate;
 }
 
 /// The film time of the picture, which skips to the end of a motion that may not be shown.
@@ -163,7 +170,7 @@ double GreetingCanvasView::drawnTime() const
     const double t = filmTime();
     if (!m_clock.reducesMotion())
         return t;
-    return t < m_foldTime ? stillTime : m_foldTime + greetFoldTime;
+    return t < m_tc ? stillTime : m_tc + greetFoldTime;
 }
 
 } // namespace tirlo

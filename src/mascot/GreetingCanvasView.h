@@ -35,7 +35,7 @@ public:
     void setOutline(const QPainterPath &outline) { m_outline = outline; }
 
     /// The film time at which it was told to fold; infinite while it runs freely.
-    [[nodiscard]] double foldTime() const { return m_foldTime; }
+    [[nodiscard]] double tc() const { return m_tc; }
 
     /// True from the call to fold until the view is hidden.
     [[nodiscard]] bool isFolding() const;
@@ -72,8 +72,8 @@ private:
     IslandRestingLayout m_compact;
     QPainterPath m_outline;
     /// Media time at which the film began.
-    double m_startTime = 0;
-    double m_foldTime = std::numeric_limits<double>::infinity();
+    double m_startDate = 0;
+    double m_tc = std::numeric_limits<double>::infinity();
     bool m_greetFired = false;
     WorkItem m_soundWork1;
     WorkItem m_soundWork2;

@@ -15,9 +15,10 @@ static void openResources()
 
 namespace tirlo {
 
-PooledSoundEngine::PooledSoundEngine(AppState &state, AudioOutput &output)
+PooledSoundEngine::PooledSoundEngine(AppState &state, AudioOutput &output, QString folder)
     : m_state(state)
     , m_output(output)
+    , m_folder(std::move(folder))
     , m_volume(float(state.soundVolume.value()))
 {
     openResources();
@@ -25,34 +26,43 @@ PooledSoundEngine::PooledSoundEngine(AppState &state, AudioOutput &output)
                        [this] { setVolume(float(m_state.soundVolume.value())); });
 }
 
-void PooledSoundEngine::preload(const QString &folder)
+void PooledSoundEngine::preload()
 {
-    for (const QLatin1String name : soundNames) {
-        QFile file(QStringLiteral("%1/%2.wav").arg(folder, name));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        Pool pool = m_output.makeVoices(file.readAll(), poolSize);
-        if (pool.empty())
-            continue;
-        for (const auto &voice : pool)
-            voice->setGain(m_volume);
-        m_players.insert_or_assign(name, std::move(pool));
-    }
+    for (const QLatin1String name : soundNames)
+        players(name);
 }
 
 void PooledSoundEngine::play(const QString &name)
 {
     if (!enabled || !m_state.soundEnabled)
         return;
-    const auto found = m_players.find(name);
-    if (found == m_players.end())
+    const Pool &pool = players(name);
+    if (pool.empty())
         return;
 
-    const Pool &pool = found->second;
     const auto idle = std::ranges::find_if_not(pool, &AudioVoice::isPlaying);
     AudioVoice &voice = idle != pool.end() ? **idle : *pool.front();
     voice.setGain(m_volume);
     voice.play();
+}
+
+const PooledSoundEngine::Pool &PooledSoundEngine::players(const QString &name)
+{
+    static const Pool none;
+    const auto found = m_players.find(name);
+    if (found != m_players.end())
+        return found->second;
+    if (std::ranges::find(soundNames, name) == soundNames.end())
+        return none;
+
+    Pool &pool = m_players[name];
+    QFile file(QStringLiteral("%1/%2.wav").arg(m_folder, name));
+    if (!file.open(QIODevice::ReadOnly))
+        return pool;
+    pool = m_output.makeVoices(file.readAll(), poolSize);
+    for (const auto &voice : pool)
+        voice->setGain(m_volume);
+    return pool;
 }
 
 void PooledSoundEngine::setVolume(float volume)

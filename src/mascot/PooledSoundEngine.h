@@ -19,11 +19,13 @@ public:
     /// Voices of each sound: as many copies of it sound at once, at most.
     static constexpr int poolSize = 3;
 
-    /// Takes the store's volume; it is silent until preload().
-    PooledSoundEngine(AppState &state, AudioOutput &output);
+    /// Takes the store's volume. The folder holds a file NAME.wav for each effect; a missing or
+    /// damaged one is silent.
+    PooledSoundEngine(AppState &state, AudioOutput &output,
+                      QString folder = QStringLiteral(":/sounds"));
 
-    /// Makes all effects of the folder ready; a missing or damaged file stays silent.
-    void preload(const QString &folder = QStringLiteral(":/sounds"));
+    /// Makes all effects ready, so that none is decoded when it is played.
+    void preload();
 
     /// Plays the effect on the first idle voice of its pool, or else cuts the first one short.
     void play(const QString &name) override;
@@ -40,8 +42,12 @@ public:
 private:
     using Pool = std::vector<std::unique_ptr<AudioVoice>>;
 
+    /// The effect's voices, made at the first call; none if it can't be heard.
+    const Pool &players(const QString &name);
+
     AppState &m_state;
     AudioOutput &m_output;
+    const QString m_folder;
     float m_volume = 0.12F;
     std::unordered_map<QString, Pool> m_players;
     Observers m_observers;

@@ -14,17 +14,11 @@ public:
     virtual void play(const QString &name) = 0;
 };
 
-/// Makes no sound and keeps the name of what was asked last.
+/// Makes no sound.
 class SilentSoundEngine final : public SoundEngine
 {
 public:
-    void play(const QString &name) override { m_lastName = name; }
-
-    /// The last name asked for; empty before the first.
-    [[nodiscard]] QString lastName() const { return m_lastName; }
-
-private:
-    QString m_lastName;
+    void play(const QString & /*name*/) override { }
 };
 
 } // namespace tirlo

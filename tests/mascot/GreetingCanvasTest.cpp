@@ -70,13 +70,13 @@ TEST_F(GreetingCanvasTest, AnInterruptFreezesThePoseAndFoldsItInSilence)
     const GreetPose before = view.presentPose();
     Q_EMIT notifications.greetingInterrupt();
     EXPECT_TRUE(view.isFolding());
-    EXPECT_NEAR(view.foldTime(), 2, 1e-9);
+    EXPECT_NEAR(view.tc(), 2, 1e-9);
     EXPECT_EQ(view.presentPose(), before) << "nothing jumps";
 
     queue.advance(0.3);
     EXPECT_EQ(foldsEnded, 0);
     Q_EMIT notifications.greetingInterrupt();
-    EXPECT_NEAR(view.foldTime(), 2, 1e-9) << "a second call changes nothing";
+    EXPECT_NEAR(view.tc(), 2, 1e-9) << "a second call changes nothing";
     queue.advance(0.06);
     EXPECT_EQ(foldsEnded, 1);
     EXPECT_NEAR(view.presentPose().w, notched.width, 1e-9);
@@ -93,7 +93,7 @@ TEST_F(GreetingCanvasTest, ThePointerCallsOffALateFoldOnly)
     queue.advance(4.8);
     Q_EMIT notifications.greetingInterrupt();
     Q_EMIT notifications.greetingHover();
-    EXPECT_TRUE(std::isfinite(view.foldTime()));
+    EXPECT_TRUE(std::isfinite(view.tc()));
 
     view.hide();
     view.show();

@@ -69,7 +69,7 @@ TEST_F(GreetingTest, APointerThatEntersCallsALateFoldOff)
     leave();
     queue.advance(0.1);
     Q_EMIT notifications.greetingHover();
-    EXPECT_TRUE(std::isinf(film().foldTime()));
+    EXPECT_TRUE(std::isinf(film().tc()));
     queue.advance(20);
     EXPECT_EQ(completions, 1);
     EXPECT_FALSE(film().isVisible()) << "a closed island has no stage";

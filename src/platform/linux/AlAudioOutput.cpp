@@ -24,6 +24,14 @@ constexpr std::chrono::milliseconds lookPeriod{20};
 constexpr int looksBeforePause = 8;
 /// Seconds between two looks for a device that is missing.
 constexpr double searchPeriod = 5;
+/// A sound that comes later than this says nothing any more: better none than a burst of them after
+/// the device took long to open.
+constexpr std::chrono::milliseconds latestStart{500};
+
+/// How long the program's end waits for the device to close.
+constexpr std::chrono::seconds stopPatience{1};
+
+using SteadyClock = std::chrono::steady_clock;
 
 /// What a voice and the player's thread share; the voice may go first.
 struct VoiceState
@@ -44,26 +52,30 @@ using VoicePointer = std::shared_ptr<VoiceState>;
 
 } // namespace
 
-/// The thread that owns the device, and its queue of work.
+/// The thread that owns the device, and its queue of work. The thread keeps it alive.
 class AlAudioOutput::Player
 {
 public:
-    explicit Player(std::chrono::milliseconds closeDelay)
-        : m_closeDelay(closeDelay)
-        , m_thread([this] { run(); })
+    static std::shared_ptr<Player> start(std::chrono::milliseconds closeDelay)
     {
+        auto player = std::shared_ptr<Player>(new Player(closeDelay));
+        std::thread([player] { player->run(); }).detach();
+        return player;
     }
 
-    ~Player()
+    /// Has the thread end; one that hangs in a sound server is left to the end of the process.
+    void stop()
     {
         post([this] { m_isDone = true; });
-        m_thread.join();
+        std::unique_lock guard(m_lock);
+        m_end.wait_for(guard, stopPatience, [this] { return m_hasEnded; });
     }
 
     void play(const VoicePointer &voice, double now)
     {
         const unsigned turn = ++voice->asked;
-        post([=, this] { start(voice, turn, now); });
+        const auto latest = SteadyClock::now() + latestStart;
+        post([=, this] { sound({voice, turn}, now, latest); });
     }
 
     void setGain(const VoicePointer &voice, float gain)
@@ -91,6 +103,11 @@ private:
         unsigned turn;
     };
 
+    explicit Player(std::chrono::milliseconds closeDelay)
+        : m_closeDelay(closeDelay)
+    {
+    }
+
     void post(std::function<void()> work)
     {
         {
@@ -109,8 +126,14 @@ private:
             for (const auto &work : works)
                 work();
             dropEnded();
+            if (works.empty() && m_looksLeft > 0 && --m_looksLeft == 0)
+                m_device->pause();
         }
         m_device.reset();
+
+        const std::lock_guard guard(m_lock);
+        m_hasEnded = true;
+        m_end.notify_one();
     }
 
     /// Sleeps until there is work or, while the device is open, until it is time to look at it or
@@ -128,16 +151,17 @@ private:
         return std::exchange(m_work, {});
     }
 
-    void start(const VoicePointer &voice, unsigned turn, double now)
+    void sound(const Sounding &sounding, double now, SteadyClock::time_point latest)
     {
+        const VoicePointer &voice = sounding.voice;
         forget(voice);
-        if (!wakeDevice(now)) {
-            voice->ended = turn;
+        const auto isLate = [latest] { return SteadyClock::now() > latest; };
+        if (isLate() || !wakeDevice(now) || isLate()) {
+            voice->ended = sounding.turn;
             return;
         }
         m_device->play(voice.get(), voice->clip, voice->gain);
-        m_sounding.push_back({voice, turn});
-        m_looksLeft = looksBeforePause;
+        m_sounding.push_back(sounding);
     }
 
     void forget(const VoicePointer &voice)
@@ -150,18 +174,21 @@ private:
     {
         if (m_device) {
             m_device->resume();
-            if (m_device->isConnected())
-                return true;
-            closeDevice();
+            if (!m_device->isConnected())
+                closeDevice();
         }
-        if (now - m_lastFailure < searchPeriod)
-            return false;
-        m_device = AlDevice::open();
-        if (m_device)
+        if (!m_device) {
+            if (now - m_lastFailure < searchPeriod)
+                return false;
+            m_device = AlDevice::open();
+            if (!m_device) {
+                m_lastFailure = now;
+                return false;
+            }
             m_device->resume();
-        else
-            m_lastFailure = now;
-        return m_device != nullptr;
+        }
+        m_looksLeft = looksBeforePause;
+        return true;
     }
 
     void closeDevice()
@@ -186,8 +213,6 @@ private:
         });
         if (!m_sounding.empty())
             m_looksLeft = looksBeforePause;
-        else if (m_looksLeft > 0 && --m_looksLeft == 0)
-            m_device->pause();
     }
 
     const std::chrono::milliseconds m_closeDelay;
@@ -200,7 +225,8 @@ private:
     std::mutex m_lock;
     std::condition_variable m_wake;
     std::vector<std::function<void()>> m_work;
-    std::thread m_thread;
+    std::condition_variable m_end;
+    bool m_hasEnded = false;
 };
 
 /// A voice: the main thread's end of it.
@@ -232,7 +258,11 @@ AlAudioOutput::AlAudioOutput(const MainQueue &clock, std::chrono::milliseconds c
 {
 }
 
-AlAudioOutput::~AlAudioOutput() = default;
+AlAudioOutput::~AlAudioOutput()
+{
+    if (m_player)
+        m_player->stop();
+}
 
 std::vector<std::unique_ptr<AudioVoice>> AlAudioOutput::makeVoices(const QByteArray &file,
                                                                    int count)
@@ -241,7 +271,7 @@ std::vector<std::unique_ptr<AudioVoice>> AlAudioOutput::makeVoices(const QByteAr
     if (!decoded)
         return {};
     if (!m_player)
-        m_player = std::make_unique<Player>(m_closeDelay);
+        m_player = Player::start(m_closeDelay);
     const auto clip = std::make_shared<const AudioClip>(std::move(*decoded));
     std::vector<std::unique_ptr<AudioVoice>> voices;
     for (int i = 0; i < count; ++i)

@@ -12,7 +12,7 @@ class MainQueue;
 ///
 /// The thread and the device sleep while nothing sounds, and the device is closed after a while. One
 /// that is closed, missing or lost is looked for when something is to be played. One object a
-/// process.
+/// process. A sound that can't begin within half a second is left out.
 class AlAudioOutput final : public AudioOutput
 {
 public:
@@ -33,7 +33,7 @@ private:
 
     const MainQueue &m_clock;
     const std::chrono::milliseconds m_closeDelay;
-    std::unique_ptr<Player> m_player;
+    std::shared_ptr<Player> m_player;
 };
 
 } // namespace tirlo

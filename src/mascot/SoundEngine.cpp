@@ -1,1 +1,0 @@
-#include "SoundEngine.h"
