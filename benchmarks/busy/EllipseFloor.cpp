@@ -3,8 +3,8 @@
 #include "ui/motion/TimerFrameDriver.h"
 
 #include <QApplication>
-#include <QPaintEvent>
 #include <QPainter>
+#include <QPaintEvent>
 #include <QWidget>
 
 namespace {

@@ -3,8 +3,10 @@
 //
 //   tools/stage busy [SECONDS]      20 seconds by default
 
-#include "../idle/Probe.h"
 #include "EllipseFloor.h"
+
+#include "common/Probe.h"
+#include "common/Row.h"
 
 #include "e2e/kit/Agent.h"
 #include "e2e/kit/Desktop.h"
@@ -38,16 +40,6 @@ void startWork(const Program &program)
     }
 }
 
-Usage watch(qint64 process, int seconds)
-{
-    const Usage before = usageOf(process);
-    QThread::sleep(static_cast<unsigned long>(seconds));
-    Usage after = usageOf(process);
-    after.cpuSeconds -= before.cpuSeconds;
-    after.contextSwitches -= before.contextSwitches;
-    return after;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -72,7 +64,7 @@ int main(int argc, char *argv[])
     QThread::sleep(2);
     if (argc > 2)
         takePicture(argv[2]);
-    const Usage open = watch(program.processId(), seconds);
+    const Usage open = usageOver(program.processId(), seconds);
 
     QProcess floor;
     floor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -80,14 +72,16 @@ int main(int argc, char *argv[])
     if (!floor.waitForStarted())
         return 1;
     QThread::sleep(2);
-    const Usage ellipse = watch(floor.processId(), seconds);
+    const Usage ellipse = usageOver(floor.processId(), seconds);
     floor.terminate();
     floor.waitForFinished();
 
-    std::printf("Open for %d s%18s %10s %8s %6s\n", seconds, "Tirlo", "ellipse", "ratio", "goal");
-    std::printf("CPU seconds        %14.2f %10.2f %8.2f    2.5\n", open.cpuSeconds,
-                ellipse.cpuSeconds, open.cpuSeconds / ellipse.cpuSeconds);
-    std::printf("context switches   %14.0f %10.0f %8.2f\n", open.contextSwitches,
-                ellipse.contextSwitches, open.contextSwitches / ellipse.contextSwitches);
+    printHeading(qPrintable(
+        QStringLiteral(
+            "The open island with five mascots moving for %1 s, beside a window of its size "
+            "repainting one flat ellipse")
+            .arg(seconds)));
+    printRow("CPU seconds", open.cpuSeconds, ellipse.cpuSeconds, 2.5);
+    printRow("context switches", open.contextSwitches, ellipse.contextSwitches);
     return 0;
 }

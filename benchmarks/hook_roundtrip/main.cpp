@@ -5,6 +5,7 @@
 #include "LoadClient.h"
 #include "RelayRuns.h"
 #include "RepaintLoad.h"
+#include "common/Row.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
 #include "hooks/HookServer.h"
@@ -36,13 +37,6 @@ constexpr double relayGoal = 1.6;
 /// An exchange without a reply counts as the slowest of all.
 constexpr double lost = std::numeric_limits<double>::infinity();
 
-double percentile(std::vector<double> values, double share)
-{
-    const auto at = values.begin() + std::ptrdiff_t(double(values.size() - 1) * share);
-    std::ranges::nth_element(values, at);
-    return *at;
-}
-
 /// Has another process put its load on the socket while this one's event loop runs.
 void press(const QString &socketPath, std::vector<double> &microseconds)
 {
@@ -67,39 +61,24 @@ void runAside(Work work)
     thread->wait();
 }
 
-bool report(const char *what, double ratio, double goal)
-{
-    std::printf("  %-22s %8.2f   (goal: at most %.1f)\n", what, ratio, goal);
-    return ratio <= goal;
-}
-
 bool reportLatency(const std::vector<double> &floor, const std::vector<double> &hooks)
 {
     const Load load;
-    std::printf(
-        "reply latency in microseconds, %d events/s for %d s, %d rounds, while repainting\n",
-        load.eventsPerSecond, load.seconds, rounds);
-    std::printf("  %-22s %8s %8s %8s %8s\n", "", "p50", "p99", "worst", "lost");
-    const auto row = [](const char *name, const std::vector<double> &values) {
-        std::printf("  %-22s %8.0f %8.0f %8.0f %8td\n", name, percentile(values, 0.5),
-                    percentile(values, 0.99), percentile(values, 1),
-                    std::ranges::count(values, lost));
-    };
-    row("bare echo server", floor);
-    row("hook server", hooks);
-    const bool isComplete = std::ranges::count(hooks, lost) == 0;
-    return report("ratio of p99", percentile(hooks, 0.99) / percentile(floor, 0.99), latencyGoal)
-        && isComplete;
+    printHeading(qPrintable(
+        QStringLiteral("The reply's latency in microseconds at %1 events/s, beside an echo server")
+            .arg(load.eventsPerSecond)));
+    printRow("median", median(hooks), median(floor));
+    const bool isFast
+        = printRow("99 %", percentile(hooks, 0.99), percentile(floor, 0.99), latencyGoal);
+    const auto lostCount = std::ranges::count(hooks, lost);
+    std::printf("\nReplies lost: %td of %zu\n", lostCount, hooks.size());
+    return isFast && lostCount == 0;
 }
 
 bool reportRelay(const RelayTimes &times)
 {
-    const double interpreter = percentile(times.interpreter, 0.5);
-    const double relay = percentile(times.relay, 0.5);
-    std::printf("whole process in milliseconds, median of %d runs by turns\n", relayRuns);
-    std::printf("  %-22s %8.2f\n", "sh and bare python3", interpreter);
-    std::printf("  %-22s %8.2f\n", "qv-hook, an event", relay);
-    return report("ratio", relay / interpreter, relayGoal);
+    printHeading("The whole relay process in milliseconds, beside sh and a bare interpreter");
+    return printRow("an event", median(times.relay), median(times.interpreter), relayGoal);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 
 #include "Scene.h"
 
+#include "common/Row.h"
+
 #include "island/IslandConst.h"
 #include "platform/linux/QtMainQueue.h"
 #include "support/ManualFrameDriver.h"
@@ -30,6 +32,8 @@ constexpr double frameSeconds = 1.0 / 60;
 constexpr int rounds = 30;
 constexpr int framesPerRound = 24;
 constexpr double goalPerFloor = 3;
+constexpr QRect panel(0, 0, IslandConst::panelWidth, IslandConst::panelHeight);
+constexpr QRect film(40, 0, 640, 180);
 constexpr int hiddenMilliseconds = 10000;
 
 /// The least that a frame of such a window can cost.
@@ -77,13 +81,6 @@ double timeFrame(Work work)
     return processorMilliseconds() - start;
 }
 
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
-
 class Measurement
 {
 public:
@@ -96,9 +93,10 @@ public:
         }
     }
 
-    /// Sets off on a motion from an island at rest, many times, and prints its median frame.
+    /// Sets off on a motion from an island at rest, many times, and prints its median frame beside
+    /// an empty repaint of the same rectangle.
     template<typename Prepare, typename Start>
-    void measure(const char *name, Prepare prepare, Start start)
+    void measure(const char *name, Prepare prepare, Start start, QRect rect = panel)
     {
         std::vector<double> floor;
         std::vector<double> frames;
@@ -109,15 +107,15 @@ public:
             start(m_scene.state);
             for (int i = 0; i < framesPerRound; ++i) {
                 frames.push_back(timeFrame([this] { m_queue.advance(frameSeconds); }));
-                floor.push_back(timeFrame([this] { m_empty.update(); }));
+                floor.push_back(timeFrame([=, this] { m_empty.update(rect); }));
             }
         }
         const double ratio = m_scene.window().devicePixelRatioF();
-        const double goal = ratio > 1 ? 6 : 2;
-        std::printf("  %-16s at ratio %.0f   floor %6.2f   frame %6.2f (goal: %.0f)   "
-                    "ratio %6.2f (goal: %.0f)\n",
-                    name, ratio, median(floor), median(frames), goal,
-                    median(frames) / median(floor), goalPerFloor);
+        const QString what = QStringLiteral("%1, ratio %2 (goal: %3 ms)")
+                                 .arg(QLatin1String(name))
+                                 .arg(ratio)
+                                 .arg(ratio > 1 ? 6 : 2);
+        printRow(qPrintable(what), median(frames), median(floor), goalPerFloor);
     }
 
 private:
@@ -145,6 +143,13 @@ void measureFrames()
     measurement.measure("changing cards", opened,
                         [](AppState &state) { state.view = IslandView::question; });
     measurement.measure("agents at work", opened, nothing);
+    measurement.measure(
+        "greeting", closed,
+        [](AppState &state) {
+            state.view = IslandView::greeting;
+            state.mode = expanded;
+        },
+        film);
 }
 
 /// Real time, and everything that runs by itself in it.
@@ -162,7 +167,7 @@ void countHiddenPaints()
     wait(1000);
     PaintCounter counter;
     wait(hiddenMilliseconds);
-    std::printf("paints of the hidden island in %d s: %d\n", hiddenMilliseconds / 1000,
+    std::printf("\nPaints of the hidden island in %d s: %d\n", hiddenMilliseconds / 1000,
                 counter.count);
 }
 
@@ -189,10 +194,9 @@ int main(int argc, char *argv[])
         measureFrames();
         return 0;
     }
-    std::printf(
-        "a frame of the open island in motion in milliseconds of processor time, median of %d\n",
-        rounds * framesPerRound);
-    std::fflush(stdout);
+    printHeading(
+        "A frame of the island in motion in milliseconds of processor time, beside an empty "
+        "repaint");
     for (const char *factor : {"1", "2"}) {
         if (const int error = runAgain(factor, {"--frames"}))
             return error;

@@ -1,6 +1,8 @@
 // What a frame of the mascot costs, update and paint, beside a floor: filling the same outline with
 // the one gradient that a grey body begins with. Ends with 1 when a goal is missed.
 
+#include "common/Row.h"
+
 #include "mascot/BotColor.h"
 #include "mascot/BotDrawing.h"
 #include "mascot/BotEngine.h"
@@ -11,8 +13,6 @@
 #include <QImage>
 #include <QLinearGradient>
 
-#include <algorithm>
-#include <cstdio>
 #include <ctime>
 #include <vector>
 
@@ -47,12 +47,6 @@ double timeBatch(QImage &image, Work work)
     return double(std::clock() - start) * 1e6 / CLOCKS_PER_SEC / framesPerBatch;
 }
 
-double median(std::vector<double> values)
-{
-    std::ranges::nth_element(values, values.begin() + batches / 2);
-    return values[batches / 2];
-}
-
 void fillOutline(QPainter &painter, const BotFrame &frame)
 {
     painter.setRenderHint(QPainter::Antialiasing);
@@ -80,11 +74,8 @@ bool compare(const char *name, BotEngine &engine, QSizeF size, double ratio, dou
             drawFrame(painter);
         }));
     }
-    const double share = median(whole) / median(floor);
-    std::printf(
-        "  %-5s at ratio %.0f   floor %7.2f   frame %7.2f   ratio %5.2f   (goal: at most %.0f)\n",
-        name, ratio, median(floor), median(whole), share, goal);
-    return share <= goal;
+    const QString what = QStringLiteral("%1 at ratio %2").arg(QLatin1String(name)).arg(ratio);
+    return printRow(qPrintable(what), median(whole), median(floor), goal);
 }
 
 } // namespace
@@ -113,9 +104,7 @@ int main(int argc, char *argv[])
     mini.setState(BotState::working, true);
 
     bool isGood = true;
-    std::printf(
-        "a frame of the mascot in microseconds of processor time, median of %d batches by turns\n",
-        batches);
+    printHeading("A mascot's frame in microseconds of processor time, beside filling its outline");
     for (const double ratio : {1.0, 2.0}) {
         isGood &= compare("big", big, bigSize, ratio, bigGoal, [&](QPainter &painter) {
             drawHandsBehind(painter, big, bigSize);

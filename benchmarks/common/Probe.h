@@ -15,3 +15,6 @@ struct Usage
 
 /// Reads the usage of the process so far; zeros when it is gone.
 [[nodiscard]] Usage usageOf(qint64 processId);
+
+/// Reads what it uses over the next seconds; memory as it is at their end.
+[[nodiscard]] Usage usageOver(qint64 processId, int seconds);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QStringList>
+#include <QThread>
 
 #include <unistd.h>
 
@@ -49,4 +50,14 @@ Usage usageOf(qint64 processId)
     usage.residentMemory = numberOf(contentOf(folder + "status"), "VmRSS:") / kibPerMib;
     usage.proportionalMemory = numberOf(contentOf(folder + "smaps_rollup"), "Pss:") / kibPerMib;
     return usage;
+}
+
+Usage usageOver(qint64 processId, int seconds)
+{
+    const Usage before = usageOf(processId);
+    QThread::sleep(static_cast<unsigned long>(seconds));
+    Usage after = usageOf(processId);
+    after.cpuSeconds -= before.cpuSeconds;
+    after.contextSwitches -= before.contextSwitches;
+    return after;
 }
