@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 /// Begins a table of Markdown in the output.
@@ -10,6 +11,8 @@ inline void printHeading(const char *title)
     std::printf("\n### %s\n\n"
                 "| %-44s | %9s | %9s | %6s | %4s |\n|:---|---:|---:|---:|---:|\n",
                 title, "", "Tirlo", "floor", "ratio", "goal");
+    // Before a child process prints its rows.
+    std::fflush(stdout);
 }
 
 /// Adds a row to it: what was measured beside the floor of the same run, in the same unit, and the
