@@ -1,7 +1,8 @@
 #include "SingleInstance.h"
 
+#include "platform/PrivateFolder.h"
+
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QSysInfo>
 
@@ -13,7 +14,7 @@ namespace tirlo {
 SingleInstance::SingleInstance(const Paths &paths)
     : m_lock(paths.supportFolder() + QStringLiteral("/tirlo.lock"))
 {
-    QDir().mkpath(paths.supportFolder());
+    makePrivateFolder(paths.supportFolder());
     // A lock is stale when its process is gone, however long it has been held.
     m_lock.setStaleLockTime(0);
 }

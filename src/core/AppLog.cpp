@@ -1,8 +1,8 @@
 #include "AppLog.h"
 
 #include "platform/MainQueue.h"
+#include "platform/PrivateFolder.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSaveFile>
 
@@ -54,8 +54,7 @@ void AppLog::appendAppLog(const QString &file, const QString &line,
                           const QString &timestampFormat) const
 {
     const QString folder = m_paths.logFolder();
-    QDir().mkpath(folder);
-    QFile::setPermissions(folder, ownerOnly | QFileDevice::ExeOwner);
+    makePrivateFolder(folder);
 
     const QString stamp = m_clock.wallClock().toString(timestampFormat);
     const QByteArray record = (stamp + u' ' + escapedForLog(line) + u'\n').toUtf8();
@@ -67,7 +66,8 @@ void AppLog::appendAppLog(const QString &file, const QString &line,
         writeAnew(path, record);
         return;
     }
-    if (present.st_size >= restartSize) {
+    // A file with a second name may be somebody else's.
+    if (present.st_size >= restartSize || present.st_nlink > 1) {
         QFile::remove(path);
         writeAnew(path, record);
         return;

@@ -44,6 +44,8 @@ FileDescriptor listenAt(const QString &path)
     if (!listener.isOpen())
         return {};
 
+    // The file takes this mode over, so that it is never open to others whatever the umask.
+    fchmod(listener.get(), S_IRUSR | S_IWUSR);
     sockaddr_un address{};
     static_assert(sizeof address.sun_path > longestPath);
     address.sun_family = AF_UNIX;

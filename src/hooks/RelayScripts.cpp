@@ -2,9 +2,10 @@
 
 #include "core/Paths.h"
 #include "platform/FileReplacement.h"
+#include "platform/PrivateFolder.h"
 
-#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 // The resources of a static library are only there once asked for, outside any namespace.
 static void requireRelayResource()
@@ -27,6 +28,15 @@ QByteArray resource(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void install(const QString &path, const QByteArray &script)
+{
+    // The scripts are ours alone: a link in their place leads to somebody else's file.
+    if (QFileInfo(path).isSymLink())
+        QFile::remove(path);
+    // What can't be written leaves the scripts of the start before.
+    static_cast<void>(replaceFile(path, script, executable));
+}
+
 } // namespace
 
 QByteArray wrapper()
@@ -41,11 +51,9 @@ QByteArray relay()
 
 void installHookScript(const Paths &paths)
 {
-    QDir().mkpath(paths.supportFolder());
-    QFile::setPermissions(paths.supportFolder(), ownerAll);
-    // What can't be written leaves the scripts of the start before.
-    static_cast<void>(replaceFile(paths.hookScriptPath(), wrapper(), executable));
-    static_cast<void>(replaceFile(paths.relayScriptPath(), relay(), executable));
+    makePrivateFolder(paths.supportFolder());
+    install(paths.hookScriptPath(), wrapper());
+    install(paths.relayScriptPath(), relay());
 }
 
 } // namespace tirlo::RelayScripts

@@ -1,9 +1,9 @@
 #include "FileKeyValueStore.h"
 
 #include "platform/FileReplacement.h"
+#include "platform/PrivateFolder.h"
 #include "platform/MainQueue.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -99,7 +99,7 @@ void FileKeyValueStore::save() const
 {
     if (!m_mayWrite)
         return;
-    QDir().mkpath(QFileInfo(m_path).path());
+    makePrivateFolder(QFileInfo(m_path).path());
     // What can't be written now is written along with the next change.
     static_cast<void>(replaceFile(m_path, QJsonDocument(m_values).toJson(),
                                   QFileDevice::ReadOwner | QFileDevice::WriteOwner));

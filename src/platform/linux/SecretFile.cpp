@@ -1,8 +1,8 @@
 #include "SecretFile.h"
 
 #include "platform/FileReplacement.h"
+#include "platform/PrivateFolder.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -72,7 +72,7 @@ void SecretFile::save() const
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry)
         entries.insert(entry.key(), *entry ? QJsonValue(**entry) : QJsonValue());
 
-    QDir().mkpath(QFileInfo(m_path).path());
+    makePrivateFolder(QFileInfo(m_path).path());
     // What can't be written is lost at the end of this run.
     static_cast<void>(replaceFile(m_path, QJsonDocument(entries).toJson(),
                                   QFileDevice::ReadOwner | QFileDevice::WriteOwner));
