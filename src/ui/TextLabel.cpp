@@ -73,10 +73,8 @@ void TextLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setOpacity(m_opacity);
     painter.setPen(m_color);
-    painter.setFont(font());
     const QRect area = textRect();
-    const QFontMetricsF metrics(font(), this);
-    TextLine::draw(painter, area, TextLine::elided(m_line, metrics, m_elideMode, area.width()));
+    TextLine::draw(painter, area, TextLine::fitted(m_line, font(), m_elideMode, area.width()));
 }
 
 } // namespace tirlo

@@ -3,9 +3,11 @@
 #include "Style.h"
 #include "core/Text.h"
 
+#include <QCache>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPalette>
+#include <QTextLayout>
 #include <QToolTip>
 
 #include <cmath>
@@ -25,6 +27,44 @@ bool reordersText(QChar c)
     const char16_t code = c.unicode();
     return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069)
         || code == 0x200E || code == 0x200F || code == 0x061C;
+}
+
+/// Lines on the island that are drawn again and again, and as many that come and go.
+constexpr int keptLines = 64;
+/// Wider than any line that is laid out.
+constexpr double unbounded = 1e5;
+
+struct ShapedKey
+{
+    QString line;
+    QFont font;
+    Qt::TextElideMode mode;
+    double width;
+
+    bool operator==(const ShapedKey &) const = default;
+};
+
+std::size_t qHash(const ShapedKey &key, std::size_t seed)
+{
+    return qHashMulti(seed, key.line, key.font, int(key.mode), key.width);
+}
+
+Shaped shaped(const QString &line, const QFont &font)
+{
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setTextDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setWrapMode(QTextOption::NoWrap);
+    QTextLayout layout(line, font);
+    layout.setTextOption(option);
+    layout.setCacheEnabled(true);
+    layout.beginLayout();
+    QTextLine row = layout.createLine();
+    if (!row.isValid())
+        return {};
+    row.setLineWidth(unbounded);
+    row.setPosition({0, -row.ascent()});
+    layout.endLayout();
+    return {row.glyphRuns(), row.horizontalAdvance(), QFontMetricsF(font).capHeight()};
 }
 
 bool breaksLine(QChar c)
@@ -71,14 +111,30 @@ QString elided(const QString &line, const QFontMetricsF &metrics, Qt::TextElideM
     return metrics.elidedText(line, mode, std::ceil(width) + 0.01);
 }
 
+const Shaped &fitted(const QString &line, const QFont &font, Qt::TextElideMode mode, double width)
+{
+    // Never destroyed, for fonts can no longer be let go of once the application is gone.
+    static auto &kept = *new QCache<ShapedKey, Shaped>(keptLines);
+    const ShapedKey key{line, font, mode, width};
+    if (const Shaped *present = kept.object(key))
+        return *present;
+    auto *made = new Shaped(shaped(elided(line, QFontMetricsF(font), mode, width), font));
+    kept.insert(key, made);
+    return *made;
+}
+
+void draw(QPainter &painter, const QRectF &rect, const Shaped &line)
+{
+    const double ratio = painter.device()->devicePixelRatio();
+    const double baseline = rect.center().y() + line.capHeight / 2;
+    const QPointF origin(rect.left(), std::round(baseline * ratio) / ratio);
+    for (const QGlyphRun &run : line.glyphs)
+        painter.drawGlyphRun(origin, run);
+}
+
 void draw(QPainter &painter, const QRectF &rect, const QString &line)
 {
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const double ratio = painter.device()->devicePixelRatio();
-    const double baseline = rect.center().y() + metrics.capHeight() / 2;
-
-    painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    painter.drawText(QPointF(rect.left(), std::round(baseline * ratio) / ratio), line);
+    draw(painter, rect, fitted(line, painter.font(), Qt::ElideNone, rect.width()));
 }
 
 void showToolTip(const QPoint &position, const QString &text, QWidget *owner)

@@ -8,7 +8,6 @@
 #include "ui/Style.h"
 #include "ui/TextLine.h"
 
-#include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QPaintEvent>
@@ -211,11 +210,9 @@ void AgentPill::drawCapsule(QPainter &painter, const QColor &taskColor) const
 void AgentPill::drawName(QPainter &painter, const QColor &taskColor) const
 {
     const QRectF nameRect = capsule().adjusted(botLeft + botFrame + nameGap, 0, -nameRight, 0);
-    const QFontMetricsF metrics(font(), this);
-    painter.setFont(font());
     painter.setPen(mixed(Style::faintText, lighter(taskColor, hoveredNameLight), m_hover));
     TextLine::draw(painter, nameRect,
-                   TextLine::elided(m_name, metrics, Qt::ElideRight, nameRect.width()));
+                   TextLine::fitted(m_name, font(), Qt::ElideRight, nameRect.width()));
 }
 
 void AgentPill::resizeEvent(QResizeEvent *)

@@ -5,7 +5,6 @@
 #include "ui/Style.h"
 #include "ui/TextLine.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -39,9 +38,9 @@ void drawMark(QPainter &painter, const QRectF &row, const char *icon, double siz
 
 void drawPlain(QPainter &painter, const QRectF &rect, const QString &text, const QColor &color)
 {
-    const QFontMetricsF metrics(painter.font(), painter.device());
     painter.setPen(color);
-    TextLine::draw(painter, rect, TextLine::elided(text, metrics, Qt::ElideRight, rect.width()));
+    TextLine::draw(painter, rect,
+                   TextLine::fitted(text, painter.font(), Qt::ElideRight, rect.width()));
 }
 
 } // namespace

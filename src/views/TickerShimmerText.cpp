@@ -3,7 +3,6 @@
 #include "ui/Style.h"
 #include "ui/TextLine.h"
 
-#include <QFontMetricsF>
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -33,10 +32,9 @@ QLinearGradient lightOver(double left, double width, double time)
 
 void draw(QPainter &painter, const QRectF &rect, const QString &line, double time)
 {
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const QString shown = TextLine::elided(line, metrics, Qt::ElideRight, rect.width());
-    painter.setPen(
-        QPen(lightOver(rect.left(), metrics.horizontalAdvance(shown), time), Style::hairlineWidth));
+    const TextLine::Shaped &shown
+        = TextLine::fitted(line, painter.font(), Qt::ElideRight, rect.width());
+    painter.setPen(QPen(lightOver(rect.left(), shown.width, time), Style::hairlineWidth));
     TextLine::draw(painter, rect, shown);
 }
 
