@@ -1,0 +1,95 @@
+#pragma once
+
+#include "Fuzz.h"
+#include "core/AppLog.h"
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "core/Paths.h"
+#include "hooks/ApprovalDesk.h"
+#include "hooks/HookEventProcessor.h"
+#include "hooks/HookSocketServer.h"
+#include "hooks/HookTasks.h"
+#include "hooks/Peer.h"
+#include "hooks/ThreadGroup.h"
+#include "support/ManualQueue.h"
+#include "support/MemoryStore.h"
+#include "support/RecordingSoundEngine.h"
+
+#include <thread>
+
+namespace tirlo {
+
+/// True for what a relay may read as an answer.
+inline bool isReply(const QByteArray &bytes)
+{
+    for (const char *decision : {"allow", "always", "ask", "deny"}) {
+        if (bytes == QByteArray("{\"permissionDecision\":\"") + decision + "\"}\n")
+            return true;
+    }
+    return false;
+}
+
+/// The hooks of a program that has just started, with the real socket and a still clock.
+///
+/// The parts are those of the hook server, which would write its scripts anew each time.
+struct HookRig
+{
+    HookRig()
+    {
+        QDir().mkpath(paths.supportFolder());
+        sockets.start();
+    }
+
+    /// An agent that connects, sends the line and has it handled.
+    Peer tell(const QByteArray &line)
+    {
+        Peer peer = Peer::connectedTo(paths.socketPath());
+        REQUIRE(peer.isConnected());
+        isHandled = wasRequest = false;
+        peer.send(line + '\n');
+        // An event is answered and a request posted only after all was read.
+        while (!isHandled && !peer.isReadable()) {
+            queue.drain();
+            std::this_thread::yield();
+        }
+        queue.drain();
+        return peer;
+    }
+
+    void settleWriters()
+    {
+        writers.wait();
+        queue.drain();
+    }
+
+    [[nodiscard]] QString logPath() const { return paths.logFolder() + QStringLiteral("/qv.log"); }
+
+    const Paths paths{scratchHome()};
+    ManualQueue queue;
+    MemoryStore store;
+    AppState state{store, queue};
+    Notifications notifications;
+    RecordingSoundEngine sound;
+    AppLog appLog{paths, queue};
+    HookContext context{state, notifications, sound, queue, appLog};
+    HookTasks tasks{state, notifications};
+    ThreadGroup writers;
+    ApprovalDesk desk{context, tasks, writers};
+    HookEventProcessor processor{context, tasks, desk};
+    bool isHandled = false;
+    bool wasRequest = false;
+    HookSocketServer sockets{queue,
+                             paths.socketPath(),
+                             {.event =
+                                  [this](const QString &name, const QJsonObject &payload) {
+                                      processor.processEvent(name, payload);
+                                      isHandled = true;
+                                  },
+                              .permissionRequest =
+                                  [this](FileDescriptor connection, const QJsonObject &payload) {
+                                      desk.processPermissionRequest(std::move(connection), payload);
+                                      isHandled = wasRequest = true;
+                                  }}};
+};
+
+} // namespace tirlo
