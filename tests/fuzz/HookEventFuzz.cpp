@@ -2,6 +2,8 @@
 #include "HookRig.h"
 #include "core/PillCatalog.h"
 
+#include <QJsonDocument>
+
 #include <vector>
 
 namespace tirlo {
@@ -38,6 +40,22 @@ void checkState(const AppState &state)
     }
 }
 
+/// True when the line tells that the request on show was dealt with in its agent.
+bool settles(const QByteArray &line, const ApprovalInfo &approval)
+{
+    const QJsonObject payload = QJsonDocument::fromJson(line).object();
+    const HookOrigin origin = HookOrigin::of(payload);
+    const QString event = payload.value(u"hook_event_name").toString();
+    const auto route = routeOf(origin);
+    if (origin.sessionId != approval.sessionId || !route || route->pillId != approval.pillId)
+        return false;
+    if (event.startsWith(QLatin1String("PostToolUse")))
+        return payload.value(u"tool_name").toString() == approval.tool;
+    return QStringLiteral("Stop StopFailure UserPromptSubmit SessionEnd Interrupt")
+        .split(u' ')
+        .contains(event);
+}
+
 /// That an agent's text stays within its record.
 void checkLog(const QByteArray &log)
 {
@@ -68,7 +86,9 @@ void fuzz(const QByteArray &input)
             waiting.pop_back();
             QCoreApplication::processEvents();
         } else {
+            const auto asked = rig.state.pendingApproval.value();
             Peer peer = rig.tell(line);
+            REQUIRE(!asked || rig.state.pendingApproval.value() || settles(line, *asked));
             if (rig.wasRequest)
                 waiting.push_back(std::move(peer));
             else

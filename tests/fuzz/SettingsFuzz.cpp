@@ -80,10 +80,13 @@ void fuzz(const QByteArray &input)
         REQUIRE(bytesOf(folder + u'/' + aside) == input);
     REQUIRE(settingsAfter(path, [](AppState &) {}) == first);
 
+    // Each write goes down to the disk, so most inputs are only read.
     const std::uint8_t last = input.isEmpty() ? 0 : std::uint8_t(input.back());
+    if (last % 4 != 0)
+        return;
     const QString set = settingsAfter(path, [&](AppState &state) {
         const QString text = QString::fromUtf8(input.left(200));
-        state.soundEnabled = last % 2;
+        state.soundEnabled = last % 8 == 0;
         state.soundVolume = last / 255.0;
         state.claudeModel = u'x' + text;
         state.vercelProjectFilter = {text, text + u'1'};
