@@ -183,6 +183,8 @@ void fuzz(const QByteArray &input)
     const JsonObject before = node && node->object() ? *node->object() : JsonObject();
     checkForeign(before, objectIn(installed), agent.isClaude);
     REQUIRE(agent.installer->hooksInstalled() && !all.claude.hooksNeedUpdate());
+    REQUIRE(agent.installer->presentText().toUtf8() == installed);
+    REQUIRE(!agent.installer->laysOutAnew());
     // The user's file is beside it as it was.
     const QStringList backups = folder.entryList({QStringLiteral("*.bak-*")});
     REQUIRE(backups.size() == 1 && bytesOf(folder.filePath(backups.first())) == original);
