@@ -8,6 +8,12 @@ namespace {
 
 constexpr int codeUnitsPerCharacter = 64;
 
+bool isWithinPair(const QString &text, qsizetype at)
+{
+    return at > 0 && at < text.size() && text[at - 1].isHighSurrogate()
+        && text[at].isLowSurrogate();
+}
+
 /// Where the first `count` characters of the text end, in code units.
 qsizetype endOfCharacters(const QString &text, int count)
 {
@@ -16,8 +22,11 @@ qsizetype endOfCharacters(const QString &text, int count)
     const QString head = text.left(qsizetype(count + 1) * codeUnitsPerCharacter);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, head);
     for (int i = 0; i < count; ++i) {
-        if (finder.toNextBoundary() < 0)
-            return head.size();
+        // Beside letters of some scripts, Khmer say, the finder stops within an emoji's two units.
+        do {
+            if (finder.toNextBoundary() < 0)
+                return isWithinPair(text, head.size()) ? head.size() + 1 : head.size();
+        } while (isWithinPair(text, finder.position()));
     }
     return finder.position();
 }

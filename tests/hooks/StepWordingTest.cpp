@@ -76,6 +76,7 @@ TEST(StepWording, BringsTextOnOneLineOfLimitedLength)
     // A family of four and an accent made of two marks are one character each.
     const QString family = u"👨‍👩‍👧‍👦"_s;
     EXPECT_EQ(oneLine(family + u"e\u0301z"_s, 2), family + u"e\u0301…"_s);
+    EXPECT_EQ(oneLine(u"👨\u17d1ab"_s, 1), u"👨…"_s);
 }
 
 } // namespace
