@@ -22,8 +22,12 @@ int characters(const QString &text)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     int count = 0;
-    while (finder.toNextBoundary() > 0)
-        ++count;
+    while (finder.toNextBoundary() > 0) {
+        // The finder itself stops within a pair at times.
+        const qsizetype at = finder.position();
+        if (at == text.size() || !text[at].isLowSurrogate() || !text[at - 1].isHighSurrogate())
+            ++count;
+    }
     return count;
 }
 
