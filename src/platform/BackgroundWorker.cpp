@@ -1,11 +1,20 @@
 #include "BackgroundWorker.h"
 
-#include <utility>
-
 namespace tirlo {
+
+BackgroundWorker::BackgroundWorker(AtEnd atEnd)
+    : m_atEnd(atEnd)
+{
+}
 
 BackgroundWorker::~BackgroundWorker()
 {
+    m_end.request_stop();
+    std::deque<std::function<void()>> dropped;
+    if (m_atEnd == AtEnd::drop) {
+        const std::lock_guard guard(m_lock);
+        dropped.swap(m_work);
+    }
     if (m_thread.joinable())
         m_thread.join();
 }
@@ -13,6 +22,8 @@ BackgroundWorker::~BackgroundWorker()
 void BackgroundWorker::post(std::function<void()> work)
 {
     const std::lock_guard guard(m_lock);
+    if (m_atEnd == AtEnd::drop && m_end.stop_requested())
+        return;
     m_work.push_back(std::move(work));
     if (std::exchange(m_runs, true))
         return;

@@ -1,9 +1,16 @@
 #pragma once
 
+#include "MainQueue.h"
+
+#include <QPointer>
+
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
+#include <stop_token>
 #include <thread>
+#include <utility>
 
 namespace tirlo {
 
@@ -11,18 +18,38 @@ namespace tirlo {
 class BackgroundWorker
 {
 public:
-    BackgroundWorker() = default;
+    /// What becomes of the work that waits when the worker goes.
+    enum class AtEnd { drop, finish };
+
+    explicit BackgroundWorker(AtEnd atEnd = AtEnd::drop);
     BackgroundWorker(const BackgroundWorker &) = delete;
     BackgroundWorker &operator=(const BackgroundWorker &) = delete;
-    /// Waits until all work is done.
+    /// Waits for the piece of work under way, and for all others where they are to be finished.
     ~BackgroundWorker();
 
     /// Does the work after all that was given before; callable from any thread.
     void post(std::function<void()> work);
 
+    /// Does the work and hands its result to `then` on the main thread, unless the owner has gone.
+    template<typename Work, typename Then>
+    void post(MainQueue &queue, const QObject *owner, Work work, Then then)
+    {
+        post([&queue, guard = QPointer(owner), work = std::move(work), then = std::move(then)] {
+            queue.post([guard, then, result = std::make_shared<decltype(work())>(work())] {
+                if (guard)
+                    then(*result);
+            });
+        });
+    }
+
+    /// Tells long work that the worker is going and waits for it.
+    [[nodiscard]] std::stop_token stopToken() const { return m_end.get_token(); }
+
 private:
     void run();
 
+    const AtEnd m_atEnd;
+    std::stop_source m_end;
     std::mutex m_lock;
     std::deque<std::function<void()>> m_work;
     /// True while the thread still looks for work.

@@ -12,7 +12,7 @@ namespace {
 
 TEST(BackgroundWorkerTest, WorksInOrderAndToTheEndOnAnotherThread)
 {
-    std::optional<BackgroundWorker> worker(std::in_place);
+    std::optional<BackgroundWorker> worker(std::in_place, BackgroundWorker::AtEnd::finish);
     std::string order;
     std::thread::id thread;
     for (char c = 'a'; c <= 'z'; ++c) {
@@ -25,6 +25,21 @@ TEST(BackgroundWorkerTest, WorksInOrderAndToTheEndOnAnotherThread)
     worker.reset();
     EXPECT_EQ(order, "abcdefghijklmnopqrstuvwxyz!");
     EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+TEST(BackgroundWorkerTest, DropsWhatWaitsAndTellsWhatIsUnderWay)
+{
+    std::optional<BackgroundWorker> worker(std::in_place);
+    std::promise<void> begun;
+    worker->post([&, stop = worker->stopToken()] {
+        begun.set_value();
+        while (!stop.stop_requested())
+            std::this_thread::yield();
+        worker->post([] { FAIL(); });
+    });
+    worker->post([] { FAIL(); });
+    begun.get_future().wait();
+    worker.reset();
 }
 
 TEST(BackgroundWorkerTest, TakesUpWorkAgainAfterARest)

@@ -1,7 +1,9 @@
 #include "HttpExchange.h"
 
+#include "DesktopProxy.h"
 #include "Gunzip.h"
 #include "UploadOnce.h"
+#include "platform/BackgroundWorker.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -15,6 +17,8 @@ namespace {
 
 /// Bytes of the longest body that is taken, packed or not.
 constexpr qsizetype bodyLimit = 32 * 1024 * 1024;
+/// Bytes of a packed body that become few enough to be unpacked within the time of a frame.
+constexpr qsizetype shortBody = 4 * 1024;
 constexpr int mostRedirects = 8;
 
 /// True if a redirect keeps the credentials with the server they were meant for.
@@ -22,11 +26,15 @@ bool mayFollow(const QUrl &from, const QUrl &to)
 {
     if (from.host() != to.host())
         return false;
+    constexpr int plain = 80;
+    constexpr int encrypted = 443;
     const QString secure = QStringLiteral("https");
-    if (from.scheme() != to.scheme())
-        return to.scheme() == secure;
-    const int usual = from.scheme() == secure ? 443 : 80;
-    return from.port(usual) == to.port(usual);
+    if (from.scheme() == to.scheme()) {
+        const int usual = from.scheme() == secure ? encrypted : plain;
+        return from.port(usual) == to.port(usual);
+    }
+    // On any other port of the host there may be somebody else's server.
+    return to.scheme() == secure && from.port(plain) == plain && to.port(encrypted) == encrypted;
 }
 
 bool isRedirect(int status)
@@ -103,19 +111,19 @@ QString reasonFor(const QNetworkReply &reply)
 
 } // namespace
 
-HttpExchange::HttpExchange(QNetworkAccessManager &network, HttpRequest request,
+HttpExchange::HttpExchange(const HttpRoad &road, HttpRequest request,
                            std::function<void(const HttpReply &)> done)
-    : QObject(&network)
-    , m_network(network)
+    : QObject(&road.network)
+    , m_road(road)
     , m_request(std::move(request))
     , m_done(std::move(done))
 {
 }
 
-void HttpExchange::begin(MainQueue &queue)
+void HttpExchange::begin()
 {
-    m_timeLimit = queue.after(m_request.timeout, this,
-                              [this] { fail(QStringLiteral("The request timed out.")); });
+    m_timeLimit = m_road.queue.after(m_request.timeout, this,
+                                     [this] { fail(QStringLiteral("The request timed out.")); });
     ask(m_request.url);
 }
 
@@ -127,8 +135,17 @@ void HttpExchange::cancel()
 
 void HttpExchange::ask(const QUrl &url)
 {
+    m_road.proxy.find(url, this, [this, url] {
+        // One that has failed in the meantime is only left to be deleted.
+        if (m_done)
+            send(url);
+    });
+}
+
+void HttpExchange::send(const QUrl &url)
+{
     m_body.clear();
-    m_reply = start(m_network, m_request, url);
+    m_reply = start(m_road.network, m_request, url);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpExchange::readMore);
     connect(m_reply, &QNetworkReply::finished, this, &HttpExchange::finish);
 }
@@ -162,15 +179,26 @@ void HttpExchange::finish()
         follow(m_reply->url().resolved(target));
         return;
     }
-    if (m_reply->rawHeader("Content-Encoding").contains("gzip")) {
-        auto unpacked = gunzip(m_body, bodyLimit);
-        if (!unpacked) {
+    if (m_reply->rawHeader("Content-Encoding").contains("gzip") && !m_body.isEmpty())
+        unpack(status);
+    else
+        settle({.status = status, .body = std::move(m_body)});
+}
+
+void HttpExchange::unpack(int status)
+{
+    const auto take = [this, status](const std::optional<QByteArray> &body) {
+        if (body)
+            settle({.status = status, .body = *body});
+        else
             fail(QStringLiteral("The server's answer is damaged or too long."));
-            return;
-        }
-        m_body = *std::move(unpacked);
+    };
+    if (m_body.size() <= shortBody) {
+        take(gunzip(m_body, bodyLimit));
+        return;
     }
-    settle({.status = status, .body = std::move(m_body)});
+    m_road.unpacker.post(
+        m_road.queue, this, [body = m_body] { return gunzip(body, bodyLimit); }, take);
 }
 
 void HttpExchange::follow(const QUrl &target)

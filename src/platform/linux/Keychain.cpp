@@ -77,6 +77,7 @@ void Keychain::open()
         }
     }
 
+    QStringList taken;
     const SecretFile::Entries kept = m_file->entries();
     for (auto entry = kept.begin(); entry != kept.end(); ++entry) {
         if (*entry)
@@ -85,8 +86,9 @@ void Keychain::open()
             m_items.remove(entry.key());
         m_hasKeyring = m_hasKeyring && put(keyring, entry.key(), *entry);
         if (m_hasKeyring)
-            m_file->forget(entry.key());
+            taken.append(entry.key());
     }
+    m_file->forget(taken);
 }
 
 void Keychain::change(const QString &key, const std::optional<QString> &value)
@@ -103,7 +105,7 @@ void Keychain::change(const QString &key, const std::optional<QString> &value)
         m_hasKeyring = keyring.isOpen() && put(keyring, key, value);
     }
     if (m_hasKeyring)
-        m_file->forget(key);
+        m_file->forget({key});
     else
         m_file->set(key, value);
 }

@@ -47,7 +47,7 @@ private:
     /// From the first failure on all goes to the file, and into the keyring at the next start.
     bool m_hasKeyring = false;
     QHash<QString, QString> m_items;
-    BackgroundWorker m_worker;
+    BackgroundWorker m_worker{BackgroundWorker::AtEnd::finish};
 };
 
 } // namespace tirlo

@@ -68,6 +68,7 @@ bool isLocked(GList *item)
 
 Keyring::Keyring(double answerLimit)
     : m_answerLimit(answerLimit)
+    , m_deadline(qint64(answerLimit * 1000))
 {
     if (!hasSessionBus())
         return;
@@ -103,6 +104,7 @@ std::optional<QHash<QString, QString>> Keyring::items(GCancellable *asking)
             secret_service_unlock(m_service.get(), locked, cancellable, done, data);
         };
         const auto result = await(start, asking);
+        m_deadline.setRemainingTime(qint64(m_answerLimit * 1000));
         const int unlocked
             = secret_service_unlock_finish(m_service.get(), result.get(), nullptr, nullptr);
         g_list_free(locked);
@@ -189,7 +191,7 @@ bool Keyring::clear(const QString &account)
 Keyring::Reference<GAsyncResult> Keyring::await(const Start &start)
 {
     const Reference<GCancellable> cancellable(g_cancellable_new());
-    GSource *limit = g_timeout_source_new(guint(m_answerLimit * 1000));
+    GSource *limit = g_timeout_source_new(guint(m_deadline.remainingTime()));
     g_source_set_callback(
         limit,
         [](void *data) -> gboolean {

@@ -2,6 +2,7 @@
 
 #include <libsecret/secret.h>
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QString>
 
@@ -13,12 +14,13 @@ namespace tirlo {
 
 /// This program's items in the desktop's Secret Service, each found by service and account.
 ///
-/// Every call blocks, at most for the time that an answer may take. All of them belong to the
-/// thread that opened it.
+/// All calls block, together at most for the time that answers may take. They belong to the thread
+/// that opened it.
 class Keyring
 {
 public:
-    /// Connects to the service; see isOpen(). An answer may take `answerLimit` seconds.
+    /// Connects to the service; see isOpen(). All answers may take `answerLimit` seconds, which
+    /// begin anew when the user has been asked.
     explicit Keyring(double answerLimit);
 
     [[nodiscard]] bool isOpen() const { return m_service != nullptr; }
@@ -56,7 +58,7 @@ private:
 
     using Start = std::function<void(GCancellable *, GAsyncReadyCallback, void *)>;
 
-    /// Runs an asynchronous call to its end, however that is; gives it up after the answer's time.
+    /// Runs an asynchronous call to its end, however that is; gives it up at the deadline.
     [[nodiscard]] Reference<GAsyncResult> await(const Start &start);
     [[nodiscard]] Reference<GAsyncResult> await(const Start &start, GCancellable *cancellable);
     [[nodiscard]] std::optional<Items> search();
@@ -64,6 +66,7 @@ private:
     bool clear(const QString &account);
 
     const double m_answerLimit;
+    QDeadlineTimer m_deadline;
     // Answers arrive here and nowhere else in the program.
     std::unique_ptr<GMainContext, UnrefContext> m_context{g_main_context_new()};
     Reference<GDBusConnection> m_bus;

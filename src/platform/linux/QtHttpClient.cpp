@@ -3,7 +3,6 @@
 #include "HttpExchange.h"
 #include "platform/MainQueue.h"
 
-#include <QHostAddress>
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QPointer>
@@ -17,17 +16,22 @@ namespace tirlo {
 
 namespace {
 
-/// The desktop's proxy, except for servers on this machine.
-class DesktopProxy final : public QNetworkProxyFactory
+/// Tells the network what is known, so that it never waits for the desktop on the main thread.
+class KnownProxy final : public QNetworkProxyFactory
 {
 public:
+    explicit KnownProxy(const DesktopProxy &proxy)
+        : m_proxy(proxy)
+    {
+    }
+
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
     {
-        const QString host = query.peerHostName();
-        if (host == QStringLiteral("localhost") || QHostAddress(host).isLoopback())
-            return {QNetworkProxy::NoProxy};
-        return systemProxyForQuery(query);
+        return m_proxy.known(query);
     }
+
+private:
+    const DesktopProxy &m_proxy;
 };
 
 bool isHeaderName(const QByteArray &name)
@@ -63,6 +67,7 @@ QString refusal(const HttpRequest &request)
 
 QtHttpClient::QtHttpClient(MainQueue &queue)
     : m_queue(queue)
+    , m_proxy(queue)
 {
 }
 
@@ -80,8 +85,9 @@ void QtHttpClient::send(const HttpRequest &request, const QObject *owner,
         return;
     }
 
-    auto *exchange = new HttpExchange(network(), request, std::move(done));
-    exchange->begin(m_queue);
+    auto *exchange
+        = new HttpExchange({network(), m_proxy, m_unpacker, m_queue}, request, std::move(done));
+    exchange->begin();
     if (owner)
         QObject::connect(owner, &QObject::destroyed, exchange, &HttpExchange::cancel);
 }
@@ -90,7 +96,7 @@ QNetworkAccessManager &QtHttpClient::network()
 {
     if (!m_network) {
         m_network = std::make_unique<QNetworkAccessManager>();
-        m_network->setProxyFactory(new DesktopProxy);
+        m_network->setProxyFactory(new KnownProxy(m_proxy));
     }
     return *m_network;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DesktopProxy.h"
+#include "platform/BackgroundWorker.h"
 #include "platform/HttpClient.h"
 
 #include <memory>
@@ -27,6 +29,8 @@ private:
     QNetworkAccessManager &network();
 
     MainQueue &m_queue;
+    DesktopProxy m_proxy;
+    BackgroundWorker m_unpacker;
     std::unique_ptr<QNetworkAccessManager> m_network;
 };
 

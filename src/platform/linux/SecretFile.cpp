@@ -12,6 +12,14 @@
 
 namespace tirlo {
 
+namespace {
+
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+/// Bytes of the longest file that is read.
+constexpr qint64 longestFile = 1024 * 1024;
+
+} // namespace
+
 SecretFile::SecretFile(QString path)
     : m_path(std::move(path))
 {
@@ -24,9 +32,9 @@ void SecretFile::set(const QString &key, const std::optional<QString> &value)
     save();
 }
 
-void SecretFile::forget(const QString &key)
+void SecretFile::forget(const QStringList &keys)
 {
-    if (m_entries.remove(key))
+    if (m_entries.removeIf([&](auto entry) { return keys.contains(entry.key()); }) > 0)
         save();
 }
 
@@ -40,10 +48,14 @@ void SecretFile::load()
     m_mayWrite = file.open(QIODevice::ReadOnly);
     if (!m_mayWrite)
         return;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    // Also for the file that is set aside; somebody may have opened it to others.
+    file.setPermissions(ownerOnly);
+    const QByteArray bytes = file.read(longestFile + 1);
     m_mayWrite = file.error() == QFileDevice::NoError;
     if (!m_mayWrite)
         return;
+    const QJsonDocument document
+        = bytes.size() > longestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
         file.close();
         const QString aside = m_path + QStringLiteral(".corrupt");
@@ -74,8 +86,7 @@ void SecretFile::save() const
 
     makePrivateFolder(QFileInfo(m_path).path());
     // What can't be written is lost at the end of this run.
-    static_cast<void>(replaceFile(m_path, QJsonDocument(entries).toJson(),
-                                  QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+    static_cast<void>(replaceFile(m_path, QJsonDocument(entries).toJson(), ownerOnly));
 }
 
 } // namespace tirlo

@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -10,7 +11,7 @@ namespace tirlo {
 /// Secrets in one file, mode 0600, replaced atomically on each change.
 ///
 /// An entry without a text stands for one that was removed here and may still be in a keyring. A
-/// file that does not parse is set aside as `<name>.corrupt`; where even that fails, and where the
+/// file that does not parse, or is far too long, is set aside as `<name>.corrupt`; where even that fails, and where the
 /// file can't be read, it is left alone and changes hold for this run only.
 class SecretFile
 {
@@ -23,8 +24,8 @@ public:
     [[nodiscard]] const Entries &entries() const { return m_entries; }
 
     void set(const QString &key, const std::optional<QString> &value);
-    /// Drops the entry; the file goes with the last one.
-    void forget(const QString &key);
+    /// Drops the entries; the file goes with the last one.
+    void forget(const QStringList &keys);
 
 private:
     void load();
