@@ -74,9 +74,10 @@ private:
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;
     PooledSoundEngine m_sounds{m_state, m_audioOutput};
-    KeychainStore m_keychainStore{m_keychain, KeychainLoading::later};
-    ClaudeService m_claude{m_state, m_notifications, m_keychainStore, m_http, m_queue};
-    ModelCatalogues m_modelCatalogues{m_state, m_keychainStore, m_http};
+    KeychainStore m_keychainStore{m_keychain};
+    ClaudeService m_claude{m_state, m_notifications, m_keychainStore,
+                           m_http,  m_queue,         ProviderHosts{}};
+    ModelCatalogues m_modelCatalogues{m_state, m_keychainStore, m_http, m_queue, ProviderHosts{}};
     HookServer m_hookServer;
     HookInstallers m_hookInstallers{m_paths, m_queue};
     ServicePollers m_pollers;

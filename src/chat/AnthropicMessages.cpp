@@ -23,7 +23,8 @@ QJsonArray webSearchTools()
 /// Why the service refused the request.
 QString refusal(const QByteArray &body, const QString &storedModel)
 {
-    const auto error = Json::object(QJsonDocument::fromJson(body).object(), QLatin1String("error"));
+    const auto answer = Json::parsedObject(body);
+    const auto error = answer ? Json::object(*answer, QLatin1String("error")) : std::nullopt;
     const auto type = error ? Json::text(*error, QLatin1String("type")) : std::nullopt;
     const auto message = error ? Json::text(*error, QLatin1String("message")) : std::nullopt;
     if (!type || !message)
@@ -74,9 +75,9 @@ ChatOutcome outcome(const HttpReply &reply, const QString &storedModel)
     if (reply.status != 200)
         return {.error = refusal(reply.body, storedModel), .withdrawsTurn = true};
 
-    const QJsonValue content
-        = QJsonDocument::fromJson(reply.body).object().value(QLatin1String("content"));
-    if (!isArrayOfObjects(content))
+    const auto body = Json::parsedObject(reply.body);
+    const QJsonValue content = body ? body->value(QLatin1String("content")) : QJsonValue();
+    if (!Json::objects(content))
         return {.error = QStringLiteral("Unexpected API response.")};
     const auto text = firstText(content);
     if (!text || text->isEmpty())

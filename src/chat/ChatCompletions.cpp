@@ -10,23 +10,11 @@ namespace {
 
 constexpr double timeout = 30;
 
-/// The turn's message with its first text in place of its blocks.
-QJsonObject flattened(const Turn &turn)
-{
-    QJsonObject message = messageOf(turn);
-    const QJsonValue content = message.value(QLatin1String("content"));
-    if (!isArrayOfObjects(content))
-        return message;
-    if (const auto text = firstText(content))
-        message.insert(QLatin1String("content"), *text);
-    return message;
-}
-
 /// Why the service refused the request.
 QString refusal(const HttpReply &reply)
 {
-    const QJsonObject body = QJsonDocument::fromJson(reply.body).object();
-    const auto error = Json::object(body, QLatin1String("error"));
+    const auto body = Json::parsedObject(reply.body);
+    const auto error = body ? Json::object(*body, QLatin1String("error")) : std::nullopt;
     const auto message = error ? Json::text(*error, QLatin1String("message")) : std::nullopt;
     return message.value_or(QStringLiteral("HTTP %1").arg(reply.status));
 }
@@ -44,7 +32,7 @@ HttpRequest request(const QUrl &endpoint, const QString &key, const QString &mod
     QJsonArray messages{QJsonObject{{QStringLiteral("role"), QStringLiteral("system")},
                                     {QStringLiteral("content"), systemPrompt()}}};
     for (const Turn &turn : turns)
-        messages.append(flattened(turn));
+        messages.append(flatMessageOf(turn));
     const QJsonObject body{{QStringLiteral("model"), model},
                            {QStringLiteral("max_tokens"), maxTokens},
                            {QStringLiteral("messages"), messages}};
@@ -63,10 +51,11 @@ ChatOutcome outcome(const HttpReply &reply)
     if (reply.status != 200)
         return {.error = refusal(reply), .withdrawsTurn = true};
 
-    const QJsonValue choices
-        = QJsonDocument::fromJson(reply.body).object().value(QLatin1String("choices"));
-    const QJsonValue content = choices[qsizetype(0)][u"message"][u"content"];
-    if (!isArrayOfObjects(choices) || !content.isString())
+    const auto body = Json::parsedObject(reply.body);
+    const auto choices = body ? Json::objects(*body, QLatin1String("choices")) : std::nullopt;
+    const QJsonValue content
+        = QJsonValue(choices.value_or(QList<QJsonObject>()).value(0))[u"message"][u"content"];
+    if (!content.isString())
         return {.error = QStringLiteral("Unexpected response format"), .withdrawsTurn = true};
     const QString text = content.toString().trimmed();
     return {.turn = text, .text = text};

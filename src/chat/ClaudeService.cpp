@@ -9,8 +9,6 @@
 #include "core/Text.h"
 #include "platform/MainQueue.h"
 
-#include <QPointer>
-
 #include <utility>
 
 namespace tirlo {
@@ -36,6 +34,11 @@ ClaudeService::ClaudeService(AppState &state, Notifications &notifications,
 
 void ClaudeService::chat(const QString &query, const std::optional<PromptContext> &context)
 {
+    m_keychain.whenLoaded(&m_owner, [=, this] { chatWithKey(query, context); });
+}
+
+void ClaudeService::chatWithKey(const QString &query, const std::optional<PromptContext> &context)
+{
     const ChatProvider provider = m_state.chatProvider;
     const auto first = m_transcript.isEmpty() ? context : std::nullopt;
     if (provider != ChatProvider::anthropic) {
@@ -51,7 +54,7 @@ void ClaudeService::chat(const QString &query, const std::optional<PromptContext
     std::shared_ptr<AttachedFile> file;
     const auto *fileContext = first ? std::get_if<FileContext>(&*first) : nullptr;
     if (fileContext && fileContext->fileURL)
-        file = std::make_shared<AttachedFile>(*fileContext->fileURL);
+        file = std::make_shared<AttachedFile>(*fileContext->fileURL, m_worker.stopToken());
     const quint64 turn
         = m_transcript.append(ChatRole::user, AnthropicMessages::blocks(query, first), file);
 
@@ -96,13 +99,14 @@ QString ClaudeService::model() const
 void ClaudeService::callAPI(quint64 turn, std::function<HttpRequest()> makeRequest,
                             std::function<ChatOutcome(const HttpReply &)> understand)
 {
-    inBackground<HttpRequest>(std::move(makeRequest), [=, this](const HttpRequest &request) {
+    const auto send = [=, this](const HttpRequest &request) {
         m_http.send(request, &m_owner, [=, this](const HttpReply &reply) {
-            inBackground<ChatOutcome>(
-                [=] { return understand(reply); },
+            m_worker.post(
+                m_queue, &m_owner, [=] { return understand(reply); },
                 [=, this](const ChatOutcome &outcome) { handleChatResult(turn, outcome); });
         });
-    });
+    };
+    m_worker.post(m_queue, &m_owner, std::move(makeRequest), send);
 }
 
 void ClaudeService::handleChatResult(quint64 turn, const ChatOutcome &outcome)
@@ -129,20 +133,6 @@ void ClaudeService::showError(const QString &message)
     m_state.stateOverride = BotState::error;
     m_state.noteMessage = firstCharacters(message, longestError);
     m_state.view = IslandView::note;
-}
-
-template<typename Result>
-void ClaudeService::inBackground(std::function<Result()> work,
-                                 std::function<void(const Result &)> then)
-{
-    m_worker.post([&queue = m_queue, owner = QPointer(&m_owner), work = std::move(work),
-                   then = std::move(then)] {
-        const auto result = std::make_shared<const Result>(work());
-        queue.post([owner, then, result] {
-            if (owner)
-                then(*result);
-        });
-    });
 }
 
 } // namespace tirlo

@@ -25,14 +25,15 @@ class ClaudeService
 {
 public:
     ClaudeService(AppState &state, Notifications &notifications, const KeychainStore &keychain,
-                  HttpClient &http, MainQueue &queue, ProviderHosts hosts = {});
+                  HttpClient &http, MainQueue &queue, ProviderHosts hosts);
 
-    /// Asks the provider; what comes of it shows in the store.
+    /// Asks the provider, once the keys are at hand; what comes of it shows in the store.
     ///
     /// The context counts for the first question of the conversation only.
     void chat(const QString &query, const std::optional<PromptContext> &context);
 
 private:
+    void chatWithKey(const QString &query, const std::optional<PromptContext> &context);
     void chatOpenAICompatible(ChatProvider provider, const QString &query,
                               const std::optional<PromptContext> &context);
     [[nodiscard]] QString model() const;
@@ -41,10 +42,6 @@ private:
                  std::function<ChatOutcome(const HttpReply &)> understand);
     void handleChatResult(quint64 turn, const ChatOutcome &outcome);
     void showError(const QString &message);
-
-    /// Does the work in the background and hands its result over on the main thread.
-    template<typename Result>
-    void inBackground(std::function<Result()> work, std::function<void(const Result &)> then);
 
     AppState &m_state;
     Notifications &m_notifications;

@@ -14,8 +14,12 @@ namespace tirlo {
 namespace {
 
 constexpr qint64 longestText = 200'000;
-/// Bytes of the largest file that is held in memory; no provider takes one nearly as large.
-constexpr qint64 largestFile = 512LL * 1024 * 1024;
+/// Bytes of the largest file that is held in memory, several times over while it is packed into a
+/// message; no provider takes one nearly as large.
+constexpr qint64 largestFile = 100LL * 1024 * 1024;
+
+/// Bytes that are read before a stop is noticed.
+constexpr qint64 pieceSize = 1024 * 1024;
 
 struct Format
 {
@@ -33,8 +37,16 @@ constexpr std::array formats{
     Format{QLatin1String("webp"), QLatin1String("image"), QLatin1String("image/webp")},
 };
 
-/// The whole file; nothing when it can't be read or has more than `limit` bytes.
-std::optional<QByteArray> contents(const QString &path, qint64 limit)
+/// The form of a file that is not sent as text; null for any other.
+const Format *formatOf(const QString &path)
+{
+    const auto format
+        = std::ranges::find(formats, QFileInfo(path).suffix().toLower(), &Format::extension);
+    return format == formats.end() ? nullptr : format;
+}
+
+/// The whole file; nothing when it can't be read or has more than `limit` bytes, or after a stop.
+std::optional<QByteArray> contents(const QString &path, qint64 limit, const std::stop_token &stop)
 {
     // Reading from a pipe or a device may never end.
     if (!QFileInfo(path).isFile())
@@ -42,54 +54,70 @@ std::optional<QByteArray> contents(const QString &path, qint64 limit)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > limit)
         return std::nullopt;
-    const QByteArray bytes = file.read(limit + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > limit)
-        return std::nullopt;
-    return bytes;
+    QByteArray bytes;
+    bytes.reserve(file.size());
+    while (!stop.stop_requested() && bytes.size() <= limit) {
+        const QByteArray piece = file.read(pieceSize);
+        if (file.error() != QFileDevice::NoError)
+            return std::nullopt;
+        if (piece.isEmpty())
+            return bytes;
+        bytes += piece;
+    }
+    return std::nullopt;
 }
 
-std::optional<QJsonObject> binaryBlock(const QString &path, const Format &format)
+std::optional<QJsonObject> binaryBlock(const QString &path, const Format &format,
+                                       const std::stop_token &stop)
 {
-    const auto bytes = contents(path, largestFile);
+    const auto bytes = contents(path, largestFile, stop);
     if (!bytes)
         return std::nullopt;
-    return QJsonObject{
-        {QStringLiteral("type"), format.type},
-        {QStringLiteral("source"),
-         QJsonObject{{QStringLiteral("type"), QStringLiteral("base64")},
-                     {QStringLiteral("media_type"), format.mediaType},
-                     {QStringLiteral("data"), QString::fromLatin1(bytes->toBase64())}}}};
+    return QJsonObject{{QStringLiteral("type"), format.type},
+                       {QStringLiteral("source"),
+                        QJsonObject{{QStringLiteral("type"), QStringLiteral("base64")},
+                                    {QStringLiteral("media_type"), format.mediaType},
+                                    {QStringLiteral("data"), QLatin1String(bytes->toBase64())}}}};
 }
 
-std::optional<QJsonObject> textBlock(const QString &path)
+std::optional<QJsonObject> contentsBlock(const QString &path, const std::stop_token &stop)
 {
-    const auto bytes = contents(path, longestText);
+    const auto bytes = contents(path, longestText, stop);
     const auto text = bytes ? textFromUtf8(*bytes) : std::nullopt;
     if (!text)
         return std::nullopt;
-    return QJsonObject{{QStringLiteral("type"), QStringLiteral("text")},
-                       {QStringLiteral("text"), QStringLiteral("File contents:\n") + *text}};
+    return textBlock(QStringLiteral("File contents:\n") + *text);
 }
 
 } // namespace
 
-std::optional<QJsonObject> readFileAsBlock(const QUrl &url)
+QJsonObject textBlock(const QString &text)
 {
-    const QString path = url.toLocalFile();
-    const QString extension = QFileInfo(path).suffix().toLower();
-    const auto format = std::ranges::find(formats, extension, &Format::extension);
-    return format == formats.end() ? textBlock(path) : binaryBlock(path, *format);
+    return {{QStringLiteral("type"), QStringLiteral("text")}, {QStringLiteral("text"), text}};
 }
 
-AttachedFile::AttachedFile(QUrl url)
-    : m_url(std::move(url))
+std::optional<QJsonObject> readFileAsBlock(const QUrl &url, const std::stop_token &stop)
 {
+    const QString path = url.toLocalFile();
+    const Format *format = formatOf(path);
+    return format ? binaryBlock(path, *format, stop) : contentsBlock(path, stop);
+}
+
+AttachedFile::AttachedFile(QUrl url, std::stop_token stop)
+    : m_url(std::move(url))
+    , m_stop(std::move(stop))
+{
+}
+
+bool AttachedFile::isText() const
+{
+    return !formatOf(m_url.toLocalFile());
 }
 
 const std::optional<QJsonObject> &AttachedFile::block()
 {
     if (!std::exchange(m_isRead, true))
-        m_block = readFileAsBlock(m_url);
+        m_block = readFileAsBlock(m_url, m_stop);
     return m_block;
 }
 

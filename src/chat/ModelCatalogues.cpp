@@ -15,6 +15,9 @@ namespace {
 
 constexpr double timeout = 10;
 
+/// Bytes that are read well within the time of a frame.
+constexpr qsizetype shortBody = 128 * 1024;
+
 /// What the name of the provider's usual model contains.
 QLatin1String marker(ChatProvider provider)
 {
@@ -39,15 +42,21 @@ HttpRequest bearerRequest(const QUrl &url, const QString &apiKey)
 } // namespace
 
 ModelCatalogues::ModelCatalogues(AppState &state, const KeychainStore &keychain, HttpClient &http,
-                                 ProviderHosts hosts)
+                                 MainQueue &queue, ProviderHosts hosts)
     : m_state(state)
     , m_keychain(keychain)
     , m_http(http)
+    , m_queue(queue)
     , m_hosts(std::move(hosts))
 {
 }
 
 void ModelCatalogues::fetchModelsIfNeeded(ChatProvider provider)
+{
+    m_keychain.whenLoaded(&m_owner, [this, provider] { fetchWithKey(provider); });
+}
+
+void ModelCatalogues::fetchWithKey(ChatProvider provider)
 {
     QSet<ChatProvider> loading = m_state.loadingProviderModels;
     if (loading.contains(provider) || m_state.fetchedProviderModels.value().contains(provider))
@@ -72,22 +81,31 @@ void ModelCatalogues::fetchModels(const QString &apiKey, Fetched done)
         .headers
         = {{"x-api-key", apiKey.toUtf8()}, {"anthropic-version", AnthropicMessages::version}},
         .timeout = timeout};
-    m_http.send(request, &m_owner,
-                [done](const HttpReply &reply) { done(ModelLists::anthropicModels(reply)); });
+    ask(request, ModelLists::anthropicModels, std::move(done));
 }
 
 void ModelCatalogues::fetchGoogleModels(const QString &apiKey, Fetched done)
 {
     const QUrl url = onHost(m_hosts.google, QLatin1String("/v1beta/openai/models"));
-    m_http.send(bearerRequest(url, apiKey), &m_owner,
-                [done](const HttpReply &reply) { done(ModelLists::googleModels(reply)); });
+    ask(bearerRequest(url, apiKey), ModelLists::googleModels, std::move(done));
 }
 
 void ModelCatalogues::fetchOpenAIModels(const QString &apiKey, Fetched done)
 {
     const QUrl url = onHost(m_hosts.openai, QLatin1String("/v1/models"));
-    m_http.send(bearerRequest(url, apiKey), &m_owner,
-                [done](const HttpReply &reply) { done(ModelLists::openAIModels(reply)); });
+    ask(bearerRequest(url, apiKey), ModelLists::openAIModels, std::move(done));
+}
+
+void ModelCatalogues::ask(const HttpRequest &request, Read read, Fetched done)
+{
+    m_http.send(request, &m_owner, [=, this](const HttpReply &reply) {
+        if (reply.body.size() <= shortBody) {
+            done(read(reply));
+            return;
+        }
+        m_worker.post(
+            m_queue, &m_owner, [=] { return read(reply); }, done);
+    });
 }
 
 void ModelCatalogues::fetch(ChatProvider provider, const QString &apiKey, Fetched done)

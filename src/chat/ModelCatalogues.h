@@ -3,6 +3,7 @@
 #include "ProviderHosts.h"
 #include "core/model/Chat.h"
 #include "core/model/Enumerations.h"
+#include "platform/BackgroundWorker.h"
 #include "platform/HttpClient.h"
 
 #include <QList>
@@ -14,6 +15,7 @@ namespace tirlo {
 
 class AppState;
 class KeychainStore;
+class MainQueue;
 
 /// Fetches each provider's list of chat models into the store, once per run and only when asked.
 class ModelCatalogues
@@ -22,9 +24,9 @@ public:
     using Fetched = std::function<void(const QList<ProviderModel> &)>;
 
     ModelCatalogues(AppState &state, const KeychainStore &keychain, HttpClient &http,
-                    ProviderHosts hosts = {});
+                    MainQueue &queue, ProviderHosts hosts);
 
-    /// Fetches the provider's list unless it is there or on its way.
+    /// Fetches the provider's list unless it is there or on its way, once the keys are at hand.
     ///
     /// A chosen model that is not in it gives way to one that is.
     void fetchModelsIfNeeded(ChatProvider provider);
@@ -35,6 +37,11 @@ public:
     void fetchOpenAIModels(const QString &apiKey, Fetched done);
 
 private:
+    using Read = QList<ProviderModel> (*)(const HttpReply &);
+
+    void fetchWithKey(ChatProvider provider);
+    /// Sends the request and hands over what `read` makes of the reply, in the background if long.
+    void ask(const HttpRequest &request, Read read, Fetched done);
     void fetch(ChatProvider provider, const QString &apiKey, Fetched done);
     void take(ChatProvider provider, const QList<ProviderModel> &models);
     void setError(ChatProvider provider, const QString &error);
@@ -42,8 +49,10 @@ private:
     AppState &m_state;
     const KeychainStore &m_keychain;
     HttpClient &m_http;
+    MainQueue &m_queue;
     const ProviderHosts m_hosts;
     QObject m_owner;
+    BackgroundWorker m_worker;
 };
 
 } // namespace tirlo

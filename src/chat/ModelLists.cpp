@@ -1,10 +1,6 @@
 #include "ModelLists.h"
 
-#include "Transcript.h"
 #include "core/Json.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
 
 #include <algorithm>
 #include <array>
@@ -37,16 +33,9 @@ bool isOther(const QString &id, std::span<const QLatin1String> parts)
 /// The objects in the answer's list; none if it is no list of objects.
 QList<QJsonObject> entries(const HttpReply &reply)
 {
-    if (reply.status != 200)
-        return {};
-    const QJsonValue data
-        = QJsonDocument::fromJson(reply.body).object().value(QLatin1String("data"));
-    if (!isArrayOfObjects(data))
-        return {};
-    QList<QJsonObject> entries;
-    for (const QJsonValue &entry : data.toArray())
-        entries.append(entry.toObject());
-    return entries;
+    const auto body = reply.status == 200 ? Json::parsedObject(reply.body) : std::nullopt;
+    const auto data = body ? Json::objects(*body, QLatin1String("data")) : std::nullopt;
+    return data.value_or(QList<QJsonObject>());
 }
 
 } // namespace

@@ -7,22 +7,36 @@
 
 namespace tirlo {
 
-QJsonObject messageOf(const Turn &turn)
+namespace {
+
+QJsonObject message(ChatRole role, const QJsonValue &content)
 {
-    QJsonValue content = turn.content;
-    if (turn.file && turn.file->block()) {
-        QJsonArray blocks = content.toArray();
-        blocks.prepend(*turn.file->block());
-        content = blocks;
-    }
-    const bool isUser = turn.role == ChatRole::user;
+    const bool isUser = role == ChatRole::user;
     return {{QStringLiteral("role"), isUser ? QStringLiteral("user") : QStringLiteral("assistant")},
             {QStringLiteral("content"), content}};
 }
 
-QJsonObject textBlock(const QString &text)
+QJsonValue withFile(const Turn &turn)
 {
-    return {{QStringLiteral("type"), QStringLiteral("text")}, {QStringLiteral("text"), text}};
+    if (!turn.file || !turn.file->block())
+        return turn.content;
+    QJsonArray blocks = turn.content.toArray();
+    blocks.prepend(*turn.file->block());
+    return blocks;
+}
+
+} // namespace
+
+QJsonObject messageOf(const Turn &turn)
+{
+    return message(turn.role, withFile(turn));
+}
+
+QJsonObject flatMessageOf(const Turn &turn)
+{
+    const QJsonValue content = turn.file && turn.file->isText() ? withFile(turn) : turn.content;
+    const auto text = Json::objects(content) ? firstText(content) : std::nullopt;
+    return message(turn.role, text ? QJsonValue(*text) : content);
 }
 
 std::optional<QString> firstText(const QJsonValue &content)
@@ -33,14 +47,6 @@ std::optional<QString> firstText(const QJsonValue &content)
         blocks, [&](const QJsonValue &block) { return block[u"type"] == text; });
     return first == blocks.end() ? std::nullopt
                                  : Json::text((*first).toObject(), QLatin1String("text"));
-}
-
-bool isArrayOfObjects(const QJsonValue &value)
-{
-    const QJsonArray elements = value.toArray();
-    return value.isArray() && std::ranges::all_of(elements, [](const QJsonValue &element) {
-               return element.isObject();
-           });
 }
 
 quint64 Transcript::append(ChatRole role, const QJsonValue &content,

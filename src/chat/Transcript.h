@@ -27,14 +27,11 @@ struct Turn
 /// The turn as a message with its role and all of its content; may have to read the turn's file.
 [[nodiscard]] QJsonObject messageOf(const Turn &turn);
 
-/// A block of text.
-[[nodiscard]] QJsonObject textBlock(const QString &text);
+/// The turn as a message with its first text in place of its blocks; reads the file only for text.
+[[nodiscard]] QJsonObject flatMessageOf(const Turn &turn);
 
 /// The text of the first text block among the content; nothing if there is none, or it has no text.
 [[nodiscard]] std::optional<QString> firstText(const QJsonValue &content);
-
-/// True if the value is an array that holds nothing but objects.
-[[nodiscard]] bool isArrayOfObjects(const QJsonValue &value);
 
 /// The whole conversation with whichever providers, for as long as the program runs.
 class Transcript

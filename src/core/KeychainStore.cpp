@@ -3,6 +3,7 @@
 #include "platform/SecretStore.h"
 
 #include <array>
+#include <utility>
 
 namespace tirlo {
 
@@ -20,11 +21,9 @@ constexpr std::array allKeys{
 
 } // namespace
 
-KeychainStore::KeychainStore(SecretStore &keychain, KeychainLoading loading)
+KeychainStore::KeychainStore(SecretStore &keychain)
     : m_keychain(keychain)
 {
-    if (loading == KeychainLoading::atOnce)
-        load();
 }
 
 void KeychainStore::load()
@@ -35,9 +34,25 @@ void KeychainStore::load()
         if (value && !m_setEarly.contains(key))
             m_cache.insert(key, *value);
     }
-    const std::scoped_lock lock(m_lock);
-    m_isLoaded = true;
-    m_setEarly.clear();
+    {
+        const std::scoped_lock lock(m_lock);
+        m_isLoaded = true;
+        m_setEarly.clear();
+    }
+    Q_EMIT loaded();
+}
+
+void KeychainStore::whenLoaded(const QObject *context, std::function<void()> work) const
+{
+    {
+        const std::scoped_lock lock(m_lock);
+        if (!m_isLoaded) {
+            connect(this, &KeychainStore::loaded, context, std::move(work),
+                    Qt::ConnectionType(Qt::AutoConnection | Qt::SingleShotConnection));
+            return;
+        }
+    }
+    work();
 }
 
 std::optional<QString> KeychainStore::get(const QString &key) const

@@ -27,8 +27,10 @@ Poller::Poller(const PollerContext &context, Schedule schedule)
 
 void Poller::start()
 {
-    if (!m_timer.isPending())
-        scheduleCycle(m_context.queue.mediaTime() + m_schedule.firstAfterStart, 0);
+    m_context.keychain.whenLoaded(&m_life, [this] {
+        if (!m_timer.isPending())
+            scheduleCycle(m_context.queue.mediaTime() + m_schedule.firstAfterStart, 0);
+    });
 }
 
 std::optional<QString> Poller::key(QLatin1String item) const

@@ -23,7 +23,7 @@ public:
     Poller &operator=(const Poller &) = delete;
     virtual ~Poller() = default;
 
-    /// Begins the cycles; nothing happens when they have begun already.
+    /// Begins the cycles once the keys are loaded; nothing happens when they have begun already.
     void start();
 
     /// Runs one cycle now; without the service's key nothing happens.

@@ -25,6 +25,7 @@ class ChatFixture : public testing::Test
 protected:
     ChatFixture()
     {
+        keychain.load();
         QObject::connect(&notifications, &Notifications::triggerEmote, &notifications,
                          [this](BotEmote emote) { emotes.append(rawText(emote)); });
         for (const auto provider : allCases<ChatProvider>())

@@ -3,14 +3,11 @@
 #include "chat/ProviderSwitch.h"
 #include "support/RecordingSoundEngine.h"
 
-#include <gmock/gmock.h>
+#include <thread>
 
 using namespace tirlo;
 
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 using Claude = ChatFixture;
 
@@ -102,29 +99,25 @@ TEST_F(Claude, EveryFailureOfAnthropicHasItsWordsAndItsTranscript)
          "Model not found:  claude-sonnet-4-6\n. Pick another one in Settings.", "u"},
         {refused(R"({"error":{"type":"overloaded_error","message":"Overloaded"}})"), "Overloaded",
          "u"},
-        {{.status = 201, .body = R"({"content":[{"type":"text","text":"late"}]})"},
-         R"({"content":[{"type":"text","text":"late"}]})",
-         "u"},
-        {{.status = 502, .body = html}, QString(html), "u"},
+        {{.status = 201, .body = html}, QString(html), "u"},
         {refused(R"({"error":"flat"})"), R"({"error":"flat"})", "u"},
         {refused(R"({"error":{"type":7,"message":"m"}})"), R"({"error":{"type":7,"message":"m"}})",
          "u"},
-        {refused(R"({"error":{"type":"t"}})"), R"({"error":{"type":"t"}})", "u"},
         {refused("\xff\xfe"), "unknown error", "u"},
-        {{.body = "0123456789", .manner = LoopbackManner::stopsHalfway}, lost, "u"},
         {{.manner = LoopbackManner::resets}, lost, "u"},
         {{.body = QByteArray(1 << 20, 'x'), .manner = LoopbackManner::endless},
          "The server's answer is too long.",
          "u"},
+        {{.body = R"({"content":[{"type":"text","text":"x"}]})",
+          .manner = LoopbackManner::stopsBetweenChunks},
+         unexpected,
+         "uu"},
         {fine(html), unexpected, "uu"},
         {fine("[]"), unexpected, "uu"},
-        {fine("{}"), unexpected, "uu"},
         {fine(R"({"content":"text"})"), unexpected, "uu"},
-        {fine(R"({"content":{"type":"text"}})"), unexpected, "uu"},
         {fine(R"({"content":[{"type":"text","text":"x"},7]})"), unexpected, "uu"},
         {fine(R"({"content":[{"type":"tool_use"},{"type":"thinking"}]})"), empty, "uau"},
         {fine(R"({"content":[{"type":"text"},{"type":"text","text":"x"}]})"), empty, "uau"},
-        {fine(R"({"content":[{"type":"text","text":7}]})"), empty, "uau"},
         {fine(R"({"content":[{"type":"text","text":""}]})"), empty, "uau"},
     };
     for (const Row &row : rows) {
@@ -137,19 +130,6 @@ TEST_F(Claude, EveryFailureOfAnthropicHasItsWordsAndItsTranscript)
         ask("Again");
         EXPECT_EQ(note(), "") << row.note.toStdString();
         EXPECT_EQ(roles(messages(ChatProvider::anthropic)), row.roles) << row.note.toStdString();
-    }
-}
-
-TEST_F(Claude, AnAnswerThatEndsBetweenItsChunksIsNeverTakenForAnAnswer)
-{
-    for (const auto provider : allCases<ChatProvider>()) {
-        state.chatProvider = provider;
-        server(provider).answers = {{.body = R"({"content":[{"type":"text","text":"x"}],)"
-                                             R"("choices":[{"message":{"content":"x"}}]})",
-                                     .manner = LoopbackManner::stopsBetweenChunks}};
-        ask("Question");
-        EXPECT_NE(note(), "");
-        EXPECT_TRUE(state.chatHistory.value().isEmpty());
     }
 }
 
@@ -169,26 +149,25 @@ TEST_F(Claude, EveryFailureOfTheOthersHasItsWordsAndTakesTheTurnBack)
         {{.status = 502, .body = "<html>Bad gateway</html>"}, "HTTP 502"},
         {{.status = 201, .body = R"({"choices":[{"message":{"content":"x"}}]})"}, "HTTP 201"},
         {{.manner = LoopbackManner::resets}, "The connection to the server was lost."},
+        {{.body = R"({"choices":[{"message":{"content":"x"}}]})",
+          .manner = LoopbackManner::stopsBetweenChunks},
+         unexpected},
         {fine("<html></html>"), unexpected},
-        {fine("{}"), unexpected},
         {fine(R"({"choices":[]})"), unexpected},
         {fine(R"({"choices":{"0":{"message":{"content":"x"}}}})"), unexpected},
-        {fine(R"({"choices":["x"]})"), unexpected},
         {fine(R"({"choices":[{"message":"x"}]})"), unexpected},
         {fine(R"({"choices":[{"message":{"content":null}}]})"), unexpected},
         {fine(R"({"choices":[{"message":{"content":["x"]}}]})"), unexpected},
     };
-    for (const auto provider : {ChatProvider::google, ChatProvider::openai}) {
-        state.chatProvider = provider;
-        for (const Row &row : rows) {
-            service.emplace(state, notifications, keychain, http, queue, hosts);
-            server(provider).answers = {row.answer};
-            ask("Question");
-            EXPECT_EQ(note(), row.note);
-            ask("Again");
-            EXPECT_EQ(note(), "") << row.note.toStdString();
-            EXPECT_EQ(roles(messages(provider)), "u") << row.note.toStdString();
-        }
+    state.chatProvider = ChatProvider::openai;
+    for (const Row &row : rows) {
+        service.emplace(state, notifications, keychain, http, queue, hosts);
+        providers.openai.answers = {row.answer};
+        ask("Question");
+        EXPECT_EQ(note(), row.note);
+        ask("Again");
+        EXPECT_EQ(note(), "") << row.note.toStdString();
+        EXPECT_EQ(roles(messages(ChatProvider::openai)), "u") << row.note.toStdString();
     }
 }
 
@@ -232,28 +211,11 @@ TEST_F(Claude, WithoutAKeyNothingIsSentAndNothingRemembered)
                                        "https://example.org/a?b\n\nAgain"}}}));
 }
 
-TEST_F(Claude, WrongKeysAreToldAndNeverShown)
-{
-    for (const QString &wrong :
-         {QString("sk-wrong"), QString("sk-right\r\nx-evil: 1"), QString("sk-right\n")}) {
-        for (const auto provider : allCases<ChatProvider>()) {
-            state.chatProvider = provider;
-            keychain.set(rawText(provider) + "-api-key", wrong);
-            ask("Question");
-            EXPECT_NE(note(), "");
-            EXPECT_THAT(note().toStdString(), Not(HasSubstr("sk-")));
-            for (const LoopbackRequest &request : server(provider).requests)
-                EXPECT_TRUE(request.header("x-evil").isNull());
-        }
-    }
-}
-
 TEST_F(Claude, TheModelGoesOutAsChosenOrAsUsual)
 {
     state.claudeModel = " mo\"del\\ ";
     ask("Question");
     EXPECT_EQ(ProviderStandIn::lastBody(providers.anthropic)["model"], "mo\"del\\");
-    EXPECT_EQ(note(), "Model not found:  mo\"del\\ . Pick another one in Settings.");
     state.claudeModel = " \n";
     ask("Question");
     EXPECT_EQ(ProviderStandIn::lastBody(providers.anthropic)["model"], "claude-sonnet-4-6");
@@ -262,20 +224,6 @@ TEST_F(Claude, TheModelGoesOutAsChosenOrAsUsual)
     state.openAIChatModel = " \"quoted\" ";
     ask("Question");
     EXPECT_EQ(ProviderStandIn::lastBody(providers.openai)["model"], " \"quoted\" ");
-    EXPECT_EQ(note(), "The model does not exist");
-}
-
-TEST_F(Claude, BlankAnswersAreShownAsTheyAre)
-{
-    providers.answers = {" \n\t ", "", "  "};
-    ask("One");
-    EXPECT_EQ(lastAnswer(), "");
-    EXPECT_EQ(state.view, IslandView::prompt);
-    state.chatProvider = ChatProvider::google;
-    ask("Two");
-    ask("Three");
-    EXPECT_EQ(state.chatHistory.value().size(), 3);
-    EXPECT_EQ(state.view, IslandView::prompt);
 }
 
 TEST_F(Claude, TwoQuestionsAtOnceKeepTheirOwnTurns)
@@ -292,21 +240,6 @@ TEST_F(Claude, TwoQuestionsAtOnceKeepTheirOwnTurns)
     EXPECT_EQ(state.chatHistory.value().size(), 2);
 }
 
-TEST_F(Claude, AnAnswerArrivesThoughTheProviderWasChanged)
-{
-    RecordingSoundEngine sounds;
-    service->chat("One", std::nullopt);
-    switchChatProvider(ChatProvider::google, state, notifications, sounds);
-    ASSERT_TRUE(waitUntil([this] { return state.chatHistory.value().size() == 1; }));
-    EXPECT_EQ(providers.google.connections, 0);
-    ask("Two");
-    EXPECT_EQ(messages(ChatProvider::google),
-              json(R"([{"role":"user","content":"One"},)"
-                   R"({"role":"assistant","content":"You said: One"},)"
-                   R"({"role":"user","content":"Two"}])")
-                  .toArray());
-}
-
 TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
 {
     RecordingSoundEngine sounds;
@@ -314,8 +247,10 @@ TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
         switchChatProvider(provider, state, notifications, sounds);
     };
     ask("One", window);
-    ask("Two");
+    service->chat("Two", std::nullopt);
     turnTo(ChatProvider::google);
+    ASSERT_TRUE(waitUntil([this] { return state.chatHistory.value().size() == 2; }));
+    EXPECT_EQ(providers.google.connections, 0) << "the provider changed with a question under way";
     ask("Three", window);
     EXPECT_EQ(messages(ChatProvider::google).first().toObject()["content"],
               "Context — App: Editor, Window: main.cpp, URL: https://example.org/a?b")
@@ -333,6 +268,26 @@ TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
     EXPECT_EQ(sent[7].toObject()["content"], "You said: Four");
     EXPECT_EQ(sent[8].toObject()["content"], QJsonArray{text("Five")});
     EXPECT_EQ(state.chatHistory.value().size(), 5);
+
+    providers.answers = {" \n\t ", ""};
+    ask("Six");
+    turnTo(ChatProvider::openai);
+    ask("Seven");
+    EXPECT_EQ(note(), "") << "blank answers are answers";
+    EXPECT_EQ(state.chatHistory.value().size(), 7);
+}
+
+TEST_F(Claude, AQuestionWaitsForTheKeys)
+{
+    KeychainStore late(secrets);
+    service.emplace(state, notifications, late, http, queue, hosts);
+    state.view = IslandView::searching;
+    service->chat("One", std::nullopt);
+    queue.drain();
+    EXPECT_EQ(state.view, IslandView::searching);
+    std::thread([&] { late.load(); }).join();
+    ASSERT_TRUE(waitUntil([this] { return state.view != IslandView::searching; }));
+    EXPECT_EQ(lastAnswer(), "You said: One");
 }
 
 TEST_F(Claude, AServiceThatGoesLeavesNoOneToAnswer)

@@ -35,6 +35,7 @@ struct PollerFixture : testing::Test
 {
     PollerFixture()
     {
+        keychain.load();
         for (const QString &item : serviceKeys)
             keychain.set(item, u"key"_s);
         keychain.set(u"n8n-url"_s, u"http://n8n.test"_s);
