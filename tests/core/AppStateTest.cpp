@@ -195,14 +195,4 @@ TEST_F(AppStateTest, LoadingDropsWhatTheCatalogueDoesNotHold)
     EXPECT_EQ(store.text("mainPill"), "integration_claude");
 }
 
-TEST_F(AppStateTest, TheChosenModelIsTheChosenProviders)
-{
-    make();
-    EXPECT_EQ(state->activeChatModel(), "claude-sonnet-4-6");
-    state->chatProvider = ChatProvider::google;
-    EXPECT_EQ(state->activeChatModel(), "gemini-2.0-flash");
-    state->chatProvider = ChatProvider::openai;
-    EXPECT_EQ(state->activeChatModel(), "gpt-4o");
-}
-
 } // namespace

@@ -19,95 +19,46 @@ protected:
     AppState &start() { return state.emplace(store, queue); }
 };
 
-TEST_F(SettingsTest, AFirstStartWritesNothing)
+TEST_F(SettingsTest, StoredValuesAreTakenAndThoseOfAWrongTypeLeaveTheDefault)
 {
-    start();
-    EXPECT_EQ(store.writes, 0);
-}
-
-TEST_F(SettingsTest, StoredValuesOfTheRightTypeAreTaken)
-{
-    store.values = {
-        {"soundEnabled", false},
-        {"soundVolume", 0.5},
-        {"claudeModel", QStringLiteral(" opus ")},
-        {"chatProvider", QStringLiteral("openai")},
-        {"googleChatModel", QStringLiteral("g")},
-        {"openAIChatModel", QStringLiteral("o")},
-        {"autoCloseInterval", std::int64_t(61)},
-        {"absenceInterval", 240.0},
-        {"greetThreshold", 1.5},
-        {"hotkeyEnabled", true},
-        {"hotkeyFlags", std::int64_t(0x100000)},
-        {"hotkeyCode", std::int64_t(65535)},
-        {"vercelProjectFilter", QByteArray(R"(["a","b"])")},
-        {"n8nWorkflowFilter", QByteArray("[]")},
-        {"activeIntegrations", QByteArray(R"(["ai_google"])")},
-        {"mainPill", QStringLiteral("agent_codex")},
+    struct Row
+    {
+        const char *key;
+        StoredValue right;
+        StoredValue wrong;
+        std::function<bool()> isDefault;
     };
-    const AppState &read = start();
-    EXPECT_FALSE(read.soundEnabled);
-    EXPECT_EQ(read.soundVolume, 0.5);
-    EXPECT_EQ(read.claudeModel.value(), " opus ");
-    EXPECT_EQ(read.chatProvider, ChatProvider::openai);
-    EXPECT_EQ(read.googleChatModel.value(), "g");
-    EXPECT_EQ(read.openAIChatModel.value(), "o");
-    EXPECT_EQ(read.autoCloseInterval, 61.0);
-    EXPECT_EQ(read.absenceInterval, 240.0);
-    EXPECT_EQ(read.greetThresholdSeconds, 1.5);
-    EXPECT_TRUE(read.hotkeyEnabled);
-    EXPECT_EQ(read.hotkeyFlags, 0x100000u);
-    EXPECT_EQ(read.hotkeyCode, 65535);
-    EXPECT_EQ(read.vercelProjectFilter.value(), QSet<QString>({"a", "b"}));
-    EXPECT_EQ(read.activeIntegrations.value(), QSet<QString>({"ai_google"}));
-    EXPECT_EQ(read.mainPillId.value(), "agent_codex");
-    EXPECT_EQ(read.focusId.value(), "agent_codex");
-}
-
-TEST_F(SettingsTest, WrongTypesAndBrokenRulesLeaveTheDefaults)
-{
-    const QList<StoredValue> wrong{true, std::int64_t(-1), 0.5, QStringLiteral("  "), QByteArray("[1]"),
-                                   QByteArray("{"), QStringLiteral("integration_stripe")};
-    const QHash<QString, QList<int>> keysAndWrongValues{
-        {"soundEnabled", {1, 2, 3, 4}},
-        {"soundVolume", {0, 3, 4}},
-        {"claudeModel", {0, 1, 2, 3, 4}},
-        {"chatProvider", {0, 1, 2, 3, 4, 6}},
-        {"googleChatModel", {0, 1, 2, 4}},
-        {"openAIChatModel", {0, 1, 2, 4}},
-        {"autoCloseInterval", {0, 3, 4}},
-        {"absenceInterval", {0, 3, 4}},
-        {"greetThreshold", {0, 3, 4}},
-        {"hotkeyEnabled", {1, 2, 3, 4}},
-        {"hotkeyFlags", {0, 1, 2, 3, 4}},
-        {"hotkeyCode", {0, 1, 2, 3, 4}},
-        {"vercelProjectFilter", {0, 1, 2, 3, 4, 5}},
-        {"n8nWorkflowFilter", {0, 1, 2, 3, 4, 5}},
-        {"activeIntegrations", {0, 1, 2, 3, 4, 5}},
-        {"mainPill", {0, 1, 2, 3, 4, 6}},
+    const auto is = [this]<typename T>(QProperty<T> AppState::*property, T value) {
+        return [=, this] { return ((*state).*property).value() == value; };
     };
-    for (auto row = keysAndWrongValues.begin(); row != keysAndWrongValues.end(); ++row) {
-        for (const int index : row.value()) {
-            store.values = {{row.key(), wrong.at(index)}};
-            store.writes = 0;
-            const AppState &read = start();
-            EXPECT_EQ(store.writes, 0) << row.key().toStdString() << " " << index;
-            EXPECT_TRUE(read.soundEnabled);
-            EXPECT_EQ(read.soundVolume, 0.12);
-            EXPECT_EQ(read.activeChatModel(), "claude-sonnet-4-6");
-            EXPECT_EQ(read.googleChatModel.value(), "gemini-2.0-flash");
-            EXPECT_EQ(read.openAIChatModel.value(), "gpt-4o");
-            EXPECT_EQ(read.autoCloseInterval, 15.0);
-            EXPECT_EQ(read.absenceInterval, 180.0);
-            EXPECT_EQ(read.greetThresholdSeconds, 120.0);
-            EXPECT_FALSE(read.hotkeyEnabled);
-            EXPECT_EQ(read.hotkeyFlags, 0x120000u);
-            EXPECT_EQ(read.hotkeyCode, 45);
-            EXPECT_TRUE(read.vercelProjectFilter.value().isEmpty());
-            EXPECT_TRUE(read.n8nWorkflowFilter.value().isEmpty());
-            EXPECT_TRUE(read.activeIntegrations.value().isEmpty());
-            EXPECT_EQ(read.mainPillId.value(), "integration_claude");
-        }
+    const Row rows[] = {
+        {"soundEnabled", false, std::int64_t(0), is(&AppState::soundEnabled, true)},
+        {"soundVolume", 0.5, QStringLiteral("0.5"), is(&AppState::soundVolume, 0.12)},
+        {"claudeModel", QStringLiteral(" opus "), QStringLiteral("  "),
+         is(&AppState::claudeModel, QStringLiteral("claude-sonnet-4-6"))},
+        {"chatProvider", QStringLiteral("openai"), QStringLiteral("nobody"),
+         is(&AppState::chatProvider, ChatProvider::anthropic)},
+        {"autoCloseInterval", std::int64_t(61), true, is(&AppState::autoCloseInterval, 15.0)},
+        {"hotkeyFlags", std::int64_t(0x100000), std::int64_t(-1),
+         [this] { return state->hotkeyFlags == 0x120000u; }},
+        {"hotkeyCode", std::int64_t(65535), std::int64_t(65536),
+         [this] { return state->hotkeyCode == 45; }},
+        {"vercelProjectFilter", QByteArray(R"(["a","b"])"), QByteArray("[1]"),
+         is(&AppState::vercelProjectFilter, QSet<QString>())},
+        {"activeIntegrations", QByteArray(R"(["ai_google"])"), QByteArray("{"),
+         is(&AppState::activeIntegrations, QSet<QString>())},
+        {"mainPill", QStringLiteral("agent_codex"), QStringLiteral("integration_stripe"),
+         is(&AppState::mainPillId, QStringLiteral("integration_claude"))},
+    };
+    for (const Row &row : rows) {
+        store.values = {{row.key, row.right}};
+        start();
+        EXPECT_FALSE(row.isDefault()) << row.key;
+        store.values = {{row.key, row.wrong}};
+        store.writes = 0;
+        start();
+        EXPECT_TRUE(row.isDefault()) << row.key;
+        EXPECT_EQ(store.writes, 0) << row.key << ": a start writes nothing";
     }
 }
 

@@ -104,13 +104,6 @@ TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
     EXPECT_TRUE(fallsSilent(*voices[1]));
 }
 
-TEST_F(AudioOutputTest, WhatCannotBeUnderstoodHasNoVoices)
-{
-    AlAudioOutput output(queue);
-    EXPECT_TRUE(output.makeVoices("no sound", 3).empty());
-    EXPECT_TRUE(output.makeVoices({}, 3).empty());
-}
-
 TEST_F(AudioOutputTest, WhileNothingSoundsNoThreadWakes)
 {
     AlAudioOutput output(queue);

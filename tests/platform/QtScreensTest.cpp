@@ -28,25 +28,22 @@ protected:
     }
 };
 
-TEST_F(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsIt)
+TEST_F(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItAndWithinBounds)
 {
+    const QByteArray usual("\0\0\0\x4a", 4);
+    const struct
+    {
+        QByteArray parameter;
+        QByteArray height;
+        int shown;
+    } rows[]{{"", usual, 0}, {"N\n", usual, 0}, {"Y\n", usual, 74},
+             {"Y\n", "", 0}, {"Y\n", "abc", 0}, {"Y\n", "\xff\xff\xff\xff", 160}};
     EXPECT_EQ(shownNotchHeight(root.path()), 0) << "another kind of machine";
-    write(height, QByteArray("\0\0\0\x4a", 4));
-    EXPECT_EQ(shownNotchHeight(root.path()), 0) << "no such driver";
-    write(parameter, "N\n");
-    EXPECT_EQ(shownNotchHeight(root.path()), 0);
-    write(parameter, "Y\n");
-    EXPECT_EQ(shownNotchHeight(root.path()), 74);
-}
-
-TEST_F(QtScreensTest, ADamagedHeightIsNoNotchAndAnAbsurdOneIsBounded)
-{
-    write(parameter, "Y\n");
-    EXPECT_EQ(shownNotchHeight(root.path()), 0) << "a display without one";
-    write(height, "abc");
-    EXPECT_EQ(shownNotchHeight(root.path()), 0);
-    write(height, "\xff\xff\xff\xff");
-    EXPECT_EQ(shownNotchHeight(root.path()), 160);
+    for (const auto &row : rows) {
+        write(parameter, row.parameter);
+        write(height, row.height);
+        EXPECT_EQ(shownNotchHeight(root.path()), row.shown);
+    }
 }
 
 TEST_F(QtScreensTest, OnlyTheBuiltInScreenHasTheNotch)

@@ -41,30 +41,12 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
 
 TEST(ApplicationNamesTest, AWindowClassFindsItsApplicationInAnyCase)
 {
-    const struct
-    {
-        const char *windowClass;
-        const char *bundleIdentifier;
-    } cases[]{{"Code", "com.microsoft.VSCode"},
-              {"Cursor", "com.todesktop.230313mzl4w4u92"},
-              {"Gnome-terminal", "com.apple.Terminal"},
-              {"XTerm", "com.apple.Terminal"},
-              {"Tilix", "com.googlecode.iterm2"},
-              {"kitty", "net.kovidgoyal.kitty"},
-              {"com.mitchellh.ghostty", "com.mitchellh.ghostty"}};
-    for (const auto &known : cases) {
-        const auto *names = ApplicationNames::ofWindowClass(known.windowClass);
-        ASSERT_TRUE(names) << known.windowClass;
-        EXPECT_EQ(names->bundleIdentifier, known.bundleIdentifier);
-    }
+    const auto *names = ApplicationNames::ofWindowClass("Gnome-terminal");
+    ASSERT_TRUE(names);
+    EXPECT_EQ(names->bundleIdentifier, "com.apple.Terminal");
     EXPECT_FALSE(ApplicationNames::ofWindowClass("Gimp"));
-    EXPECT_FALSE(ApplicationNames::ofWindowClass(""));
-
-    EXPECT_EQ(ApplicationNames::desktopEntriesOf("com.microsoft.VSCode").value(0), "code");
-    const auto terminals = ApplicationNames::desktopEntriesOf("com.apple.Terminal");
-    EXPECT_EQ(terminals.value(0), "org.gnome.Terminal");
-    EXPECT_TRUE(terminals.contains("org.kde.konsole"));
-    EXPECT_TRUE(ApplicationNames::desktopEntriesOf("").isEmpty());
+    EXPECT_TRUE(
+        ApplicationNames::desktopEntriesOf("com.apple.Terminal").contains("org.kde.konsole"));
 }
 
 } // namespace

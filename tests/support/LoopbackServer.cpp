@@ -7,9 +7,9 @@
 #include <QSslKey>
 #include <QSslSocket>
 #include <QTcpServer>
-#include <QtEndian>
 
 #include <sys/socket.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <memory>
@@ -43,31 +43,22 @@ protected:
     }
 };
 
-quint32 crc32(const QByteArray &bytes)
-{
-    quint32 crc = ~0u;
-    for (const char c : bytes) {
-        crc ^= static_cast<unsigned char>(c);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320u : 0u);
-    }
-    return ~crc;
-}
-
-QByteArray littleEndian(quint32 number)
-{
-    QByteArray bytes(4, Qt::Uninitialized);
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
 QByteArray gzip(const QByteArray &bytes)
 {
-    // A length of four bytes, a head of two, the compressed bytes, a sum of four.
-    const QByteArray zlib = qCompress(bytes);
-    const QByteArray deflated = zlib.mid(6, zlib.size() - 10);
-    return QByteArray::fromHex("1f8b0800000000000003") + deflated + littleEndian(crc32(bytes))
-        + littleEndian(quint32(bytes.size()));
+    constexpr int largestWindow = 15;
+    constexpr int inGzip = 16;
+    z_stream stream = {};
+    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, largestWindow + inGzip, 8,
+                 Z_DEFAULT_STRATEGY);
+    QByteArray packed(qsizetype(deflateBound(&stream, uLong(bytes.size()))), Qt::Uninitialized);
+    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
+    stream.avail_in = uInt(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef *>(packed.data());
+    stream.avail_out = uInt(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.truncate(qsizetype(stream.total_out));
+    deflateEnd(&stream);
+    return packed;
 }
 
 QByteArray chunk(const QByteArray &bytes)

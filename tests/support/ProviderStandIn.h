@@ -11,9 +11,8 @@ namespace tirlo {
 
 /// Stands in for the web services of the three chat providers, each on a server of its own.
 ///
-/// It looks at path, key, headers and body as closely as the services do, and refuses what they
-/// refuse. A question that passes gets the next of `answers`, or its own words back. What a test
-/// wants to go wrong it scripts on the server itself.
+/// It refuses a wrong path or key. A question gets the next of `answers`, or its own words back.
+/// What a test wants to go wrong otherwise it scripts on the server itself.
 class ProviderStandIn
 {
 public:
