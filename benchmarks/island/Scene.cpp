@@ -1,6 +1,6 @@
 #include "Scene.h"
 
-#include "island/IslandConst.h"
+#include "core/IslandConst.h"
 
 namespace tirlo {
 

@@ -33,7 +33,8 @@ private:
     MemorySecretStore m_secrets;
     KeychainStore m_keychain{m_secrets};
     FrameClock m_frames;
-    const IslandActions m_actions{[](const QString &) {}};
+    const IslandActions m_actions{.sendApprovalDecision = [](const QString &) {},
+                                  .switchChatProvider = [](ChatProvider) {}};
 
 public:
     AppState state;

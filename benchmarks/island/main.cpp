@@ -7,7 +7,7 @@
 
 #include "common/Row.h"
 
-#include "island/IslandConst.h"
+#include "core/IslandConst.h"
 #include "platform/linux/QtMainQueue.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"

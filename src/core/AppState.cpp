@@ -23,6 +23,8 @@ AgentTask taskFromRow(const PillDefinition &row)
     return task;
 }
 
+constexpr qsizetype roomBeside = 4;
+
 /// Position of the id in the catalogue; -1 for one that it doesn't hold.
 std::ptrdiff_t catalogPosition(const QString &id)
 {
@@ -49,6 +51,13 @@ std::optional<AgentTask> AppState::focusTask() const
     }
     const auto &list = tasks.value();
     return list.isEmpty() ? std::nullopt : std::optional(list.first());
+}
+
+QList<AgentTask> AppState::tasksBeside(const std::optional<QString> &id) const
+{
+    QList<AgentTask> others = tasks;
+    others.removeIf([&](const AgentTask &task) { return task.id == id; });
+    return others.first(std::min(others.size(), roomBeside));
 }
 
 QString AppState::activeChatModel() const

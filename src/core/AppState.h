@@ -55,14 +55,14 @@ public:
     // Times are seconds on the main queue's media clock.
     double lastMouseMove = 0;
     /// Drives the auto-close countdown.
-    double lastActivity = 0;
+    QProperty<double> lastActivity{0};
     bool isPresent = true;
     /// Keeps the island open while an approval is on show.
-    bool isPinned = false;
+    QProperty<bool> isPinned{false};
 
     // Files.
     QProperty<double> uploadProgress{0};
-    std::optional<double> uploadStartTime;
+    QProperty<std::optional<double>> uploadStartTime;
     /// Seconds.
     double uploadDuration = 2.4;
     QProperty<bool> fileDragOver{false};
@@ -129,6 +129,9 @@ public:
     [[nodiscard]] QString activeChatModel() const;
     /// The first task with the id, or nothing.
     [[nodiscard]] std::optional<AgentTask> task(const QString &id) const;
+
+    /// The first tasks but the one with the id, as many as have room beside the focused one.
+    [[nodiscard]] QList<AgentTask> tasksBeside(const std::optional<QString> &id) const;
 
     /// Edits the first task with the id in place and publishes the list once; false without one.
     template<typename Edit>

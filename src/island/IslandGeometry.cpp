@@ -1,7 +1,7 @@
 #include "IslandGeometry.h"
 
-#include "IslandConst.h"
 #include "core/AppState.h"
+#include "core/IslandConst.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "IslandConst.h"
 #include "IslandGeometry.h"
+#include "core/IslandConst.h"
 #include "ui/Observers.h"
 
 #include <QWidget>

@@ -147,7 +147,7 @@ void BotCanvasView::frame()
 void BotCanvasView::feedEngine()
 {
     const AppState &state = m_around.state;
-    const QPointF gaze = gazeAtPointer(state, m_around.layoutOf(state.view), m_around.screens);
+    const QPointF gaze = gazeAtPointer(state, m_around.screens);
     m_engine.lookX = gaze.x();
     m_engine.lookY = gaze.y();
     m_engine.particleOverhang = m_particleOverhang;

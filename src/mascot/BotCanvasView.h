@@ -2,7 +2,6 @@
 
 #include "BotEngine.h"
 #include "BotPictureKey.h"
-#include "core/model/ViewLayout.h"
 #include "ui/motion/FrameClock.h"
 
 #include <QPropertyNotifier>
@@ -24,8 +23,6 @@ struct BotSurroundings
     MainQueue &queue;
     FrameClock &frames;
     const Screens &screens;
-    /// The geometry of a card.
-    const ViewLayout &(*layoutOf)(IslandView view);
 };
 
 /// The mood that the big mascot shows: an imposed one, else the focused task's, else idle.

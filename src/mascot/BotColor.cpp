@@ -1,8 +1,8 @@
 #include "BotColor.h"
 
+#include "core/HexColor.h"
+
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
 
 namespace tirlo {
 
@@ -21,26 +21,10 @@ BotColor BotColor::lightened(double amount) const
 
 std::optional<BotColor> cgColorFromHex(QStringView text)
 {
-    while (text.startsWith(u'#'))
-        text = text.sliced(1);
-    while (text.endsWith(u'#'))
-        text.chop(1);
-
-    const bool negative = text.startsWith(u'-');
-    if (negative || text.startsWith(u'+'))
-        text = text.sliced(1);
-
-    const QByteArray digits = text.toLatin1();
-    const char *end = digits.constData() + digits.size();
-    std::uint64_t number = 0;
-    const auto [stop, error] = std::from_chars(digits.constData(), end, number, 16);
-    if (error != std::errc() || stop != end)
+    const auto rgb = rgbFromHex(text);
+    if (!rgb)
         return std::nullopt;
-    // An unsigned number with a minus sign is one only when it is zero.
-    if (negative && number != 0)
-        return std::nullopt;
-
-    const auto component = [number](int shift) { return double(number >> shift & 0xff) / 255; };
+    const auto component = [rgb](int shift) { return double(*rgb >> shift & 0xFF) / 255; };
     return BotColor{component(16), component(8), component(0)};
 }
 

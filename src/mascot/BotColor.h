@@ -24,9 +24,7 @@ struct BotColor
     [[nodiscard]] BotColor lightened(double amount) const;
 };
 
-/// The colour of a text such as "#F7B32B", or nothing when it is not a hexadecimal number.
-///
-/// Hash signs at both ends don't matter, and only the low 24 bits of a longer number count.
+/// The colour of a text such as "#F7B32B", or nothing when rgbFromHex() finds none.
 [[nodiscard]] std::optional<BotColor> cgColorFromHex(QStringView text);
 
 /// The mascot's constant colours.

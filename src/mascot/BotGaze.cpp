@@ -1,6 +1,7 @@
 #include "BotGaze.h"
 
 #include "core/AppState.h"
+#include "core/IslandConst.h"
 #include "platform/Screens.h"
 
 #include <algorithm>
@@ -9,9 +10,6 @@
 namespace tirlo {
 
 namespace {
-
-constexpr double expandedWidth = 640;
-constexpr double compactExtraWidth = 160;
 
 /// Pointer distances in points over which the gaze turns most.
 constexpr double reachX = 260;
@@ -32,20 +30,23 @@ double islandWidth(const AppState &state)
     case IslandMode::hidden:
         return state.notchWidth;
     case IslandMode::compact:
-        return state.notchWidth + compactExtraWidth;
+        return state.notchWidth + IslandConst::compactExtraWidth;
     case IslandMode::expanded:
-        return expandedWidth;
+        break;
     }
-    return expandedWidth;
+    return IslandConst::expandedWidth;
 }
 
 double islandHeight(const AppState &state, const ViewLayout &layout)
 {
     if (state.mode != IslandMode::expanded)
         return state.notchHeight;
-    if (state.view == IslandView::prompt)
-        return std::min(300.0, 240 + 40.0 * double(state.chatHistory.value().size()));
-    return layout.height;
+    if (state.view != IslandView::prompt)
+        return layout.height;
+    return std::min(IslandConst::promptMaximumHeight,
+                    IslandConst::promptBaseHeight
+                        + IslandConst::promptHeightPerMessage
+                            * double(state.chatHistory.value().size()));
 }
 
 /// Left of the island is 0.
@@ -85,8 +86,9 @@ double mascotY(const AppState &state, const ViewLayout &layout)
 
 } // namespace
 
-QPointF gazeAtPointer(const AppState &state, const ViewLayout &layout, const Screens &screens)
+QPointF gazeAtPointer(const AppState &state, const Screens &screens)
 {
+    const ViewLayout &layout = IslandConst::viewLayout(state.view);
     const double x = mascotX(state, layout) + middleOfScreen(screens) - islandWidth(state) / 2;
     const double y = mascotY(state, layout);
     return {std::tanh((state.mousePosition.x() - x) / reachX),

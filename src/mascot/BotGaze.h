@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/model/ViewLayout.h"
-
 #include <QPointF>
 
 namespace tirlo {
@@ -11,9 +9,8 @@ class Screens;
 
 /// Which way the big mascot looks to see the pointer; -1 to 1 each way, x to the right, y upward.
 ///
-/// `layout` is the one of the card on show. The place of the mascot is that of rest: in a flight
-/// between places it already looks from where it goes.
-[[nodiscard]] QPointF gazeAtPointer(const AppState &state, const ViewLayout &layout,
-                                    const Screens &screens);
+/// The place of the mascot is that of rest: in a flight between places it already looks from where
+/// it goes.
+[[nodiscard]] QPointF gazeAtPointer(const AppState &state, const Screens &screens);
 
 } // namespace tirlo

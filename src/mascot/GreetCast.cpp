@@ -4,22 +4,14 @@
 
 namespace tirlo {
 
-namespace {
-
-constexpr std::size_t maximumMinis = 4;
-
-} // namespace
-
 GreetCast greetCast(const AppState &state)
 {
     GreetCast cast;
     const auto focus = state.focusTask();
     if (focus && focus->isIntegration)
         cast.body = cgColorFromHex(focus->color);
-    for (const AgentTask &task : state.tasks.value()) {
-        if (task.id != state.focusId.value() && cast.minis.size() < maximumMinis)
-            cast.minis.push_back(cgColorFromHex(task.color).value_or(BotColor()));
-    }
+    for (const AgentTask &task : state.tasksBeside(state.focusId))
+        cast.minis.push_back(cgColorFromHex(task.color).value_or(BotColor()));
     return cast;
 }
 

@@ -1,6 +1,6 @@
 #include "SettingsPlacement.h"
 
-#include "island/IslandConst.h"
+#include "core/IslandConst.h"
 
 #include <algorithm>
 

@@ -17,6 +17,7 @@ CodeBlock::CodeBlock(QWidget *parent)
     : TextLabel(Style::codeFont(Style::codeSize), Style::codeText, parent)
 {
     setElideMode(Qt::ElideMiddle);
+    setAlwaysHasToolTip();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -18,7 +18,6 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     [[nodiscard]] QRect textRect() const override;
-    [[nodiscard]] bool alwaysHasToolTip() const override { return !text().isEmpty(); }
 };
 
 } // namespace tirlo

@@ -1,19 +1,14 @@
 #include "Color.h"
 
+#include "core/HexColor.h"
+
 #include <algorithm>
 
 namespace tirlo {
 
 QColor colorFromHex(const QString &text)
 {
-    QStringView digits = text;
-    while (digits.startsWith(u'#'))
-        digits = digits.sliced(1);
-    while (digits.endsWith(u'#'))
-        digits.chop(1);
-
-    const quint64 number = digits.toULongLong(nullptr, 16);
-    return {int(number >> 16 & 0xFF), int(number >> 8 & 0xFF), int(number & 0xFF)};
+    return QColor::fromRgb(rgbFromHex(text).value_or(0));
 }
 
 QColor lighter(const QColor &color, double amount)

@@ -5,7 +5,7 @@
 
 namespace tirlo {
 
-/// The colour of a text such as "#F7B32B", opaque; text that is no hexadecimal number is black.
+/// The colour of a text such as "#F7B32B", opaque; black when rgbFromHex() finds none.
 [[nodiscard]] QColor colorFromHex(const QString &text);
 
 /// The colour with the amount, 0 to 1, added to each component; its opacity stays.

@@ -20,19 +20,10 @@ void ColorDot::setColor(const QColor &color)
     update();
 }
 
-void ColorDot::setOpacity(double opacity)
-{
-    if (opacity == m_opacity)
-        return;
-    m_opacity = opacity;
-    update();
-}
-
 void ColorDot::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(m_opacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_color);
     painter.drawEllipse(rect());

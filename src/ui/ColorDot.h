@@ -15,9 +15,6 @@ public:
 
     void setColor(const QColor &color);
 
-    /// Sets the opacity of the spot, 0 to 1.
-    void setOpacity(double opacity);
-
     [[nodiscard]] QColor color() const { return m_color; }
 
 protected:
@@ -25,7 +22,6 @@ protected:
 
 private:
     QColor m_color;
-    double m_opacity = 1;
 };
 
 } // namespace tirlo

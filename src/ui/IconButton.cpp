@@ -1,5 +1,6 @@
 #include "IconButton.h"
 
+#include "Color.h"
 #include "FocusRing.h"
 #include "Icon.h"
 #include "Style.h"
@@ -7,6 +8,8 @@
 
 #include <QHelpEvent>
 #include <QPainter>
+
+#include <utility>
 
 namespace tirlo {
 
@@ -18,6 +21,7 @@ constexpr double pressedOpacity = 0.7;
 
 IconButton::IconButton(const QSize &size, const IconButtonStyle &style, QWidget *parent)
     : QAbstractButton(parent)
+    , m_shown(style)
     , m_style(style)
 {
     setFixedSize(size);
@@ -35,9 +39,41 @@ void IconButton::setIcon(QLatin1String icon, const QString &meaning)
 
 void IconButton::setStyle(const IconButtonStyle &style)
 {
+    m_style = style;
+    m_share.jumpTo(1);
+    m_frames.reset();
+    if (style == std::exchange(m_shown, style))
+        return;
+    update();
+}
+
+void IconButton::fadeTo(const IconButtonStyle &style, const Animation &animation, FrameClock &clock)
+{
+    if (!isVisible())
+        return setStyle(style);
     if (style == m_style)
         return;
+    m_from = m_shown;
     m_style = style;
+    m_share.jumpTo(0);
+    m_share.animateTo(1, clock.permitted(animation), clock.now());
+    showAt(clock.now());
+    if (!m_share.isAtRest(clock.now()))
+        m_frames = clock.subscribe([this](double time) { showAt(time); });
+}
+
+void IconButton::showAt(double time)
+{
+    m_shown = m_style;
+    if (m_share.isAtRest(time)) {
+        m_frames.reset();
+    } else {
+        const double share = m_share.valueAt(time);
+        for (QColor IconButtonStyle::*color :
+             {&IconButtonStyle::color, &IconButtonStyle::hoveredColor, &IconButtonStyle::fill,
+              &IconButtonStyle::hoveredFill})
+            m_shown.*color = mixed(m_from.*color, m_style.*color, share);
+    }
     update();
 }
 
@@ -66,12 +102,12 @@ void IconButton::paintEvent(QPaintEvent *)
         painter.setOpacity(pressedOpacity);
 
     painter.setPen(Qt::NoPen);
-    painter.setBrush(underMouse() ? m_style.hoveredFill : m_style.fill);
-    painter.drawRoundedRect(rect(), m_style.radius, m_style.radius);
+    painter.setBrush(underMouse() ? m_shown.hoveredFill : m_shown.fill);
+    painter.drawRoundedRect(rect(), m_shown.radius, m_shown.radius);
 
-    const QRectF square((width() - m_style.iconSide) / 2, (height() - m_style.iconSide) / 2,
-                        m_style.iconSide, m_style.iconSide);
-    Icon::draw(painter, m_icon, square, underMouse() ? m_style.hoveredColor : m_style.color);
+    const QRectF square((width() - m_shown.iconSide) / 2, (height() - m_shown.iconSide) / 2,
+                        m_shown.iconSide, m_shown.iconSide);
+    Icon::draw(painter, m_icon, square, underMouse() ? m_shown.hoveredColor : m_shown.color);
 
     if (!FocusRing::isShown(*this))
         return;
@@ -79,7 +115,7 @@ void IconButton::paintEvent(QPaintEvent *)
     painter.setPen(QPen(Style::focusRing, Style::focusRingWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
-                            m_style.radius - half, m_style.radius - half);
+                            m_shown.radius - half, m_shown.radius - half);
 }
 
 } // namespace tirlo

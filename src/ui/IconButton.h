@@ -1,5 +1,8 @@
 #pragma once
 
+#include "motion/Animated.h"
+#include "motion/FrameClock.h"
+
 #include <QAbstractButton>
 #include <QColor>
 
@@ -36,6 +39,9 @@ public:
 
     void setStyle(const IconButtonStyle &style);
 
+    /// Goes over to the looks' colours; at once while nobody sees the button.
+    void fadeTo(const IconButtonStyle &style, const Animation &animation, FrameClock &clock);
+
     [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
 
 protected:
@@ -43,7 +49,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void showAt(double time);
+
+    /// What it is drawn in, as of the last frame, and where a fade comes from and leads to.
+    IconButtonStyle m_shown;
+    IconButtonStyle m_from;
     IconButtonStyle m_style;
+    Animated<double> m_share{1};
+    FrameClock::Subscription m_frames;
     QLatin1String m_icon;
 };
 

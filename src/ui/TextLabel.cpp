@@ -35,14 +35,6 @@ void TextLabel::setElideMode(Qt::TextElideMode mode)
     update();
 }
 
-void TextLabel::setOpacity(double opacity)
-{
-    if (opacity == m_opacity)
-        return;
-    m_opacity = opacity;
-    update();
-}
-
 void TextLabel::setNeverElided()
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -63,7 +55,8 @@ bool TextLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    if (alwaysHasToolTip() || sizeHint().width() > textRect().width())
+    const bool isWanted = m_alwaysHasToolTip || sizeHint().width() > textRect().width();
+    if (isWanted && !text().isEmpty())
         TextLine::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
     return true;
 }
@@ -71,7 +64,6 @@ bool TextLabel::event(QEvent *event)
 void TextLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setOpacity(m_opacity);
     painter.setPen(m_color);
     const QRect area = textRect();
     TextLine::draw(painter, area, TextLine::fitted(m_line, font(), m_elideMode, area.width()));

@@ -19,9 +19,6 @@ public:
 
     void setElideMode(Qt::TextElideMode mode);
 
-    /// Sets the opacity of the text, 0 to 1.
-    void setOpacity(double opacity);
-
     /// Keeps the label at the width of its text, so that its neighbours give way first.
     void setNeverElided();
 
@@ -34,12 +31,14 @@ protected:
 
     /// Where the text stands.
     [[nodiscard]] virtual QRect textRect() const { return rect(); }
-    [[nodiscard]] virtual bool alwaysHasToolTip() const { return false; }
+
+    /// Shows the tool tip even while nothing is hidden.
+    void setAlwaysHasToolTip() { m_alwaysHasToolTip = true; }
 
 private:
     QColor m_color;
-    double m_opacity = 1;
     QString m_line;
+    bool m_alwaysHasToolTip = false;
     Qt::TextElideMode m_elideMode = Qt::ElideRight;
 };
 

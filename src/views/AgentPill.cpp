@@ -12,6 +12,9 @@
 #include <QPainter>
 #include <QPaintEvent>
 
+#include <algorithm>
+#include <span>
+
 namespace tirlo {
 
 namespace {
@@ -44,6 +47,23 @@ const QString editorPillId = QStringLiteral("integration_claude");
 QString shownName(const AgentTask &task)
 {
     return task.id == editorPillId ? QStringLiteral("VS Code") : task.name;
+}
+
+/// Adds the amount, 0 to 1, to every colour of the picture.
+void brighten(QImage &picture, double amount)
+{
+    if (amount <= 0)
+        return;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (QRgb &pixel : std::span(reinterpret_cast<QRgb *>(picture.scanLine(y)),
+                                     std::size_t(picture.width()))) {
+            const int alpha = qAlpha(pixel);
+            const int added = qRound(amount * alpha);
+            pixel = qRgba(std::min(qRed(pixel) + added, alpha),
+                          std::min(qGreen(pixel) + added, alpha),
+                          std::min(qBlue(pixel) + added, alpha), alpha);
+        }
+    }
 }
 
 QString badgeDescription(const std::optional<PillBadge> &badge)
@@ -161,31 +181,33 @@ void AgentPill::paintEvent(QPaintEvent *event)
     const QSize size = this->size() * devicePixelRatioF();
     if (m_picture.size() != size || look != m_look) {
         m_look = look;
-        m_picture = QPixmap(size);
-        m_picture.setDevicePixelRatio(devicePixelRatioF());
-        m_picture.fill(Qt::transparent);
-        paintPicture();
+        QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(devicePixelRatioF());
+        picture.fill(Qt::transparent);
+        paintPicture(picture);
+        brighten(picture, hoveredBrightness * m_hover);
+        m_picture = QPixmap::fromImage(picture);
     }
     QPainter painter(this);
     painter.setOpacity(m_opacity);
     drawInBands(painter, event->region(), m_picture);
 }
 
-void AgentPill::paintPicture()
+void AgentPill::paintPicture(QImage &picture) const
 {
-    QPainter painter(&m_picture);
+    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPointF centre = capsule().center();
     painter.translate(centre);
     painter.scale(scale(), scale());
     painter.translate(-centre);
 
-    const QColor own = colorFromHex(m_task.color);
-    const QColor taskColor = lighter(own, hoveredBrightness * m_hover);
+    const QColor taskColor = colorFromHex(m_task.color);
     drawCapsule(painter, taskColor);
     drawName(painter, taskColor);
     if (m_task.pillBadge)
-        PillBadgeView::draw(painter, capsule().topRight() + badgeOffset, *m_task.pillBadge, own);
+        PillBadgeView::draw(painter, capsule().topRight() + badgeOffset, *m_task.pillBadge,
+                            taskColor);
 }
 
 void AgentPill::drawCapsule(QPainter &painter, const QColor &taskColor) const
@@ -193,13 +215,15 @@ void AgentPill::drawCapsule(QPainter &painter, const QColor &taskColor) const
     constexpr double radius = capsuleHeight / 2.0;
     constexpr double half = Style::hairlineWidth / 2;
     const double stroke = restStroke + (hoveredStroke - restStroke) * m_hover;
+    const QColor fill = mixed(Style::pill, withOpacity(taskColor, hoveredFill), m_hover);
 
+    // What lets light through casts the less of a shadow.
     painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(Qt::black, shadowOpacity));
+    painter.setBrush(withOpacity(Qt::black, shadowOpacity * fill.alphaF()));
     painter.drawRoundedRect(capsule().translated(0, 1), radius, radius);
-    painter.setBrush(Style::pill);
+    painter.setBrush(fill);
     painter.drawRoundedRect(capsule(), radius, radius);
-    painter.setBrush(withOpacity(taskColor, hoveredFill * m_hover));
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(FocusRing::isShown(*this)
                        ? QPen(Style::focusRing, Style::focusRingWidth)
                        : QPen(withOpacity(taskColor, stroke), Style::hairlineWidth));

@@ -62,7 +62,7 @@ private:
     void followHover();
     void showHover(double time);
     void dressBot();
-    void paintPicture();
+    void paintPicture(QImage &picture) const;
     void drawCapsule(QPainter &painter, const QColor &taskColor) const;
     void drawName(QPainter &painter, const QColor &taskColor) const;
     [[nodiscard]] QRectF capsule() const;

@@ -6,12 +6,12 @@
 #include "platform/MainQueue.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tirlo {
 
 namespace {
 
-constexpr qsizetype pillCount = 4;
 constexpr int columnCount = 2;
 constexpr int padding = 8;
 constexpr int columnSpacing = 2;
@@ -29,18 +29,10 @@ AgentPillsView::AgentPillsView(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_context.state.focusId, [this] { followTasks(); });
 }
 
-QList<AgentTask> AgentPillsView::others() const
-{
-    QList<AgentTask> tasks = m_context.state.tasks;
-    if (const auto focused = m_context.state.focusTask())
-        tasks.removeIf([&](const AgentTask &task) { return task.id == focused->id; });
-    return tasks;
-}
-
 QList<AgentTask> AgentPillsView::displayTasks() const
 {
-    const QList<AgentTask> tasks = others();
-    return tasks.first(std::min(tasks.size(), pillCount));
+    const auto focused = m_context.state.focusTask();
+    return m_context.state.tasksBeside(focused ? std::optional(focused->id) : std::nullopt);
 }
 
 void AgentPillsView::resizeEvent(QResizeEvent *)
@@ -58,26 +50,37 @@ void AgentPillsView::followTasks()
             presence.leave(moves, m_context.frames);
     }
     placePills(tasks, moves);
-    frame(m_context.frames.now());
-    if (!m_pills.empty() && !m_frames.isActive())
-        m_frames = m_context.frames.subscribe([this](double time) { frame(time); });
+    followKeyboard(tasks);
+    if (!showAt(m_context.frames.now()) && !m_frames.isActive())
+        m_frames = m_context.frames.subscribe([this](double time) {
+            if (showAt(time))
+                m_frames.reset();
+        });
 }
 
 void AgentPillsView::placePills(const QList<AgentTask> &tasks, bool moves)
 {
-    QWidget *previous = nullptr;
     for (qsizetype i = 0; i < tasks.size(); ++i) {
         PillPresence &presence = presenceOf(tasks[i]);
         presence.pill().setTask(tasks[i]);
         presence.comeTo(cell(int(i), int(tasks.size())), moves, m_context.frames);
-        // The keyboard goes through them as they stand.
-        if (previous)
-            setTabOrder(previous, &presence.pill());
-        previous = &presence.pill();
     }
 }
 
-void AgentPillsView::frame(double time)
+/// The keyboard goes through the pills as they stand.
+void AgentPillsView::followKeyboard(const QList<AgentTask> &tasks)
+{
+    QStringList order;
+    for (const AgentTask &task : tasks)
+        order.append(task.id);
+    if (order == std::exchange(m_order, order))
+        return;
+    for (qsizetype i = 1; i < tasks.size(); ++i)
+        setTabOrder(&presenceOf(tasks[i - 1]).pill(), &presenceOf(tasks[i]).pill());
+}
+
+/// Shows the pills as they are at that time; true once all have arrived or are gone.
+bool AgentPillsView::showAt(double time)
 {
     bool isAtRest = true;
     std::erase_if(m_pills, [&](PillPresence &presence) {
@@ -89,8 +92,7 @@ void AgentPillsView::frame(double time)
         presence.pill().deleteLater();
         return true;
     });
-    if (isAtRest)
-        m_frames.reset();
+    return isAtRest;
 }
 
 /// The task's pill, made if there is none.

@@ -22,10 +22,7 @@ class AgentPillsView final : public QWidget
 public:
     explicit AgentPillsView(const ViewContext &context, QWidget *parent = nullptr);
 
-    /// The tasks without the focused one, in the store's order.
-    [[nodiscard]] QList<AgentTask> others() const;
-
-    /// Those of the others that have a pill.
+    /// The tasks that have a pill, in the store's order.
     [[nodiscard]] QList<AgentTask> displayTasks() const;
 
 protected:
@@ -34,7 +31,8 @@ protected:
 private:
     void followTasks();
     void placePills(const QList<AgentTask> &tasks, bool moves);
-    void frame(double time);
+    void followKeyboard(const QList<AgentTask> &tasks);
+    bool showAt(double time);
     PillPresence &presenceOf(const AgentTask &task);
     [[nodiscard]] QRect cell(int index, int count) const;
     void tap(const QString &taskId);
@@ -42,6 +40,8 @@ private:
     ViewContext m_context;
     /// Those that are going included.
     std::vector<PillPresence> m_pills;
+    /// As the keyboard goes through them.
+    QStringList m_order;
     FrameClock::Subscription m_frames;
     /// A swap is under way: further taps don't count.
     bool m_swapping = false;

@@ -20,8 +20,9 @@ struct Target
 {
     QLatin1String id;
     Kind kind;
-    /// A bundle identifier, a web address or a provider.
+    /// A bundle identifier or a web address.
     QLatin1String where = {};
+    ChatProvider provider = {};
 };
 
 constexpr QLatin1String n8nPillId("integration_n8n");
@@ -46,9 +47,11 @@ constexpr std::array targets{
     Target{QLatin1String("agent_codex"), Kind::application, QLatin1String("com.openai.codex")},
     Target{QLatin1String("agent_gemini"), Kind::terminal},
     Target{QLatin1String("agent_antigravity"), Kind::terminal},
-    Target{QLatin1String("ai_anthropic"), Kind::chat, QLatin1String("anthropic")},
-    Target{QLatin1String("ai_google"), Kind::chat, QLatin1String("google")},
-    Target{QLatin1String("ai_openai"), Kind::chat, QLatin1String("openai")},
+    Target{.id = QLatin1String("ai_anthropic"),
+           .kind = Kind::chat,
+           .provider = ChatProvider::anthropic},
+    Target{.id = QLatin1String("ai_google"), .kind = Kind::chat, .provider = ChatProvider::google},
+    Target{.id = QLatin1String("ai_openai"), .kind = Kind::chat, .provider = ChatProvider::openai},
 };
 
 Target targetOf(const AgentTask &task)
@@ -92,9 +95,7 @@ void open(const AgentTask &task, const ViewContext &context)
         openPage(context.keychain.get(QStringLiteral("n8n-url")), context.applications);
         break;
     case Kind::chat:
-        if (const auto provider = fromRawText<ChatProvider>(QString(target.where));
-            provider && context.actions.switchChatProvider)
-            context.actions.switchChatProvider(*provider);
+        context.actions.switchChatProvider(target.provider);
         break;
     case Kind::terminal:
         TerminalRule::activate(context.applications);

@@ -1,7 +1,6 @@
 #include "BotPlacement.h"
 
 #include "core/AppState.h"
-#include "island/IslandConst.h"
 #include "island/IslandGeometry.h"
 #include "island/IslandMotion.h"
 #include "mascot/BotCanvasView.h"
@@ -30,21 +29,20 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_state(context.state)
     , m_clock(context.frames)
-    , m_canvas(
-          new BotCanvasView({context.state, context.notifications, context.sounds, context.queue,
-                             context.frames, context.screens, &IslandConst::viewLayout},
-                            this))
+    , m_canvas(new BotCanvasView({context.state, context.notifications, context.sounds,
+                                  context.queue, context.frames, context.screens},
+                                 this))
+    , m_place(IslandGeometry::mascotPlace(context.state))
+    , m_mood(displayedState(context.state))
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     m_canvas->setParticleOverhang(particleOverhang);
 
-    const MascotPlace place = IslandGeometry::mascotPlace(m_state);
-    m_x.jumpTo(place.centre.x());
-    m_y.jumpTo(place.centre.y());
-    m_side.jumpTo(place.diameter * canvasPerDiameter);
-    m_glow.moveTo(displayedState(m_state), Animation::none(), m_clock.now());
+    jumpTo(m_place);
+    m_glow.moveTo(m_mood, Animation::none(), m_clock.now());
     m_canvas->setVisible(isShown());
     m_rides = rides();
+    m_isDragged = m_state.isDraggingBot;
     placeCanvas(m_clock.now());
     run();
 
@@ -54,6 +52,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.view, moved);
     m_observers.follow(m_state.chatHistory, moved);
     m_observers.follow(m_state.uploadProgress, moved);
+    m_observers.follow(m_state.uploadStartTime, [this] { run(); });
     m_observers.follow(m_state.isDraggingBot, moved);
     m_observers.follow(m_state.stateOverride, mood);
     m_observers.follow(m_state.focusId, mood);
@@ -65,7 +64,7 @@ void BotPlacement::conceal()
     m_isConcealed = true;
     m_isAppearing = false;
     m_canvas->hide();
-    update();
+    run();
 }
 
 void BotPlacement::takeOver(const MascotPlace &from, const Animation &appearance)
@@ -73,22 +72,31 @@ void BotPlacement::takeOver(const MascotPlace &from, const Animation &appearance
     const double now = m_clock.now();
     m_isConcealed = false;
     m_isAppearing = true;
-    m_x.jumpTo(from.centre.x());
-    m_y.jumpTo(from.centre.y());
-    m_side.jumpTo(from.diameter * canvasPerDiameter);
+    jumpTo(from);
     m_opacity.jumpTo(0);
     m_opacity.animateTo(1, m_clock.permitted(appearance), now);
     followPlace();
+    flyTo(m_place);
     placeCanvas(now);
+    run();
 }
 
 void BotPlacement::paintEvent(QPaintEvent *)
 {
+    QPainter painter(this);
+    const double time = m_clock.now();
+    if (!m_leaving.isNull()) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        const double scale = std::max(m_leavingScale.valueAt(time), 0.0);
+        const QPointF body(m_leavingRect.center().x(),
+                           m_leavingRect.bottom() - m_leavingRect.width() / 2);
+        const QRectF target(body + (m_leavingRect.topLeft() - body) * scale,
+                            m_leavingRect.size() * scale);
+        painter.drawPixmap(target, m_leaving, m_leaving.rect());
+    }
     if (!glows())
         return;
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double time = m_clock.now();
     m_glow.paint(painter, {m_x.valueAt(time), m_y.valueAt(time)},
                  m_side.valueAt(time) / canvasPerDiameter, time);
 }
@@ -97,25 +105,70 @@ void BotPlacement::followPlace()
 {
     m_canvas->setVisible(isShown());
     const MascotPlace place = IslandGeometry::mascotPlace(m_state);
-    const double now = m_clock.now();
-    const bool changesForm = std::exchange(m_rides, rides()) != rides();
-    const Animation spring
-        = changesForm ? Animation::none() : m_clock.permitted(IslandMotion::openSpring);
-    if (changesForm) {
-        m_scale.jumpTo(leastScale);
-        m_scale.animateTo(1, m_clock.permitted(formSpring), now);
-    }
-    m_x.animateTo(place.centre.x(), spring, now);
-    m_y.animateTo(place.centre.y(), spring, now);
-    m_side.animateTo(place.diameter * canvasPerDiameter, spring, now);
+    const bool isDragged = m_state.isDraggingBot;
+    const bool changesForm = rides() != m_rides;
+    if (place == m_place && isDragged == m_isDragged && !changesForm
+        && glows() == !m_glowRect.isEmpty())
+        return;
+    m_place = place;
+    m_isDragged = isDragged;
+    m_rides = rides();
+    if (changesForm)
+        changeForm();
+    else
+        flyTo(place);
     run();
 }
 
 void BotPlacement::followMood()
 {
-    m_glow.moveTo(displayedState(m_state), m_clock.permitted(TimingCurve::easeInOut(glowSeconds)),
-                  m_clock.now());
+    const BotState mood = displayedState(m_state);
+    if (mood == std::exchange(m_mood, mood))
+        return;
+    // A light that nobody sees need not fade.
+    m_glow.moveTo(
+        mood, glows() ? m_clock.permitted(TimingCurve::easeInOut(glowSeconds)) : Animation::none(),
+        m_clock.now());
     run();
+}
+
+void BotPlacement::jumpTo(const MascotPlace &place)
+{
+    m_x.jumpTo(place.centre.x());
+    m_y.jumpTo(place.centre.y());
+    m_side.jumpTo(place.diameter * canvasPerDiameter);
+}
+
+void BotPlacement::flyTo(const MascotPlace &place)
+{
+    const Animation spring = m_clock.permitted(IslandMotion::openSpring);
+    const double now = m_clock.now();
+    m_x.animateTo(place.centre.x(), spring, now);
+    m_y.animateTo(place.centre.y(), spring, now);
+    m_side.animateTo(place.diameter * canvasPerDiameter, spring, now);
+}
+
+/// Lets the form shown so far shrink away where it is, while the other grows in its own place.
+void BotPlacement::changeForm()
+{
+    const Animation spring = m_clock.permitted(formSpring);
+    const double now = m_clock.now();
+    update(m_leavingRect.toAlignedRect());
+    m_leaving = {};
+    if (m_canvas->isVisible() && spring != Animation::none()) {
+        const double ratio = devicePixelRatioF();
+        m_leaving = QPixmap((QSizeF(m_canvas->size()) * ratio).toSize());
+        m_leaving.setDevicePixelRatio(ratio);
+        m_leaving.fill(Qt::transparent);
+        m_canvas->render(&m_leaving, {}, {}, RenderFlags());
+        m_leavingRect = m_canvas->geometry();
+        m_leavingScale.jumpTo(1);
+        m_leavingScale.animateTo(leastScale, spring, now);
+    }
+    m_scale.jumpTo(leastScale);
+    m_scale.animateTo(1, spring, now);
+    jumpTo(m_place);
+    placeCanvas(now);
 }
 
 void BotPlacement::run()
@@ -126,18 +179,28 @@ void BotPlacement::run()
 
 void BotPlacement::frame(double time)
 {
-    const QRect before = glowRect();
     placeCanvas(time);
-    update(before | glowRect());
-    const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
-        && m_scale.isAtRest(time) && m_glow.isAtRest(time) && m_opacity.isAtRest(time)
-        && !(m_rides && rideAt(time) < 1);
-    if (isAtRest)
+    if (!m_leaving.isNull()) {
+        update(m_leavingRect.toAlignedRect());
+        if (m_leavingScale.valueAt(time) <= leastScale)
+            m_leaving = {};
+    }
+    const QRect glow = glows() ? glowRect() : QRect();
+    update(glow | std::exchange(m_glowRect, glow));
+    if (!isUnderWay(time))
         m_frames.reset();
     if (m_isAppearing && m_opacity.isAtRest(time)) {
         m_isAppearing = false;
         Q_EMIT appeared();
     }
+}
+
+bool BotPlacement::isUnderWay(double time) const
+{
+    const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
+        && m_scale.isAtRest(time) && m_glow.isAtRest(time) && m_opacity.isAtRest(time);
+    const bool goesAlong = m_rides && m_state.uploadStartTime.value() && rideAt(time) < 1;
+    return !isAtRest || goesAlong || !m_leaving.isNull();
 }
 
 void BotPlacement::placeCanvas(double time)
@@ -161,10 +224,12 @@ bool BotPlacement::rides() const
 /// How far along its track the mascot has come, from 0 to 1; it slows down toward the end.
 double BotPlacement::rideAt(double time) const
 {
-    if (!m_state.uploadStartTime)
+    const auto start = m_state.uploadStartTime.value();
+    if (!start)
         return 0;
-    const double t
-        = std::clamp((time - *m_state.uploadStartTime) / m_state.uploadDuration, 0.0, 1.0);
+    if (!(m_state.uploadDuration > 0))
+        return 1;
+    const double t = std::clamp((time - *start) / m_state.uploadDuration, 0.0, 1.0);
     return t * (2 - t);
 }
 

@@ -2,15 +2,17 @@
 
 #include "BotGlow.h"
 #include "ViewContext.h"
+#include "core/model/Enumerations.h"
+#include "island/IslandGeometry.h"
 #include "ui/motion/FrameClock.h"
 #include "ui/Observers.h"
 
+#include <QPixmap>
 #include <QWidget>
 
 namespace tirlo {
 
 class BotCanvasView;
-struct MascotPlace;
 
 /// Keeps the big mascot in its place on the island; it flies from one place to the next.
 ///
@@ -41,7 +43,11 @@ private:
     void run();
     void frame(double time);
     void placeCanvas(double time);
+    void jumpTo(const MascotPlace &place);
+    void flyTo(const MascotPlace &place);
+    void changeForm();
     [[nodiscard]] bool rides() const;
+    [[nodiscard]] bool isUnderWay(double time) const;
     [[nodiscard]] double rideAt(double time) const;
     [[nodiscard]] bool isShown() const;
     [[nodiscard]] bool glows() const;
@@ -57,8 +63,17 @@ private:
     Animated<double> m_side;
     Animated<double> m_opacity{1};
     Animated<double> m_scale{1};
-    /// Whether it goes along with a file on its way, as last placed.
+    /// What was placed last: where, whether along with a file on its way, and in which mood.
+    MascotPlace m_place;
     bool m_rides = false;
+    bool m_isDragged = false;
+    BotState m_mood;
+    /// The glow's room as last painted; empty without one.
+    QRect m_glowRect;
+    /// The form that gives way to the other one, as it looked, and its shrinking share.
+    QPixmap m_leaving;
+    QRectF m_leavingRect;
+    Animated<double> m_leavingScale{1};
     bool m_isConcealed = false;
     bool m_isAppearing = false;
     FrameClock::Subscription m_frames;

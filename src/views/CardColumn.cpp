@@ -34,7 +34,7 @@ QLayout *controls(std::initializer_list<QWidget *> widgets)
     return row;
 }
 
-QWidget *title(const QString &text)
+TextLabel *title(const QString &text)
 {
     auto *label = new TextLabel(Style::font(Style::titleSize, QFont::DemiBold), Style::primaryText);
     label->setLine(text);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "ui/TextLabel.h"
+
+#include <QString>
+
 #include <initializer_list>
 
 class QLayout;
-class QString;
-class QWidget;
 
 /// The column in which most cards stand: text and controls at the mascot's right.
 namespace tirlo::CardColumn {
@@ -37,6 +39,6 @@ void fill(QWidget *card, int left, std::initializer_list<Row> rows, int lift = 0
 [[nodiscard]] QLayout *controls(std::initializer_list<QWidget *> widgets);
 
 /// The strong line that says what a card is about.
-[[nodiscard]] QWidget *title(const QString &text);
+[[nodiscard]] TextLabel *title(const QString &text = {});
 
 } // namespace tirlo::CardColumn

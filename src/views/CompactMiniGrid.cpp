@@ -5,12 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tirlo {
 
 namespace {
 
-constexpr qsizetype botCount = 4;
 constexpr double cellSide = 12;
 constexpr double cellSpacing = 4;
 constexpr double gridSide = 2 * cellSide + cellSpacing;
@@ -38,10 +38,7 @@ CompactMiniGrid::CompactMiniGrid(const ViewContext &context, QWidget *parent)
 
 QList<AgentTask> CompactMiniGrid::others() const
 {
-    QList<AgentTask> tasks = m_context.state.tasks;
-    tasks.removeIf(
-        [&](const AgentTask &task) { return task.id == m_context.state.focusId.value(); });
-    return tasks.first(std::min(tasks.size(), botCount));
+    return m_context.state.tasksBeside(m_context.state.focusId);
 }
 
 void CompactMiniGrid::placeOn(const QSizeF &island, double left)
@@ -65,32 +62,35 @@ void CompactMiniGrid::followMode()
         });
 }
 
-/// A mascot stays as long as its task keeps its place.
+/// A mascot stays as long as its task is among them.
 void CompactMiniGrid::followTasks()
 {
     const QList<AgentTask> tasks = others();
-    for (qsizetype i = 0; i < std::max(tasks.size(), m_tasks.size()); ++i) {
-        const bool isOld = i < m_tasks.size();
-        const bool isNew = i < tasks.size();
-        MiniBotCanvasView *old = isOld ? m_bots[std::size_t(i)] : nullptr;
-        if (isOld && isNew && tasks[i].id == m_tasks[i].id && tasks[i].color == m_tasks[i].color) {
-            old->setTask(tasks[i]);
-            continue;
-        }
-        delete old;
-        auto *made = isNew
-            ? new MiniBotCanvasView(tasks[i], m_context.queue, m_context.frames, this)
-            : nullptr;
-        if (made)
-            made->show();
-        if (isOld)
-            m_bots[std::size_t(i)] = made;
+    std::vector<MiniBotCanvasView *> bots;
+    for (const AgentTask &task : tasks) {
+        MiniBotCanvasView *bot = takeBot(task);
+        if (bot)
+            bot->setTask(task);
         else
-            m_bots.push_back(made);
+            bot = new MiniBotCanvasView(task, m_context.queue, m_context.frames, this);
+        bot->show();
+        bots.push_back(bot);
     }
-    m_bots.resize(std::size_t(tasks.size()));
+    qDeleteAll(m_bots);
+    m_bots = std::move(bots);
     m_tasks = tasks;
     layOut();
+}
+
+/// Takes the task's present mascot out of the grid; null without one in its colour.
+MiniBotCanvasView *CompactMiniGrid::takeBot(const AgentTask &task)
+{
+    for (std::size_t i = 0; i < m_bots.size(); ++i) {
+        const AgentTask &shown = m_tasks[qsizetype(i)];
+        if (shown.id == task.id && shown.color == task.color)
+            return std::exchange(m_bots[i], nullptr);
+    }
+    return nullptr;
 }
 
 void CompactMiniGrid::layOut()

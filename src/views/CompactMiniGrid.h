@@ -33,6 +33,7 @@ public:
 private:
     void followMode();
     void followTasks();
+    MiniBotCanvasView *takeBot(const AgentTask &task);
     void layOut();
 
     ViewContext m_context;

@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tirlo {
 
@@ -31,10 +32,9 @@ CountdownBar::CountdownBar(AppState &state, MainQueue &queue, QWidget *parent)
     updateBar();
     const auto changed = [this] { updateBar(); };
     m_observers.follow(m_state.mode, changed);
-    m_observers.follow(m_state.view, changed);
+    m_observers.follow(m_state.isPinned, changed);
+    m_observers.follow(m_state.lastActivity, changed);
     m_observers.follow(m_state.autoCloseInterval, changed);
-    // An island is held open for an approval, and let go with it.
-    m_observers.follow(m_state.pendingApproval, changed);
 }
 
 void CountdownBar::paintEvent(QPaintEvent *)
@@ -51,22 +51,22 @@ void CountdownBar::paintEvent(QPaintEvent *)
 void CountdownBar::updateBar()
 {
     m_next.cancel();
-    if (m_state.mode != IslandMode::expanded) {
+    const double interval = m_state.autoCloseInterval;
+    const bool runs = m_state.mode == IslandMode::expanded && !m_state.isPinned && interval > 0
+        && std::isfinite(interval);
+    if (!runs) {
         show(0);
         return;
     }
 
-    const double interval = m_state.autoCloseInterval;
     const double window = std::min(interval * windowShare, longestWindow);
     const double remaining = interval - (m_queue.mediaTime() - m_state.lastActivity);
-    const bool isInWindow = remaining < window && !m_state.isPinned;
+    const bool isInWindow = remaining < window;
     show(isInWindow ? std::max(remaining / window * fullSize.width(), 0.0) : 0);
-
-    // Activity starts the time anew without telling, so a line that has run out stays watchful.
-    const bool shrinks = isInWindow && remaining > 0;
-    const double untilWindow = remaining > 0 ? remaining - window : interval - window;
-    m_next = m_queue.after(shrinks ? stepSeconds : std::max(untilWindow, stepSeconds), this,
-                           [this] { updateBar(); });
+    if (remaining <= 0)
+        return;
+    m_next = m_queue.after(isInWindow ? stepSeconds : std::max(remaining - window, stepSeconds),
+                           this, [this] { updateBar(); });
 }
 
 void CountdownBar::show(double barWidth)

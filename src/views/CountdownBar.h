@@ -12,7 +12,7 @@ class AppState;
 /// A line at the island's lower edge that runs out before the island may close by itself.
 ///
 /// It only shows the time, and closes nothing. It wakes ten times a second while the line is seen,
-/// and otherwise no sooner than the line could come to be seen.
+/// once before that as the line comes to be seen, and not at all once it has run out.
 class CountdownBar final : public QWidget
 {
     Q_OBJECT

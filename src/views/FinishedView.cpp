@@ -8,7 +8,6 @@
 #include "core/Notifications.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
-#include "ui/Style.h"
 #include "ui/TextLabel.h"
 
 namespace tirlo {
@@ -23,7 +22,7 @@ constexpr int buttonSpacing = 9;
 FinishedView::FinishedView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::green, parent)
     , m_state(context.state)
-    , m_title(new TextLabel(Style::font(Style::titleSize, QFont::DemiBold), Style::primaryText))
+    , m_title(CardColumn::title())
 {
     Notifications *notifications = &context.notifications;
     Applications *applications = &context.applications;

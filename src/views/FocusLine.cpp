@@ -7,13 +7,11 @@
 
 #include <QHBoxLayout>
 
-#include <utility>
+#include <algorithm>
 
 namespace tirlo {
 
 namespace {
-
-constexpr double fadeSeconds = 0.25;
 
 QString sourceLabel(AgentSource source)
 {
@@ -33,14 +31,14 @@ QString progressText(const AgentTask &task)
 {
     if (task.steps.isEmpty())
         return {};
-    return QStringLiteral("%1/%2").arg(task.stepIndex + 1).arg(task.steps.size());
+    const qsizetype index = std::clamp<qsizetype>(task.stepIndex, 0, task.steps.size() - 1);
+    return QStringLiteral("%1/%2").arg(index + 1).arg(task.steps.size());
 }
 
 } // namespace
 
-FocusLine::FocusLine(FrameClock &frames, QWidget *parent)
+FocusLine::FocusLine(QWidget *parent)
     : QWidget(parent)
-    , m_clock(frames)
     , m_dot(new ColorDot)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
     , m_source(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
@@ -66,38 +64,12 @@ void FocusLine::setTask(const std::optional<AgentTask> &task)
         part->setVisible(task.has_value());
     m_name->setVisible(task && !task->name.isEmpty());
     m_progress->setVisible(task && !task->steps.isEmpty());
-    if (!task) {
-        m_taskId.clear();
+    if (!task)
         return;
-    }
-    if (task->id != std::exchange(m_taskId, task->id))
-        fadeIn();
     m_dot->setColor(colorFromHex(task->color));
     m_name->setLine(task->name);
     m_source->setLine(sourceLabel(task->source));
     m_progress->setLine(progressText(*task));
-}
-
-void FocusLine::fadeIn()
-{
-    if (!isVisible())
-        return;
-    const double now = m_clock.now();
-    m_opacity.jumpTo(0);
-    m_opacity.animateTo(1, m_clock.permitted(TimingCurve::easeOut(fadeSeconds)), now);
-    showAt(now);
-    if (!m_opacity.isAtRest(now) && !m_frames.isActive())
-        m_frames = m_clock.subscribe([this](double time) { showAt(time); });
-}
-
-void FocusLine::showAt(double time)
-{
-    const double opacity = m_opacity.valueAt(time);
-    m_dot->setOpacity(opacity);
-    for (TextLabel *label : {m_name, m_source, m_progress})
-        label->setOpacity(opacity);
-    if (m_opacity.isAtRest(time))
-        m_frames.reset();
 }
 
 } // namespace tirlo

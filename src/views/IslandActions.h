@@ -15,8 +15,8 @@ struct IslandActions
     std::function<void(const QString &decision)> sendApprovalDecision;
     /// Notes what the user was looking at, for the prompt; may be empty.
     std::function<void()> capturePromptContext = {};
-    /// Chats with that provider from now on, and shows the prompt; may be empty.
-    std::function<void(ChatProvider provider)> switchChatProvider = {};
+    /// Chats with that provider from now on, and shows the prompt.
+    std::function<void(ChatProvider provider)> switchChatProvider;
 };
 
 } // namespace tirlo

@@ -5,7 +5,7 @@
 #include "CountdownBar.h"
 #include "IslandContentView.h"
 #include "core/AppState.h"
-#include "island/IslandConst.h"
+#include "core/IslandConst.h"
 #include "island/IslandGeometry.h"
 #include "island/IslandMotion.h"
 #include "mascot/GreetingCanvasView.h"
@@ -71,10 +71,10 @@ void IslandContainer::followMode()
     showLayer(motion);
 }
 
-/// What changes on a closed island is there when it opens.
+/// What changes on an island that shows no card is there when it opens.
 void IslandContainer::followView()
 {
-    m_content->showCard(m_state.view, m_contentOpacity.target() > 0);
+    m_content->showCard(m_state.view, m_contentOpacity.valueAt(m_clock.now()) > 0);
     followSize();
 }
 

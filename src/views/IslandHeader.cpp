@@ -2,6 +2,7 @@
 
 #include "TabButton.h"
 #include "core/AppState.h"
+#include "island/IslandMotion.h"
 #include "ui/IconButton.h"
 #include "ui/PresenceEffect.h"
 #include "ui/Style.h"
@@ -63,7 +64,7 @@ void IslandHeader::layOut(const ViewContext &context)
 {
     const auto tab = [&](const char *icon, const char *name, IslandView view,
                          const std::function<void()> &preAction = {}) {
-        return new TabButton(QLatin1String(icon), QString::fromLatin1(name), view, context.state,
+        return new TabButton(QLatin1String(icon), QString::fromLatin1(name), view, context,
                              preAction);
     };
     auto *tabs = new QHBoxLayout;
@@ -107,7 +108,7 @@ void IslandHeader::updateSettings()
     const bool isOn = m_state.view == IslandView::settings;
     m_settings->setIcon(QLatin1String(isOn ? "gearshape-fill" : "gearshape"),
                         QStringLiteral("Settings"));
-    m_settings->setStyle(plainStyle(isOn));
+    m_settings->fadeTo(plainStyle(isOn), IslandMotion::viewSpring, m_clock);
 }
 
 void IslandHeader::updateSound()

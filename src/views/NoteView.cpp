@@ -1,8 +1,8 @@
 #include "NoteView.h"
 
+#include "CardColumn.h"
 #include "CardMetrics.h"
 #include "core/AppState.h"
-#include "ui/Style.h"
 #include "ui/TextLabel.h"
 
 #include <QVBoxLayout>
@@ -12,7 +12,7 @@ namespace tirlo {
 NoteView::NoteView(const ViewContext &context, QWidget *parent)
     : CardBackground(std::nullopt, parent)
     , m_state(context.state)
-    , m_message(new TextLabel(Style::font(Style::titleSize, QFont::DemiBold), Style::primaryText))
+    , m_message(CardColumn::title())
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(CardMetrics::noteContentLeft, 0, CardMetrics::contentRight, 0);

@@ -1,6 +1,7 @@
 #include "PillPresence.h"
 
 #include "AgentPill.h"
+#include "island/IslandMotion.h"
 #include "ui/motion/FrameClock.h"
 
 #include <algorithm>
@@ -11,7 +12,6 @@ namespace {
 
 constexpr double goneScale = 0.85;
 constexpr double fadeSeconds = 0.14;
-constexpr Spring swapSpring{.response = 0.5, .dampingFraction = 0.72};
 
 } // namespace
 
@@ -32,9 +32,9 @@ void PillPresence::comeTo(const QRect &capsule, bool moves, const FrameClock &cl
     // What wasn't there at all has nowhere to come from.
     if (m_opacity.valueAt(now) <= 0)
         m_corner.jumpTo(capsule.topLeft());
-    m_corner.animateTo(capsule.topLeft(), permitted(swapSpring), now);
+    m_corner.animateTo(capsule.topLeft(), permitted(IslandMotion::openSpring), now);
     m_opacity.animateTo(1, permitted({TimingCurve::easeOut(2 * fadeSeconds), fadeSeconds}), now);
-    m_scale.animateTo(1, permitted({swapSpring, fadeSeconds}), now);
+    m_scale.animateTo(1, permitted({IslandMotion::openSpring, fadeSeconds}), now);
     m_width = capsule.width();
     m_pill->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     m_pill->setFocusPolicy(Qt::TabFocus);

@@ -1,6 +1,7 @@
 #include "TabButton.h"
 
 #include "core/AppState.h"
+#include "island/IslandMotion.h"
 #include "ui/Color.h"
 #include "ui/Style.h"
 
@@ -27,11 +28,12 @@ IconButtonStyle offStyle()
 
 } // namespace
 
-TabButton::TabButton(QLatin1String icon, const QString &name, IslandView view, AppState &state,
-                     std::function<void()> preAction, QWidget *parent)
+TabButton::TabButton(QLatin1String icon, const QString &name, IslandView view,
+                     const ViewContext &context, std::function<void()> preAction, QWidget *parent)
     : IconButton(frame, offStyle(), parent)
     , m_view(view)
-    , m_state(state)
+    , m_state(context.state)
+    , m_clock(context.frames)
     , m_preAction(std::move(preAction))
 {
     setIcon(icon, name);
@@ -50,7 +52,7 @@ bool TabButton::isOn() const
 void TabButton::updateOn()
 {
     setChecked(isOn());
-    setStyle(isOn() ? onStyle() : offStyle());
+    fadeTo(isOn() ? onStyle() : offStyle(), IslandMotion::viewSpring, m_clock);
 }
 
 void TabButton::choose()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ViewContext.h"
 #include "core/model/Enumerations.h"
 #include "ui/IconButton.h"
 #include "ui/Observers.h"
@@ -7,8 +8,6 @@
 #include <functional>
 
 namespace tirlo {
-
-class AppState;
 
 /// A tab of the island's header: leads to its view, and is lit while that is shown.
 class TabButton final : public IconButton
@@ -19,7 +18,7 @@ public:
     static constexpr QSize frame{30, 22};
 
     /// `preAction` runs on a click before the view changes; it may be empty.
-    TabButton(QLatin1String icon, const QString &name, IslandView view, AppState &state,
+    TabButton(QLatin1String icon, const QString &name, IslandView view, const ViewContext &context,
               std::function<void()> preAction = {}, QWidget *parent = nullptr);
 
     /// The home tab is also lit on the card that stands in for it.
@@ -35,6 +34,7 @@ private:
 
     IslandView m_view;
     AppState &m_state;
+    FrameClock &m_clock;
     std::function<void()> m_preAction;
     Observers m_observers;
 };

@@ -56,11 +56,11 @@ void draw(QPainter &painter, const QRectF &row, const Texts &texts, double phase
         return painter.opacity() > 0;
     };
 
-    if (isStep(texts.live)) {
+    if (!texts.live.isEmpty()) {
         if (setShare(unit(1 - 2 * phase)))
             drawMark(painter, row, "chevron-right", chevronSize, Style::secondaryText);
         if (setShare(unit(1 - 1.6 * phase))) {
-            if (shimmerTime)
+            if (shimmerTime && isStep(texts.live))
                 TickerShimmerText::draw(painter, textRect, texts.live, *shimmerTime);
             else
                 drawPlain(painter, textRect, texts.live, Style::liveText);

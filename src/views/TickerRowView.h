@@ -10,7 +10,7 @@ class QRectF;
 /// One row of the ticker: a step that is live, spent, or on its way from one to the other.
 namespace tirlo::TickerRowView {
 
-/// Stands for the step before the first one; it is never live.
+/// Stands for the step before the first one, and for the step of a task that has none.
 inline const QString placeholder = QStringLiteral("…");
 
 /// The text of a row while its step is live, and once it is spent.

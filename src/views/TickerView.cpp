@@ -52,7 +52,6 @@ TickerView::TickerView(MainQueue &queue, FrameClock &frames, QWidget *parent)
     , m_rows(rowsOf(std::nullopt))
     , m_latest(m_rows)
 {
-    setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::NoTextInteraction);
     setFont(Style::font(Style::bodySize, QFont::Medium));
     setFixedHeight(tickerHeight);
@@ -66,7 +65,7 @@ void TickerView::setTask(const std::optional<AgentTask> &task)
         return;
     m_latest = rows;
     const bool hasStep = task && !task->steps.isEmpty();
-    setText(hasStep ? task->steps[rows.index] : QString());
+    setAccessibleName(hasStep ? task->steps[rows.index] : QString());
     followLatest();
 }
 
@@ -141,8 +140,9 @@ bool TickerView::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    if (!text().isEmpty())
-        TextLine::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+    if (!accessibleName().isEmpty())
+        TextLine::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), accessibleName(),
+                              this);
     return true;
 }
 

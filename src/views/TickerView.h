@@ -15,7 +15,8 @@ class MainQueue;
 /// The live line of a task: a wheel with its current step, and above it the step before.
 ///
 /// A new step rolls in from below. While the wheel turns, further changes wait for it to settle,
-/// and it goes on to the latest. The label's text is the current step, for the screen reader.
+/// and it goes on to the latest. The accessible name is the current step; a text of the label's own
+/// would have it laid out anew at each.
 class TickerView final : public QLabel
 {
     Q_OBJECT

@@ -45,14 +45,15 @@ TEST_F(AppStateTest, StartsWithTheMainPillInFocusAndVisible)
     EXPECT_EQ(state->focusId.value(), "integration_claude");
     EXPECT_EQ(state->mode, IslandMode::compact);
     EXPECT_EQ(state->view, IslandView::overview);
-    EXPECT_EQ(state->lastActivity, 7);
+    EXPECT_EQ(state->lastActivity.value(), 7);
     EXPECT_EQ(state->focusTask()->state, BotState::idle);
 }
 
 TEST_F(AppStateTest, RemovingTheMainPillOrAnActiveToolOnlyResetsIt)
 {
     make().toggleIntegration("agent_cursor");
-    for (const QString &id : {QStringLiteral("integration_claude"), QStringLiteral("agent_cursor")}) {
+    for (const QString &id :
+         {QStringLiteral("integration_claude"), QStringLiteral("agent_cursor")}) {
         state->editTask(id, [](AgentTask &task) {
             task.name = "my-project";
             task.state = BotState::working;
@@ -112,9 +113,9 @@ TEST_F(AppStateTest, SyncModeFollowsTheTasksButLeavesAnOpenIsland)
     };
     using enum IslandMode;
     const QList<Row> rows{
-        {hidden, false, true, hidden},     {hidden, true, true, compact},
-        {hidden, true, false, hidden},     {compact, false, true, hidden},
-        {compact, true, false, compact},   {expanded, false, true, expanded},
+        {hidden, false, true, hidden},    {hidden, true, true, compact},
+        {hidden, true, false, hidden},    {compact, false, true, hidden},
+        {compact, true, false, compact},  {expanded, false, true, expanded},
         {expanded, true, true, expanded},
     };
     for (const Row &row : rows) {
@@ -150,8 +151,9 @@ TEST_F(AppStateTest, AtMostFourToolsAreActive)
     const QStringList tools{"integration_stripe", "agent_gemini", "ai_openai", "agent_cursor"};
     for (const QString &id : tools)
         state->toggleIntegration(id);
-    EXPECT_EQ(ids(), QStringList({"integration_claude", "agent_cursor", "agent_gemini", "ai_openai",
-                                  "integration_stripe"}));
+    EXPECT_EQ(ids(),
+              QStringList({"integration_claude", "agent_cursor", "agent_gemini", "ai_openai",
+                           "integration_stripe"}));
     state->toggleIntegration("integration_n8n");
     EXPECT_EQ(state->activeIntegrations.value().size(), 4);
     EXPECT_FALSE(state->task("integration_n8n"));
@@ -172,8 +174,7 @@ TEST_F(AppStateTest, HookAgentsStandBehindTheEditorsPillElseInFront)
     append(hookTask("agent_foo"));
     append(hookTask("agent_bar"));
     state->loadIntegrationTasks();
-    EXPECT_EQ(ids(),
-              QStringList({"integration_claude", "agent_foo", "agent_bar", "agent_cursor"}));
+    EXPECT_EQ(ids(), QStringList({"integration_claude", "agent_foo", "agent_bar", "agent_cursor"}));
 
     state->mainPillId = "agent_cursor";
     state->loadIntegrationTasks();

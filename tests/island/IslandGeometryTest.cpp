@@ -1,6 +1,6 @@
 #include "island/IslandGeometry.h"
+#include "core/IslandConst.h"
 #include "core/model/RawText.h"
-#include "island/IslandConst.h"
 #include "support/FakeScreens.h"
 
 #include <gtest/gtest.h>

@@ -47,11 +47,11 @@ TEST_F(IslandWindowControllerTest, ExpandOpensOnTheViewAndCountsAsActivity)
     controller.expand(IslandView::note);
     EXPECT_EQ(state.mode.value(), IslandMode::expanded);
     EXPECT_EQ(state.view.value(), IslandView::note);
-    EXPECT_EQ(state.lastActivity, 7);
+    EXPECT_EQ(state.lastActivity.value(), 7);
 
     queue.advance(1);
     controller.expand(IslandView::overview);
-    EXPECT_EQ(state.lastActivity, 8);
+    EXPECT_EQ(state.lastActivity.value(), 8);
     EXPECT_EQ(sounds.played, QStringList{QStringLiteral("open")}) << "it was open already";
 }
 

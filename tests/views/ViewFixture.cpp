@@ -1,6 +1,6 @@
 #include "ViewFixture.h"
 
-#include "island/IslandConst.h"
+#include "core/IslandConst.h"
 #include "views/IslandHeader.h"
 
 #include <QLabel>
@@ -84,7 +84,7 @@ QStringList ViewFixture::visibleTexts() const
     QStringList texts;
     for (const QLabel *label : root->findChildren<QLabel *>()) {
         if (label->isVisible())
-            texts.append(label->text());
+            texts.append(label->text().isEmpty() ? label->accessibleName() : label->text());
     }
     return texts;
 }

@@ -69,16 +69,18 @@ protected:
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
     QStringList decisions;
+    QList<ChatProvider> providers;
     int captures = 0;
     std::function<void()> onCapture;
-    IslandActions actions{.sendApprovalDecision
-                          = [this](const QString &decision) { decisions.append(decision); },
-                          .capturePromptContext =
-                              [this] {
-                                  ++captures;
-                                  if (onCapture)
-                                      onCapture();
-                              }};
+    IslandActions actions{
+        .sendApprovalDecision = [this](const QString &decision) { decisions.append(decision); },
+        .capturePromptContext =
+            [this] {
+                ++captures;
+                if (onCapture)
+                    onCapture();
+            },
+        .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
     std::unique_ptr<IslandRootView> root;
 };
 

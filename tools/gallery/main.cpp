@@ -3,9 +3,9 @@
 #include "Sheet.h"
 
 #include "core/AppState.h"
+#include "core/IslandConst.h"
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
-#include "island/IslandConst.h"
 #include "mascot/SoundEngine.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
@@ -63,7 +63,8 @@ private:
     MemoryStore m_settings;
     Notifications m_notifications;
     SilentSoundEngine m_sounds;
-    const IslandActions m_actions{[](const QString &) {}};
+    const IslandActions m_actions{.sendApprovalDecision = [](const QString &) {},
+                                  .switchChatProvider = [](ChatProvider) {}};
 
 public:
     AppState state{m_settings, m_queue};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/model/ViewLayout.h"
+#include "model/ViewLayout.h"
 
 /// The island's fixed numbers; lengths in points.
 namespace tirlo::IslandConst {

@@ -1,6 +1,6 @@
 #include "IslandConst.h"
 
-#include "core/model/RawText.h"
+#include "model/RawText.h"
 
 #include <array>
 #include <optional>
