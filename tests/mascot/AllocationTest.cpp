@@ -52,7 +52,7 @@ TEST(BotEngineAllocations, UpdateNeverAllocatesOnceWarm)
             ASSERT_GT(allocations, 0u) << "the counter counts";
 
             std::size_t inUpdates = 0;
-            for (int i = 0; i < 60 * 60; ++i) {
+            for (int i = 0; i < 300; ++i) {
                 rig.queue.advance(1.0 / 60);
                 const std::size_t before = allocations;
                 rig->update(BotEngine::frameStep);

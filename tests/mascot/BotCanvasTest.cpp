@@ -36,13 +36,6 @@ public:
     bool knowsMain = true;
 };
 
-const ViewLayout &layoutOf(IslandView view)
-{
-    static const ViewLayout plain{160, 68, std::nullopt, 58, AgentLayoutMode::none};
-    static const ViewLayout upload{176, 140, 104, 62, AgentLayoutMode::none};
-    return view == IslandView::upload ? upload : plain;
-}
-
 /// Counts its paint events.
 template<typename View>
 class Painted : public View
@@ -102,39 +95,45 @@ protected:
     RecordingSoundEngine sounds;
     OneScreen screens;
     Painted<BotCanvasView> canvas{
-        BotSurroundings{state, notifications, sounds, queue, frames, screens, layoutOf}};
+        BotSurroundings{state, notifications, sounds, queue, frames, screens}};
 };
 
 } // namespace
 
 TEST_F(BotCanvas, GazeStartsFromTheMascotsPlaceInEveryMode)
 {
-    const auto gazeAt = [&](double x, double y) {
-        state.mousePosition = {x, y};
-        return gazeAtPointer(state, layoutOf(state.view), screens);
-    };
-    state.view = IslandView::overview;
-    const double left = 720 - 320;
-    EXPECT_EQ(gazeAt(left + 68, (160.0 - 42 - 84) / 2 + 84), QPointF());
-    EXPECT_NEAR(gazeAt(left + 68 + 260, 0).x(), std::tanh(1), 1e-9);
-    EXPECT_NEAR(gazeAt(0, 101 + 200).y(), -std::tanh(1), 1e-9) << "below is down";
-    state.view = IslandView::upload;
-    EXPECT_EQ(gazeAt(left + 140, 104), QPointF());
-    state.view = IslandView::uploading;
-    state.uploadProgress = 0.5;
-    EXPECT_EQ(gazeAt(left + 299, 103), QPointF());
-    state.view = IslandView::prompt;
-    state.chatHistory = QList<ChatMessage>(9);
-    EXPECT_NEAR(gazeAt(0, (300.0 - 42 - 84) / 2 + 84).y(), 0, 1e-9);
-
     state.notchWidth = 200;
     state.notchHeight = 30;
-    state.mode = IslandMode::compact;
-    EXPECT_EQ(gazeAt(720 - 180 + 40, 15), QPointF());
-    state.mode = IslandMode::hidden;
-    EXPECT_EQ(gazeAt(720 - 100 + 46, 16), QPointF());
-    screens.knowsMain = false;
-    EXPECT_EQ(gazeAt(720 - 100 + 46, 16), QPointF()) << "the first screen serves";
+    state.uploadProgress = 0.5;
+    state.chatHistory = QList<ChatMessage>(9);
+    struct Case
+    {
+        IslandMode mode;
+        IslandView view;
+        /// Where it looks ahead, from the middle of the island's upper edge.
+        QPointF ahead;
+    };
+    using enum IslandMode;
+    for (const auto &[mode, view, ahead] :
+         {Case{expanded, IslandView::overview, {-320 + 68, 101}},
+          Case{expanded, IslandView::upload, {-320 + 140, 104}},
+          Case{expanded, IslandView::uploading, {-320 + 299, 118}},
+          Case{expanded, IslandView::prompt, {-320 + 52, (300.0 - 42 - 84) / 2 + 84}},
+          Case{compact, IslandView::overview, {-180 + 40, 15}},
+          Case{hidden, IslandView::overview, {-100 + 46, 16}}}) {
+        state.mode = mode;
+        state.view = view;
+        for (const bool knowsMain : {true, false}) {
+            screens.knowsMain = knowsMain;
+            state.mousePosition = QPointF(720, 0) + ahead;
+            EXPECT_EQ(gazeAtPointer(state, screens), QPointF())
+                << rawText(mode).toStdString() << ' ' << rawText(view).toStdString();
+        }
+    }
+    state.mousePosition += {260, 200};
+    const QPointF gaze = gazeAtPointer(state, screens);
+    EXPECT_NEAR(gaze.x(), std::tanh(1), 1e-9);
+    EXPECT_NEAR(gaze.y(), -std::tanh(1), 1e-9) << "below is down";
 }
 
 TEST_F(BotCanvas, ShowsTheImposedMoodElseTheFocusedTasks)
@@ -202,17 +201,7 @@ TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
     play(0.3);
     EXPECT_EQ(bot().morph, 0);
 
-    Q_EMIT notifications.botMorphTo(1);
-    play(0.3);
-    state.mode = IslandMode::compact;
-    EXPECT_EQ(bot().morph, 0);
-    EXPECT_FALSE(bot().isLocked(BotProperty::morph));
-    state.view = IslandView::upload;
-    EXPECT_FALSE(bot().isLocked(BotProperty::morph)) << "only an expanded island unfolds it";
-}
-
-TEST_F(BotCanvas, OpensTheSlotWhileAFileIsOverTheBox)
-{
+    // A file over the box opens its slot, and a closed box has none.
     state.fileDragOver = true;
     play(0.1);
     EXPECT_EQ(bot().slotHTarget, 0);
@@ -226,20 +215,14 @@ TEST_F(BotCanvas, OpensTheSlotWhileAFileIsOverTheBox)
     play(0.2);
     EXPECT_EQ(bot().slotH, 0);
     EXPECT_EQ(bot().slotHVel, 0);
-}
 
-TEST_F(BotCanvas, GulpOpensTheSlotForAMoment)
-{
-    bot().morph = 1;
-    Q_EMIT notifications.botGulp();
-    double widest = 0;
-    for (int i = 0; i < 6; ++i) {
-        play(1.0 / 60);
-        widest = std::max(widest, bot().slotH);
-    }
-    EXPECT_GT(widest, 0.2);
-    play(0.2);
-    EXPECT_LT(bot().slotH, 0.01);
+    Q_EMIT notifications.botMorphTo(1);
+    play(0.3);
+    state.mode = IslandMode::compact;
+    EXPECT_EQ(bot().morph, 0);
+    EXPECT_FALSE(bot().isLocked(BotProperty::morph));
+    state.view = IslandView::upload;
+    EXPECT_FALSE(bot().isLocked(BotProperty::morph)) << "only an expanded island unfolds it";
 }
 
 TEST_F(BotCanvas, TurnsNotificationsIntoMoves)

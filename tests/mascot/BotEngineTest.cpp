@@ -12,14 +12,9 @@ namespace {
 constexpr BadgeType redDot{BadgeType::Kind::dot, {1, 0, 0}};
 constexpr BadgeType blueBang{BadgeType::Kind::bang, {0, 0, 1}};
 
-bool isAllStill(const BotEngine &bot)
-{
-    return bot.tweens.isEmpty() && bot.particles.empty();
-}
-
 } // namespace
 
-TEST(BotEngine, FirstBlinkComesBetweenOneAndAHalfAndThreeAndAHalfSeconds)
+TEST(BotEngine, BlinksComeInTheirTimeSomeDoubleAndNoneInSleep)
 {
     for (const double chance : {0.0, 1.0}) {
         EngineRig rig(chance);
@@ -34,10 +29,6 @@ TEST(BotEngine, FirstBlinkComesBetweenOneAndAHalfAndThreeAndAHalfSeconds)
         EXPECT_NEAR(rig.now() - start, 0.2, 0.004);
         EXPECT_EQ(rig->open, 1);
     }
-}
-
-TEST(BotEngine, OneBlinkInFiveIsDouble)
-{
     for (const auto &[chance, blinks] : {std::pair(0.21, 2), std::pair(0.23, 1)}) {
         EngineRig rig(chance);
         int starts = 0;
@@ -51,17 +42,13 @@ TEST(BotEngine, OneBlinkInFiveIsDouble)
         }
         EXPECT_EQ(starts, blinks) << chance;
     }
-}
-
-TEST(BotEngine, SleepingAndDizzyNeverBlinkButTheClockGoesOn)
-{
     for (const BotState state : {BotState::sleeping, BotState::dizzy}) {
         EngineRig rig;
         rig->setState(state, true);
         rig.play(0.5);
         const double firstBlink = rig->nextBlink;
         EXPECT_FALSE(rig.timeUntil([&] { return rig->open < 1; }));
-        EXPECT_GT(rig->nextBlink, firstBlink + 2.2);
+        EXPECT_GT(rig->nextBlink, firstBlink + 2.2) << "but the clock goes on";
     }
 }
 
@@ -83,39 +70,30 @@ TEST(BotEngine, TweenLocksItsPropertyUntilItsEnd)
     rig->startTween(BotProperty::tint, {{0.2, 500, linearEase}});
     rig->setState(BotState::working, false);
     EXPECT_EQ(rig->tint, 0) << "a state leaves a locked tint to its tween";
-}
 
-TEST(BotEngine, ReplacedTweenStartsFromThereAndNeverCompletes)
-{
-    EngineRig rig;
+    // One that is replaced goes on from there and never completes.
     rig->doRoll(1000, 1);
     rig.play(0.5);
     EXPECT_NEAR(rig->roll, std::numbers::pi, 0.02);
     rig->startTween(BotProperty::roll, {{4, 100, linearEase}});
     rig.play(0.2);
     EXPECT_EQ(rig->roll, 4);
-
     rig->doRoll(1000, 2);
     EXPECT_EQ(rig->roll, 0);
     rig.play(1.1);
     EXPECT_EQ(rig->roll, 0);
     EXPECT_FALSE(rig->isLocked(BotProperty::roll));
-}
 
-TEST(BotEngine, HoldOfNegativeLengthNeverEnds)
-{
-    EngineRig rig;
-    rig->triggerEmote(BotEmote::love, 0.3);
-    rig.play(9);
-    EXPECT_EQ(rig->blush, 1);
-    EXPECT_TRUE(rig->isLocked(BotProperty::blush));
-
-    // One of no length at all is passed in a frame.
+    // One of no length at all is passed in a frame, a hold of negative length never ends.
     rig->startTween(BotProperty::ox, {{1, 0, linearEase}});
     rig->update(BotEngine::frameStep);
     EXPECT_EQ(rig->ox, 0);
     rig.frame();
     EXPECT_EQ(rig->ox, 1);
+    rig->triggerEmote(BotEmote::love, 0.3);
+    rig.play(9);
+    EXPECT_EQ(rig->blush, 1);
+    EXPECT_TRUE(rig->isLocked(BotProperty::blush));
 }
 
 TEST(BotEngine, SmoothingGoesItsShareEachFrame)
@@ -149,10 +127,8 @@ TEST(BotEngine, GazeFollowsThePointerAsTheStateAllows)
     EXPECT_EQ(scan, QPointF(0.6 * std::sin(2.6 * scanTime), -0.06));
     const auto [reel, reelTime] = gazeIn(BotState::dizzy);
     EXPECT_EQ(reel, QPointF(0.25 * std::sin(9 * reelTime), -0.5));
-}
 
-TEST(BotEngine, MiniPicksItsOwnGazeAndKeepsItForAWhile)
-{
+    // A mini picks its own and keeps it for a while.
     EngineRig rig(0);
     rig->isMini = true;
     rig->lookX = 1;
@@ -191,16 +167,6 @@ TEST(BotEngine, StatesEnterWithTheirOwnMove)
     EXPECT_EQ(rig->particles.size(), 1u);
 }
 
-TEST(BotEngine, ForcedIdleOnAFreshEngineStaysStill)
-{
-    EngineRig rig;
-    rig->setState(BotState::idle, true);
-    EXPECT_TRUE(isAllStill(*rig.bot));
-    rig.play(1);
-    EXPECT_TRUE(isAllStill(*rig.bot));
-    EXPECT_EQ(rig->col, rig->colT);
-}
-
 TEST(BotEngine, BadgeShrinksAwayAndTheNewOnePopsIn)
 {
     EngineRig rig;
@@ -220,16 +186,12 @@ TEST(BotEngine, BadgeShrinksAwayAndTheNewOnePopsIn)
     EXPECT_LT(rig->badgeS, 0.01);
     rig.play(0.1);
     EXPECT_FALSE(rig->badge);
-}
 
-TEST(BotEngine, OfTwoBadgesInATenthOfASecondOnlyTheLatterShows)
-{
-    EngineRig rig;
     rig->setBadge(redDot);
     rig.play(0.06);
     rig->setBadge(blueBang);
     rig.play(0.06);
-    EXPECT_FALSE(rig->badge) << "the first request is stale";
+    EXPECT_FALSE(rig->badge) << "of two within a tenth of a second the first is stale";
     rig.play(0.06);
     EXPECT_EQ(rig->badge, blueBang);
 }

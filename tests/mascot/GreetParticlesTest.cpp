@@ -52,34 +52,15 @@ TEST(GreetParticlesTest, TheBurstIsTheSameAtEveryRun)
     EXPECT_NEAR(first.a, 2 * pi * 1282168116 / 2147483647, close);
     EXPECT_NEAR(first.j, 0.22 * (642666333 / 2147483647.0 - 0.5), close);
     // And the last of 3464: no throw is lost or made twice on the way.
+    ASSERT_EQ(burst.streaks.size(), 16);
     EXPECT_NEAR(burst.streaks.back().t0, 0.08 + 0.14 * 0.2168411609, close);
+    EXPECT_EQ(burst.streaks[4].col, QStringLiteral("#A78BFA"));
     std::vector<double> births;
     for (const GRing &ring : burst.rings) {
         births.push_back(ring.t0);
         EXPECT_EQ(ring.dots.size(), 170);
-        for (const GRingDot &dot : ring.dots) {
-            EXPECT_TRUE(dot.a >= 0 && dot.a <= 2 * pi);
-            EXPECT_LE(std::abs(dot.j), 0.11);
-            EXPECT_TRUE(dot.s >= 0.7 && dot.s <= 1.6);
-            EXPECT_TRUE(dot.al >= 0.45 && dot.al <= 1);
-        }
     }
     EXPECT_EQ(births, (std::vector{0.1, 0.2, 0.3, 0.45, 0.6}));
-}
-
-TEST(GreetParticlesTest, StreaksFanOutInFiveColours)
-{
-    const auto &streaks = greetParticles().streaks;
-    ASSERT_EQ(streaks.size(), 16);
-    for (std::size_t i = 0; i < streaks.size(); ++i) {
-        EXPECT_LE(std::abs(streaks[i].a - 2 * pi * double(i) / 16), 0.15);
-        EXPECT_TRUE(streaks[i].sp >= 230 && streaks[i].sp <= 490);
-        EXPECT_TRUE(streaks[i].len >= 6 && streaks[i].len <= 15);
-        EXPECT_TRUE(streaks[i].t0 >= 0.08 && streaks[i].t0 <= 0.22);
-    }
-    EXPECT_EQ(streaks[0].col, QStringLiteral("#3B9EFF"));
-    EXPECT_EQ(streaks[4].col, QStringLiteral("#A78BFA"));
-    EXPECT_EQ(streaks[15].col, QStringLiteral("#3B9EFF"));
 }
 
 TEST(GreetParticlesTest, TheBurstIsAFlatDiscThatWidensAndGoes)

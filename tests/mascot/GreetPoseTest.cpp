@@ -18,38 +18,74 @@ GreetPose at(double t)
     return greetPose(t, notched);
 }
 
-TEST(GreetPoseTest, TheMascotGrowsOutOfTheNotch)
+TEST(GreetPoseTest, EachMemberFollowsItsTimes)
 {
-    EXPECT_NEAR(at(0).d, 3, close);
-    EXPECT_NEAR(at(0).y, 16, close);
-    EXPECT_NEAR(at(0).w, 184, close);
-    EXPECT_NEAR(at(0).h, 32, close);
-    EXPECT_GT(at(0.3).d, 58) << "it overshoots";
-    for (const double t : {0.45, 1.0, 14.0}) {
-        EXPECT_NEAR(at(t).d, 58, close);
-        EXPECT_NEAR(at(t).x, 320, close);
-        EXPECT_NEAR(at(t).y, 90, close);
-    }
     // A quarter of a second is half of the way in time: the sine of an eighth turn, and a little.
     const double g = std::numbers::sqrt2 / 2 + 0.02;
-    EXPECT_NEAR(at(0.25).w, 184 + 456 * g, close);
-    EXPECT_NEAR(at(0.25).h, 32 + 118 * g, close);
-    EXPECT_NEAR(at(0.5).w, 640, close);
-    EXPECT_NEAR(at(0.5).h, 150, close);
+    struct Row
+    {
+        const char *what;
+        double GreetPose::*member;
+        double t;
+        double value;
+    };
+    using P = GreetPose;
+    for (const auto &[what, member, t, value] : {
+             Row{"d out of the notch", &P::d, 0, 3},
+             Row{"y in the notch", &P::y, 0, 16},
+             Row{"w of the notch", &P::w, 0, 184},
+             Row{"h of the notch", &P::h, 0, 32},
+             Row{"w on its way", &P::w, 0.25, 184 + 456 * g},
+             Row{"h on its way", &P::h, 0.25, 32 + 118 * g},
+             Row{"w open", &P::w, 0.5, 640},
+             Row{"h open", &P::h, 0.5, 150},
+             Row{"d grown", &P::d, 0.45, 58},
+             Row{"x stands", &P::x, 1, 320},
+             Row{"y stands", &P::y, 14, 90},
+             Row{"lift before the bow", &P::lift, 1.24, 0},
+             Row{"lift deepest", &P::lift, 1.385, 1},
+             Row{"sx deepest", &P::sx, 1.385, 1.04},
+             Row{"sy deepest", &P::sy, 1.385, 0.94},
+             Row{"y deepest", &P::y, 1.385, 90 + 0.22 * 58},
+             Row{"sx after the bow", &P::sx, 1.53, 1},
+             Row{"open before a blink", &P::open, 1.94, 1},
+             Row{"open in a blink", &P::open, 2.01, 0.06},
+             Row{"open after a blink", &P::open, 2.08, 1},
+             Row{"open in the second blink", &P::open, 3.86, 0.06},
+             Row{"no left hand yet", &P::handL, 1.36, 0},
+             Row{"no right hand yet", &P::handR, 1.38, 0},
+             Row{"right hand there", &P::handR, 1.54, 1},
+             Row{"no wave yet", &P::wave, 1.51, -1},
+             Row{"end of the wave", &P::wave, 2.52, 1},
+             Row{"after the wave", &P::wave, 2.59, -1},
+             Row{"left hand goes", &P::handL, 2.675, 0.875},
+             Row{"right hand goes", &P::handR, 2.705, 0.875},
+             Row{"left hand gone", &P::handL, 2.8, 0},
+             Row{"right hand gone", &P::handR, 2.8, 0},
+             Row{"sway", &P::rot, 1.52, 0.05 * std::sin(0.6)},
+             Row{"sway's way", &P::x, 1.52, 320},
+             Row{"sway died out", &P::rot, 2.81, 0},
+             Row{"x after the sway", &P::x, 2.81, 320},
+             Row{"the middle of the hop", &P::y, 2.89, 90 + 0.12 * 58},
+             Row{"y after the hop", &P::y, 3.2, 90},
+             Row{"no badge yet", &P::badge, 2.72, 0},
+             Row{"badge", &P::badge, 3, 1},
+             Row{"no bloom yet", &P::bloom, 0.3, 0},
+             Row{"bloom", &P::bloom, 0.5, 0.875},
+             Row{"first flash", &P::flash1, 0.475, 0.5},
+             Row{"second flash", &P::flash2, 0.305, 0.5},
+             Row{"not dim yet", &P::fold, 3.85, 0},
+             Row{"dims", &P::fold, 4, 0.3},
+             Row{"time of the dimming", &P::foldT, 4, 0.5},
+             Row{"dim", &P::fold, 4.2, 0.6},
+         })
+        EXPECT_NEAR(at(t).*member, value, close) << what;
+    EXPECT_GT(at(0.3).d, 58) << "it overshoots";
+    EXPECT_GT(at(1.45).handL, 1) << "so does a hand";
+    EXPECT_NE(at(2).x, 320);
 }
 
-TEST(GreetPoseTest, TheBowIsDeepestInItsMiddle)
-{
-    EXPECT_EQ(at(1.24).lift, 0);
-    const GreetPose deepest = at(1.385);
-    EXPECT_NEAR(deepest.sx, 1.04, close);
-    EXPECT_NEAR(deepest.sy, 0.94, close);
-    EXPECT_NEAR(deepest.lift, 1, close);
-    EXPECT_NEAR(deepest.y, 90 + 0.22 * 58, close);
-    EXPECT_EQ(at(1.53).sx, 1);
-}
-
-TEST(GreetPoseTest, EyesAndLidsFollowTheirTimes)
+TEST(GreetPoseTest, EyesFollowTheirTimes)
 {
     using enum GreetEye;
     struct Row
@@ -69,51 +105,6 @@ TEST(GreetPoseTest, EyesAndLidsFollowTheirTimes)
         EXPECT_NEAR(at(t).lookX, lookX, close);
         EXPECT_NEAR(at(t).lookY, lookY, close);
     }
-    EXPECT_EQ(at(1.94).open, 1);
-    EXPECT_NEAR(at(2.01).open, 0.06, close);
-    EXPECT_EQ(at(2.08).open, 1);
-    EXPECT_NEAR(at(3.86).open, 0.06, close);
-}
-
-TEST(GreetPoseTest, HandsComeForTheWaveAndGo)
-{
-    EXPECT_NEAR(at(1.36).handL, 0, close);
-    EXPECT_NEAR(at(1.38).handR, 0, close);
-    EXPECT_GT(at(1.45).handL, 1) << "it overshoots";
-    EXPECT_NEAR(at(1.54).handR, 1, close);
-    EXPECT_EQ(at(1.51).wave, -1);
-    EXPECT_NEAR(at(2.52).wave, 1, close);
-    EXPECT_EQ(at(2.59).wave, -1);
-    EXPECT_NEAR(at(2.675).handL, 0.875, close);
-    EXPECT_NEAR(at(2.705).handR, 0.875, close);
-    EXPECT_NEAR(at(2.8).handL, 0, close);
-    EXPECT_NEAR(at(2.8).handR, 0, close);
-}
-
-TEST(GreetPoseTest, TheSwayDiesOutAndTheHopFollowsIt)
-{
-    const GreetPose swaying = at(1.52);
-    EXPECT_NEAR(swaying.rot, 0.05 * std::sin(0.6), close);
-    EXPECT_NEAR(swaying.x, 320, close);
-    EXPECT_NE(at(2).x, 320);
-    EXPECT_EQ(at(2.81).rot, 0);
-    EXPECT_EQ(at(2.81).x, 320);
-    EXPECT_NEAR(at(2.89).y, 90 + 0.12 * 58, close) << "the middle of the hop";
-    EXPECT_NEAR(at(3.2).y, 90, close);
-}
-
-TEST(GreetPoseTest, BadgeAndLightsComeAndTheSceneDims)
-{
-    EXPECT_NEAR(at(2.72).badge, 0, close);
-    EXPECT_NEAR(at(3).badge, 1, close);
-    EXPECT_EQ(at(0.3).bloom, 0);
-    EXPECT_NEAR(at(0.5).bloom, 0.875, close);
-    EXPECT_NEAR(at(0.475).flash1, 0.5, close);
-    EXPECT_NEAR(at(0.305).flash2, 0.5, close);
-    EXPECT_EQ(at(3.85).fold, 0);
-    EXPECT_NEAR(at(4).fold, 0.3, close);
-    EXPECT_NEAR(at(4).foldT, 0.5, close);
-    EXPECT_NEAR(at(4.2).fold, 0.6, close);
 }
 
 TEST(GreetPoseTest, ACallToFoldBlendsThePoseIntoTheRestingForm)

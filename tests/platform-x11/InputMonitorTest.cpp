@@ -36,6 +36,16 @@ std::size_t buttonCount(const X11 &x11)
     return reply->map_len;
 }
 
+/// Gives each button of the pointer its number.
+void setOrder(const X11 &x11, const std::array<std::uint8_t, 3> &order)
+{
+    std::vector<std::uint8_t> all(buttonCount(x11));
+    std::iota(all.begin(), all.end(), std::uint8_t(1));
+    std::ranges::copy(order, all.begin());
+    xcb_set_pointer_mapping(x11.connection(), std::uint8_t(all.size()), all.data());
+    xcb_flush(x11.connection());
+}
+
 class InputMonitorTest : public testing::Test
 {
 protected:
@@ -112,11 +122,17 @@ TEST_F(InputMonitorTest, AReleaseCountsWhereItsPressWasNotOurs)
     const QStringList overOther{"mousemove", "300", "300"};
     const QStringList overOurs{"mousemove", "750", "250"};
 
+    using Order = std::array<std::uint8_t, 3>;
+    static constexpr Order usual{1, 2, 3};
+    static constexpr Order leftHanded{3, 2, 1};
+    const X11 x11;
+
     struct
     {
         const char *what;
         QStringList actions;
         int expected;
+        Order order = usual;
     } const cases[]{
         {"a click on another window", overOther + QStringList{"click", "1"}, 1},
         {"a click on ours", overOurs + QStringList{"click", "1"}, 0},
@@ -129,33 +145,19 @@ TEST_F(InputMonitorTest, AReleaseCountsWhereItsPressWasNotOurs)
              + QStringList{"click", "3", "mouseup", "1"},
          0},
         {"other buttons and the wheel", overOther + QStringList{"click", "2", "click", "4"}, 0},
+        {"the right one of a left-handed mouse", overOther + QStringList{"click", "1"}, 0,
+         leftHanded},
+        {"the left one of a left-handed mouse", overOther + QStringList{"click", "3"}, 1,
+         leftHanded},
         {"a click on another window at the end", overOther + QStringList{"click", "1"}, 1},
     };
     for (const auto &step : cases) {
+        setOrder(x11, step.order);
         releases = 0;
         xdotool(step.actions);
         waitUntil([&] { return releases > step.expected; }, 150);
         EXPECT_EQ(releases, step.expected) << step.what;
     }
-}
-
-TEST_F(InputMonitorTest, TheLeftButtonIsTheOneThatTheUserMadeIt)
-{
-    const X11 x11;
-    const auto setOrder = [&](const std::array<std::uint8_t, 3> &order) {
-        std::vector<std::uint8_t> all(buttonCount(x11));
-        std::iota(all.begin(), all.end(), std::uint8_t(1));
-        std::ranges::copy(order, all.begin());
-        xcb_set_pointer_mapping(x11.connection(), std::uint8_t(all.size()), all.data());
-        xcb_flush(x11.connection());
-    };
-    setOrder({3, 2, 1});
-    xdotool({"mousemove", "300", "300", "click", "1"});
-    waitUntil([&] { return releases > 0; }, 150);
-    EXPECT_EQ(releases, 0);
-    xdotool({"click", "3"});
-    EXPECT_TRUE(waitUntil([&] { return releases == 1; }));
-    setOrder({1, 2, 3});
 }
 
 TEST_F(InputMonitorTest, ThePointerIsKnownOverOtherProgramsAndAtTheEdge)

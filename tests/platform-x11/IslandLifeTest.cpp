@@ -103,27 +103,6 @@ TEST_F(IslandLifeTest, PeeksAtTheTopEdgeOpensOnAClickAndFallsBackStepByStep)
     EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "a minute later it is out of the way";
 }
 
-TEST_F(IslandLifeTest, EscapeClosesItWhileAnotherProgramHasTheKeyboard)
-{
-    notifications.hookExpand(IslandView::overview);
-    ASSERT_TRUE(comesTo(IslandMode::expanded));
-    QProcess::execute("xdotool", {"key", "Escape"});
-    EXPECT_TRUE(comesTo(IslandMode::compact));
-    EXPECT_TRUE(other.isActive());
-}
-
-TEST_F(IslandLifeTest, APermissionRequestHoldsItOpen)
-{
-    state.pendingApproval = ApprovalInfo{};
-    notifications.hookExpand(IslandView::approval);
-    ASSERT_TRUE(comesTo(IslandMode::expanded));
-    movePointer(screenMiddle(), 30);
-    pass(0.5);
-    movePointer(screenMiddle(), 700);
-    pass(100);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-}
-
 TEST_F(IslandLifeTest, IsThereOnEveryDesktop)
 {
     QProcess::execute("xdotool", {"set_num_desktops", "2"});

@@ -22,7 +22,6 @@ protected:
         applications.alive = {running("net.kovidgoyal.kitty"), running("com.apple.Terminal")};
         for (const char *installed : {editor, cursorEditor, codexApplication})
             applications.installed.append(QString::fromLatin1(installed));
-        actions.switchChatProvider = [this](ChatProvider provider) { providers.append(provider); };
         open(IslandView::overview);
     }
 
@@ -45,8 +44,6 @@ protected:
             asked.append(rawText(provider));
         return asked;
     }
-
-    QList<ChatProvider> providers;
 };
 
 TEST_F(AgentTargetsTest, EachTaskHasItsTarget)
@@ -90,20 +87,14 @@ TEST_F(AgentTargetsTest, AMissingTargetIsPassedOverInSilence)
     using enum AgentSource;
     applications.alive.clear();
     applications.installed.clear();
-    actions.switchChatProvider = {};
     const QString terminal = QStringLiteral("Open terminal");
     EXPECT_TRUE(
         targetOf(QStringLiteral("agent_codex"), agent, QStringLiteral("Open Codex")).isEmpty());
     EXPECT_TRUE(targetOf(QStringLiteral("agent_shop"), agent, terminal).isEmpty())
         << "no terminal is started";
-    EXPECT_TRUE(targetOf(QStringLiteral("ai_google"), n8n, QStringLiteral("Chat with Google AI"))
-                    .isEmpty());
-    for (const char *address : {"", "flows.example.org", "file:///etc/passwd"}) {
-        keychain.set(QStringLiteral("n8n-url"), QString::fromLatin1(address));
-        EXPECT_TRUE(
-            targetOf(QStringLiteral("integration_n8n"), n8n, QStringLiteral("Open n8n")).isEmpty())
-            << address;
-    }
+    keychain.set(QStringLiteral("n8n-url"), QStringLiteral("file:///etc/passwd"));
+    EXPECT_TRUE(
+        targetOf(QStringLiteral("integration_n8n"), n8n, QStringLiteral("Open n8n")).isEmpty());
     EXPECT_EQ(state.view.value(), IslandView::overview);
 
     setTasks({});

@@ -3,7 +3,6 @@
 #include "ui/CodeBlock.h"
 
 #include <QAccessible>
-#include <QTest>
 
 namespace tirlo {
 
@@ -22,43 +21,42 @@ protected:
     [[nodiscard]] const CodeBlock *code() const { return root->findChild<CodeBlock *>(); }
 };
 
-TEST_F(ApprovalViewTest, ButtonsAnswerWithTheirDecision)
+TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
 {
-    EXPECT_EQ(
-        visibleButtons(),
-        (QStringList{QStringLiteral("Deny"), QStringLiteral("Always"), QStringLiteral("Allow")}));
-    click(QStringLiteral("Allow"));
-    click(QStringLiteral("Always"));
-    click(QStringLiteral("Deny"));
-    EXPECT_EQ(
-        decisions,
-        (QStringList{QStringLiteral("allow"), QStringLiteral("always"), QStringLiteral("deny")}));
-}
-
-TEST_F(ApprovalViewTest, CodexHasNoStandingApproval)
-{
-    setApproval(QStringLiteral("ls"), QStringLiteral("agent_codex"));
-    EXPECT_EQ(visibleButtons(), (QStringList{QStringLiteral("Deny"), QStringLiteral("Allow")}));
-    click(QStringLiteral("Allow"));
-    EXPECT_EQ(decisions, QStringList{QStringLiteral("allow")});
-
-    setApproval(QStringLiteral("ls"), QStringLiteral("agent_shop"));
-    EXPECT_EQ(visibleButtons().size(), 3);
-}
-
-TEST_F(ApprovalViewTest, ShowsWhoAsksForWhat)
-{
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("shop")));
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("needs permission")));
-    EXPECT_EQ(code()->text(), QStringLiteral("npm test"));
-
-    setTasks({});
-    EXPECT_FALSE(visibleTexts().contains(QStringLiteral("shop"))) << "the label stands alone";
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("needs permission")));
-
+    const QString who = QStringLiteral("shop");
+    const QString label = QStringLiteral("needs permission");
+    const QString command = QStringLiteral("npm test");
+    const QStringList all{QStringLiteral("Deny"), QStringLiteral("Always"),
+                          QStringLiteral("Allow")};
+    struct Case
+    {
+        const char *pillId;
+        QList<AgentTask> tasks;
+        QStringList texts;
+        QStringList buttons;
+    };
+    const QList<AgentTask> shop{task(QStringLiteral("agent_shop"), who)};
+    for (const auto &[pillId, tasks, texts, buttons] :
+         {Case{"agent_shop", shop, {who, label, command}, all},
+          // It has no rule file for a standing approval.
+          Case{"agent_codex", shop, {who, label, command}, {all.first(), all.last()}},
+          Case{"agent_shop", {}, {label, command}, all}}) {
+        SCOPED_TRACE(pillId);
+        setTasks(tasks);
+        setApproval(command, QString::fromLatin1(pillId));
+        EXPECT_EQ(visibleTexts(), texts);
+        EXPECT_EQ(visibleButtons(), buttons);
+        decisions.clear();
+        QStringList expected;
+        for (const QString &name : buttons) {
+            click(name);
+            expected.append(name.toLower());
+        }
+        EXPECT_EQ(decisions, expected);
+    }
     state.pendingApproval = std::nullopt;
     EXPECT_TRUE(code()->text().isEmpty());
-    EXPECT_EQ(visibleButtons().size(), 3);
+    EXPECT_EQ(visibleButtons(), all);
 }
 
 TEST_F(ApprovalViewTest, TheWholeCommandIsTheAccessibleNameHoweverLong)
@@ -71,22 +69,6 @@ TEST_F(ApprovalViewTest, TheWholeCommandIsTheAccessibleNameHoweverLong)
     ASSERT_TRUE(accessible);
     EXPECT_EQ(accessible->text(QAccessible::Name), command);
     EXPECT_LE(code()->geometry().right(), code()->parentWidget()->width());
-}
-
-TEST_F(ApprovalViewTest, ButtonsCanBeReachedByKeyAndByTheScreenReader)
-{
-    for (const char *name : {"Deny", "Always", "Allow"}) {
-        QAbstractButton *target = button(QString::fromLatin1(name));
-        ASSERT_TRUE(target);
-        EXPECT_TRUE(target->focusPolicy() & Qt::TabFocus);
-        EXPECT_FALSE(target->focusPolicy() & Qt::ClickFocus) << "a click leaves the keyboard alone";
-
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(target);
-        EXPECT_EQ(accessible->role(), QAccessible::Button);
-        EXPECT_EQ(accessible->text(QAccessible::Name), QString::fromLatin1(name));
-        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    }
-    EXPECT_TRUE(QTest::qWaitFor([this] { return decisions.size() == 3; }));
 }
 
 } // namespace

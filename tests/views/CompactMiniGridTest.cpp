@@ -52,43 +52,39 @@ TEST_F(CompactMiniGridTest, FourOfTheOthersStandAtTheRight)
     EXPECT_TRUE(minis().isEmpty());
 }
 
-TEST_F(CompactMiniGridTest, ALowIslandHasASmallerGrid)
+TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheModeAndTheHeight)
 {
     state.notchHeight = 24;
-    state.hasNotch = false;
-    state.mode = IslandMode::hidden;
     compact(5);
-    ASSERT_EQ(minis().size(), 4);
-    EXPECT_EQ(minis().first().size(), QSize(14, 14));
-    for (const QRect &mini : minis())
+    const QList<QRect> low = minis();
+    ASSERT_EQ(low.size(), 4);
+    EXPECT_EQ(low.first().size(), QSize(14, 14));
+    for (const QRect &mini : low)
         EXPECT_TRUE(QRect(0, -2, 720, 28).contains(mini)) << mini.top() << " " << mini.bottom();
-}
 
-TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheMode)
-{
-    compact(3);
     state.mode = IslandMode::hidden;
     queue.advance(0.1);
-    ASSERT_EQ(minis().size(), 2);
-    EXPECT_LT(minis().first().width(), 20);
+    ASSERT_EQ(minis().size(), 4);
+    EXPECT_LT(minis().first().width(), 14);
     queue.advance(0.2);
     EXPECT_TRUE(minis().isEmpty());
     state.mode = IslandMode::compact;
-    queue.advance(0.1);
-    EXPECT_EQ(minis().size(), 2);
-    queue.advance(0.2);
-    EXPECT_EQ(minis().first().width(), 20);
+    queue.advance(2);
+    EXPECT_EQ(minis(), low);
 }
 
-TEST_F(CompactMiniGridTest, AMiniLivesAsLongAsItsTaskKeepsItsPlace)
+TEST_F(CompactMiniGridTest, AMiniLivesAsLongAsItsTaskIsThere)
 {
-    compact(3);
+    compact(4);
     const auto bots = [this] { return grid().findChildren<QWidget *>(); };
     const auto before = bots();
     state.editTask(QStringLiteral("t1"), [](AgentTask &t) { t.state = BotState::working; });
     EXPECT_EQ(bots(), before);
-    state.removeTask(QStringLiteral("t2"));
-    EXPECT_EQ(bots(), before.first(1));
+    state.removeTask(QStringLiteral("t1"));
+    EXPECT_EQ(bots(), before.last(2)) << "those after it move up";
+    state.editTask(QStringLiteral("t2"), [](AgentTask &t) { t.color = QStringLiteral("#123"); });
+    EXPECT_EQ(bots().size(), 2);
+    EXPECT_TRUE(bots().contains(before.last()));
 }
 
 } // namespace

@@ -1,6 +1,4 @@
 #include "ui/CodeBlock.h"
-#include "ui/Color.h"
-#include "ui/PrimaryButton.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
 #include "ui/TextLine.h"
@@ -33,16 +31,6 @@ QString toolTipOf(QWidget &widget)
     QCoreApplication::sendEvent(&widget, &event);
     const QString shown = QToolTip::text();
     return shown == former ? QString() : shown;
-}
-
-TEST(ForeignTextTest, ColoursAreReadFromHexadecimalDigits)
-{
-    EXPECT_EQ(colorFromHex(QStringLiteral("#F7B32B")), QColor(0xF7, 0xB3, 0x2B));
-    EXPECT_EQ(colorFromHex(QStringLiteral("##0570de##")), QColor(0x05, 0x70, 0xDE));
-    EXPECT_EQ(colorFromHex(QStringLiteral("12345678")), QColor(0x34, 0x56, 0x78));
-    for (const char *broken : {"", "#", "red", "#12 34"})
-        EXPECT_EQ(colorFromHex(QString::fromLatin1(broken)), QColor(Qt::black)) << broken;
-    EXPECT_EQ(lighter(QColor(0, 128, 250, 100), 0.3).rgba(), qRgba(77, 205, 255, 100));
 }
 
 TEST(ForeignTextTest, ALineHasNoBreaksAndNothingInvisibleThatReordersIt)
@@ -90,33 +78,6 @@ TEST(ForeignTextTest, ATextThatFitsHasNoToolTip)
     EXPECT_TRUE(toolTipOf(*makeLabel(window, QStringLiteral("short"), 300)).isEmpty());
 }
 
-TEST(ForeignTextTest, ElidedTextStaysInsideItsLabel)
-{
-    QWidget window;
-    for (const QString &text :
-         {QStringLiteral("wwwwwwwwwwwwwwwwwwwwwwwwwwww"),
-          QStringLiteral("在庫管理システム在庫管理"), QStringLiteral("مشروع جديد طويل جدا جدا جدا"),
-          QStringLiteral("🚀🚀🚀🚀🚀🚀🚀🚀🚀🚀")}) {
-        const TextLabel *label = makeLabel(window, text, 60);
-        const QFontMetricsF metrics(label->font(), label);
-        const QString shown = TextLine::elided(text, metrics, Qt::ElideRight, label->width());
-        EXPECT_LE(metrics.horizontalAdvance(shown), 60.5) << text.toStdString();
-        EXPECT_GT(shown.size(), 2) << text.toStdString();
-    }
-}
-
-TEST(ForeignTextTest, ALabelThatFitsExactlyLosesNothing)
-{
-    QWidget window;
-    for (const char *text : {"VS Code", "Antigravity", "WAVE", "tirlo-website"}) {
-        TextLabel *label = makeLabel(window, QString::fromLatin1(text), 0);
-        label->resize(label->sizeHint());
-        const QFontMetricsF metrics(label->font(), label);
-        EXPECT_EQ(TextLine::elided(label->text(), metrics, Qt::ElideRight, label->width()),
-                  QString::fromLatin1(text));
-    }
-}
-
 TEST(ForeignTextTest, ACodeBlockElidesInItsMiddle)
 {
     QWidget window;
@@ -128,15 +89,6 @@ TEST(ForeignTextTest, ACodeBlockElidesInItsMiddle)
     EXPECT_TRUE(shown.startsWith(QStringLiteral("start")));
     EXPECT_TRUE(shown.endsWith(QStringLiteral("end")));
     EXPECT_TRUE(toolTipOf(code).contains(QStringLiteral(" end")));
-}
-
-TEST(ForeignTextTest, ATitleWithAnAmpersandKeepsIt)
-{
-    PrimaryButton button(QStringLiteral("R&D"), QString(), {});
-    EXPECT_EQ(button.accessibleName(), QStringLiteral("R&D"));
-    EXPECT_TRUE(button.shortcut().isEmpty());
-    PrimaryButton hinted(QStringLiteral("R&D"), QStringLiteral("⏎"), {});
-    EXPECT_GT(hinted.sizeHint().width(), button.sizeHint().width());
 }
 
 } // namespace

@@ -95,16 +95,6 @@ TEST_F(IslandLayersTest, TheContentFadesWithTheIslandAndTakesNoClicksOnceItClose
     EXPECT_FALSE(content->isVisible());
 }
 
-TEST_F(IslandLayersTest, AnOpenIslandsMascotMayReachBeyondTheOutlineAndAClosedOnesMayNot)
-{
-    const auto *layer = root->findChild<BotPlacement *>();
-    open(IslandView::overview);
-    EXPECT_EQ(layer->size(), QSize(640, 320));
-    state.mode = IslandMode::compact;
-    queue.advance(2);
-    EXPECT_EQ(layer->size(), QSize(344, 32));
-}
-
 TEST_F(IslandLayersTest, TheMascotRidesAlongWithAFileOnItsWay)
 {
     const auto *canvas = root->findChild<BotPlacement *>()->findChild<QWidget *>();
@@ -128,6 +118,45 @@ TEST_F(IslandLayersTest, TheMascotRidesAlongWithAFileOnItsWay)
     for (int x = 0; x < 60; ++x)
         bright += image.pixelColor(40 + 532 + x, 118).lightness() > 60 ? 1 : 0;
     EXPECT_EQ(bright, 0) << "its ghost is being dragged about";
+
+    state.isDraggingBot = false;
+    state.uploadDuration = 0;
+    queue.advance(0.1);
+    EXPECT_NEAR(middle(), 562, 1);
+    state.uploadStartTime = std::nullopt;
+    queue.advance(0.1);
+    EXPECT_NEAR(middle(), 36, 1) << "not on its way yet";
+}
+
+TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayWhereItIsWhileTheOtherGrows)
+{
+    open(IslandView::choose);
+    // How much of a mascot there is around the point of the island.
+    const auto brightAround = [this](int x, int y) {
+        int bright = 0;
+        const QImage image = picture().copy(40 + x - 30, y - 30, 60, 60);
+        for (int i = 0; i < 60 * 60; ++i)
+            bright += image.pixelColor(i % 60, i / 60).lightness() > 170 ? 1 : 0;
+        return bright;
+    };
+    const int whole = brightAround(60, 101);
+    ASSERT_GT(whole, 300);
+    state.uploadStartTime = queue.mediaTime() - 2.4;
+    state.view = IslandView::uploading;
+    EXPECT_NEAR(brightAround(60, 101), whole, 60) << "nothing jumps";
+    queue.advance(0.08);
+    EXPECT_GT(brightAround(60, 101), 20);
+    EXPECT_LT(brightAround(60, 101), whole);
+    queue.advance(2);
+    EXPECT_EQ(brightAround(60, 101), 0);
+
+    const int rider = brightAround(562, 118);
+    ASSERT_GT(rider, 50);
+    state.view = IslandView::choose;
+    EXPECT_NEAR(brightAround(562, 118), rider, 30);
+    queue.advance(2);
+    EXPECT_EQ(brightAround(562, 118), 0);
+    EXPECT_NEAR(brightAround(60, 101), whole, 60);
 }
 
 } // namespace

@@ -27,45 +27,53 @@ protected:
     int collapses = 0;
 };
 
-TEST_F(StatusCardsTest, SampleCardsShowTheirTextsAndDoNothing)
+TEST_F(StatusCardsTest, EachCardTellsItsTextsAndTheSamplesDoNothing)
 {
-    open(IslandView::question);
-    EXPECT_EQ(
-        visibleTexts(),
-        (QStringList{QStringLiteral("shop"), QStringLiteral("Claude Code is asking a question"),
-                     QStringLiteral("Which search engine to use?")}));
-    for (const char *answer : {"Postgres full-text", "Meilisearch", "Algolia"})
-        click(QString::fromLatin1(answer));
-    EXPECT_EQ(state.view.value(), IslandView::question);
-
-    open(IslandView::error);
-    EXPECT_EQ(visibleTexts(),
-              (QStringList{QStringLiteral("shop"), QStringLiteral("n8n"),
-                           QStringLiteral("Workflow stopped."),
-                           QStringLiteral("Gmail node timed out after 30s. Retry or open n8n.")}));
-    click(QStringLiteral("Retry"));
-    click(QStringLiteral("Open in n8n"));
-    EXPECT_EQ(state.view.value(), IslandView::error);
+    struct Case
+    {
+        IslandView view;
+        QStringList texts;
+        QStringList buttons;
+    };
+    const QString shop = QStringLiteral("shop");
+    for (const auto &[view, texts, buttons] :
+         {Case{IslandView::question,
+               {shop, QStringLiteral("Claude Code is asking a question"),
+                QStringLiteral("Which search engine to use?")},
+               {QStringLiteral("Postgres full-text"), QStringLiteral("Meilisearch"),
+                QStringLiteral("Algolia")}},
+          Case{IslandView::error,
+               {shop, QStringLiteral("n8n"), QStringLiteral("Workflow stopped."),
+                QStringLiteral("Gmail node timed out after 30s. Retry or open n8n.")},
+               {QStringLiteral("Retry"), QStringLiteral("Open in n8n")}},
+          Case{IslandView::confused,
+               {QStringLiteral("Too many hits at once."),
+                QStringLiteral("Give me a sec — back to work in three seconds.")},
+               {}}}) {
+        open(view);
+        EXPECT_EQ(visibleTexts(), texts);
+        EXPECT_EQ(visibleButtons(), buttons);
+        for (const QString &name : buttons)
+            click(name);
+        EXPECT_EQ(state.view.value(), view);
+    }
     EXPECT_EQ(collapses, 0);
 
-    open(IslandView::confused);
-    EXPECT_EQ(visibleTexts(),
-              (QStringList{QStringLiteral("Too many hits at once."),
-                           QStringLiteral("Give me a sec — back to work in three seconds.")}));
-}
-
-TEST_F(StatusCardsTest, FinishedTellsTheLastStep)
-{
     open(IslandView::finished);
-    EXPECT_EQ(visibleTexts(),
-              (QStringList{QStringLiteral("shop"), QStringLiteral("Claude Code finished"),
-                           QStringLiteral("Teste · npm test")}));
+    const QString label = QStringLiteral("Claude Code finished");
+    EXPECT_EQ(visibleTexts(), (QStringList{shop, label, QStringLiteral("Teste · npm test")}));
     state.editTask(QStringLiteral("a"), [](AgentTask &edited) { edited.steps.clear(); });
-    EXPECT_EQ(visibleTexts().last(), QStringLiteral("Session finished"));
+    const QString without = QStringLiteral("Session finished");
+    EXPECT_EQ(visibleTexts(), (QStringList{shop, label, without}));
     setTasks({});
-    EXPECT_EQ(
-        visibleTexts(),
-        (QStringList{QStringLiteral("Claude Code finished"), QStringLiteral("Session finished")}));
+    EXPECT_EQ(visibleTexts(), (QStringList{label, without}));
+
+    open(IslandView::empty);
+    click(QStringLiteral("Ask Claude"));
+    EXPECT_EQ(state.view.value(), IslandView::prompt);
+    state.noteMessage = QStringLiteral("Handled in VS Code.");
+    open(IslandView::note);
+    EXPECT_EQ(visibleTexts(), QStringList{QStringLiteral("Handled in VS Code.")});
 }
 
 TEST_F(StatusCardsTest, OpenTerminalTakesTheMostPreferredThatRuns)
@@ -87,15 +95,11 @@ TEST_F(StatusCardsTest, OpenTerminalTakesTheMostPreferredThatRuns)
     click(QStringLiteral("Open terminal"));
     EXPECT_EQ(applications.opened, QStringList{QStringLiteral("com.apple.Terminal")});
     EXPECT_EQ(collapses, 3) << "the island goes either way";
-}
 
-TEST_F(StatusCardsTest, DismissingOnlyClosesTheIsland)
-{
-    open(IslandView::finished);
-    applications.alive = {application("com.apple.Terminal")};
+    applications.alive = {terminal};
     click(QStringLiteral("Dismiss"));
-    EXPECT_EQ(collapses, 1);
-    EXPECT_TRUE(applications.activated.empty());
+    EXPECT_EQ(collapses, 4);
+    EXPECT_EQ(applications.activated.size(), 2U) << "dismissing does nothing else";
 }
 
 } // namespace
