@@ -169,6 +169,41 @@ SceneGroup others()
              card("A card without content", IslandView::searching, {editorTask()})}};
 }
 
+/// Cards of each wash with texts from everywhere, in their focused task and their message.
+SceneGroup foreigners()
+{
+    AgentTask longest = editorTask("a-monorepository-with-a-remarkably-long-name-that-goes-on-and-"
+                                   "on-until-nobody-reads-it");
+    longest.steps = {QStringLiteral("Exécute · cargo build --workspace --all-targets --release "
+                                    "--features all,of,them,there,are")};
+    const AgentTask cjk = makeTask("agent_ja", "在庫管理システム", "#F7B32B",
+                                   {QStringLiteral("検索 · ユーザー認証の実装を探しています")});
+    const AgentTask rtl = makeTask("agent_he", "פרויקט חדש", "#34D399",
+                                   {QStringLiteral("מחפש · קובץ ההגדרות של המערכת")});
+    const AgentTask emoji = makeTask(
+        "agent_emoji", "🚀 launch-party 👩‍👩‍👧", "#F472B6",
+        {QStringLiteral("Exécute · echo \"Zoë ❤️ ไทย हिन्दी\"")});
+    const AgentTask nameless = makeTask("agent_x", "", "#C0C4CC", {});
+
+    SceneGroup group{QStringLiteral("foreign"), {}};
+    for (const IslandView view : {IslandView::approval, IslandView::question, IslandView::error,
+                                  IslandView::finished, IslandView::note}) {
+        for (const AgentTask &task : {longest, cjk, rtl, emoji, nameless}) {
+            const QString caption = QStringLiteral("%1, %2").arg(
+                rawText(view), task.name.isEmpty() ? QStringLiteral("no name") : task.name);
+            group.scenes.push_back({caption.left(60), [view, task](AppState &state) {
+                                        const QString text = task.steps.value(0);
+                                        state.noteMessage = text;
+                                        ApprovalInfo request;
+                                        request.command = text;
+                                        state.pendingApproval = request;
+                                        open(state, view, {task});
+                                    }});
+        }
+    }
+    return group;
+}
+
 /// Every card's frame at its own height, whatever it holds.
 SceneGroup frames()
 {
@@ -228,7 +263,7 @@ SceneGroup outlines()
 
 std::vector<SceneGroup> allScenes()
 {
-    return {overviews(), approvals(), others(), frames(), outlines()};
+    return {overviews(), approvals(), others(), foreigners(), frames(), outlines()};
 }
 
 } // namespace tirlo
