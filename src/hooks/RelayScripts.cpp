@@ -28,11 +28,23 @@ QByteArray resource(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// True when this very script stands there, with its mode.
+bool isInstalled(const QString &path, const QByteArray &script)
+{
+    constexpr auto userAll = QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser;
+    const QFileInfo present(path);
+    QFile file(path);
+    return present.isFile() && (present.permissions() & ~userAll) == executable
+        && file.open(QIODevice::ReadOnly) && file.readAll() == script;
+}
+
 void install(const QString &path, const QByteArray &script)
 {
     // The scripts are ours alone: a link in their place leads to somebody else's file.
     if (QFileInfo(path).isSymLink())
         QFile::remove(path);
+    if (isInstalled(path, script))
+        return;
     // What can't be written leaves the scripts of the start before.
     static_cast<void>(replaceFile(path, script, executable));
 }

@@ -27,10 +27,13 @@ public:
 
     void refresh() override;
 
+protected:
+    void install() override { triggerPreview(true); }
+    void uninstall() override { triggerPreview(false); }
+    QString showWritten() override;
+
 private:
     void triggerPreview(bool install);
-    void confirmOp();
-    void cancel();
     void setHooksInstalled(bool isInstalled);
 
     GuardedHooks &m_installer;

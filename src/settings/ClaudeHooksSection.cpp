@@ -2,7 +2,6 @@
 
 #include "SettingsControls.h"
 #include "hooks/installers/ClaudeHooks.h"
-#include "hooks/installers/HookError.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -12,7 +11,7 @@
 namespace tirlo {
 
 ClaudeHooksSection::ClaudeHooksSection(ClaudeHooks &installer, const QString &hookScriptPath)
-    : HookSection(tr("Claude Code Hooks"))
+    : HookSection(installer, tr("Claude Code Hooks"))
     , m_installer(installer)
     , m_outdated(new QWidget)
 {
@@ -33,11 +32,7 @@ ClaudeHooksSection::ClaudeHooksSection(ClaudeHooks &installer, const QString &ho
     rows->addWidget(update, 1, 0, 1, 2, Qt::AlignLeft);
     addBelowLine(m_outdated);
 
-    connect(update, &QPushButton::clicked, this, &ClaudeHooksSection::installHooks);
-    connect(this, &HookSection::installPressed, this, &ClaudeHooksSection::installHooks);
-    connect(this, &HookSection::uninstallPressed, this, &ClaudeHooksSection::uninstallHooks);
-    connect(this, &HookSection::confirmPressed, this, &ClaudeHooksSection::confirmInstall);
-    connect(this, &HookSection::cancelPressed, this, &ClaudeHooksSection::cancel);
+    connectButton(update, [this] { install(); });
 }
 
 void ClaudeHooksSection::refresh()
@@ -45,40 +40,24 @@ void ClaudeHooksSection::refresh()
     setHookNeedsUpdate(m_installer.hooksNeedUpdate());
 }
 
-void ClaudeHooksSection::installHooks()
+void ClaudeHooksSection::install()
 {
-    openPreview(m_installer, QString::fromUtf8(m_installer.buildHooksData()));
-    Q_EMIT statusChanged(tr("Review the JSON below before confirming."));
+    openPreview([this] { return m_installer.buildHooksData(); }, tr("❌ Write error: %1"));
 }
 
-void ClaudeHooksSection::confirmInstall()
+void ClaudeHooksSection::uninstall()
 {
-    try {
-        m_installer.writeHooks();
-    } catch (const HookError &error) {
-        Q_EMIT statusChanged(tr("❌ Write error: %1").arg(error.message()));
+    if (!writes([this] { m_installer.uninstallHooks(); }))
         return;
-    }
-    setHookNeedsUpdate(false);
-    closePreview();
-    Q_EMIT statusChanged(tr("✓ Hooks installed in ~/.claude/settings.json"));
-}
-
-void ClaudeHooksSection::uninstallHooks()
-{
-    try {
-        m_installer.uninstallHooks();
-    } catch (const HookError &error) {
-        Q_EMIT statusChanged(tr("❌ Write error: %1").arg(error.message()));
-        return;
-    }
+    // What was previewed would put back what has just been taken out.
+    cancel();
     Q_EMIT statusChanged(tr("✓ Hooks removed."));
 }
 
-void ClaudeHooksSection::cancel()
+QString ClaudeHooksSection::showWritten()
 {
-    m_installer.cancel();
-    closePreview();
+    setHookNeedsUpdate(false);
+    return tr("✓ Hooks installed in ~/.claude/settings.json");
 }
 
 void ClaudeHooksSection::setHookNeedsUpdate(bool needsUpdate)

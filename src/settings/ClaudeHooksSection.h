@@ -17,11 +17,12 @@ public:
 
     void refresh() override;
 
+protected:
+    void install() override;
+    void uninstall() override;
+    QString showWritten() override;
+
 private:
-    void installHooks();
-    void confirmInstall();
-    void uninstallHooks();
-    void cancel();
     void setHookNeedsUpdate(bool needsUpdate);
 
     ClaudeHooks &m_installer;

@@ -36,7 +36,7 @@ QString summaryOf(const LineDiff &diff, bool laysOutAnew)
 
 } // namespace
 
-HookPreview::HookPreview(QWidget *parent)
+HookPreview::HookPreview(const QString &section, QWidget *parent)
     : QWidget(parent)
     , m_box(new MarkedLines(u'+', Style::success))
     , m_summary(SettingsControls::caption())
@@ -46,8 +46,8 @@ HookPreview::HookPreview(QWidget *parent)
     m_removed->setAccessibleName(tr("Removed lines"));
     setFocusProxy(m_box);
 
-    auto *confirm = SettingsControls::button(tr("Confirm & write"), {});
-    auto *cancel = SettingsControls::button(tr("Cancel"), {});
+    auto *confirm = SettingsControls::button(tr("Confirm & write"), section);
+    auto *cancel = SettingsControls::button(tr("Cancel"), section);
     connect(confirm, &QPushButton::clicked, this, &HookPreview::confirmed);
     connect(cancel, &QPushButton::clicked, this, &HookPreview::cancelled);
 
@@ -63,12 +63,12 @@ HookPreview::HookPreview(QWidget *parent)
     column->addLayout(buttons);
 }
 
-void HookPreview::showChange(const HookInstaller &installer, const QString &text)
+void HookPreview::showChange(const QString &label, const HookChange &change)
 {
-    const LineDiff diff = compareLines(installer.presentText(), text);
-    m_box->showText(text, diff.changed);
-    m_box->setAccessibleName(tr("New content of %1").arg(installer.label()));
-    m_summary->setText(summaryOf(diff, installer.laysOutAnew()));
+    const LineDiff diff = compareLines(change.presentText, change.text);
+    m_box->showText(change.text, diff.changed);
+    m_box->setAccessibleName(tr("New content of %1").arg(label));
+    m_summary->setText(summaryOf(diff, change.laysOutAnew));
     m_box->setAccessibleDescription(m_summary->text());
 
     QList<int> all(diff.removed.size());

@@ -6,8 +6,8 @@ class QLabel;
 
 namespace tirlo {
 
-class HookInstaller;
 class MarkedLines;
+struct HookChange;
 
 /// The change to an agent's settings file, for review: what the file would hold, and two buttons.
 class HookPreview final : public QWidget
@@ -15,10 +15,11 @@ class HookPreview final : public QWidget
     Q_OBJECT
 
 public:
-    explicit HookPreview(QWidget *parent = nullptr);
+    /// `section` tells a screen reader whose change it is.
+    explicit HookPreview(const QString &section, QWidget *parent = nullptr);
 
-    /// Shows the new text of the installer's file, compared with the file as it stands.
-    void showChange(const HookInstaller &installer, const QString &text);
+    /// Shows the change of the file with that label.
+    void showChange(const QString &label, const HookChange &change);
 
     /// Empties the box.
     void clear();

@@ -1,6 +1,7 @@
 #include "LineDiff.h"
 
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace tirlo {
@@ -56,20 +57,24 @@ LineDiff compareLines(const QString &before, const QString &after)
     old = old.sliced(head, old.size() - head - tail);
     fresh = fresh.sliced(head, fresh.size() - head - tail);
 
-    const bool isTooMuch = old.size() > mostPairs / (fresh.size() + 1);
-    CommonLines common(isTooMuch ? QStringList() : old, isTooMuch ? QStringList() : fresh);
     LineDiff diff;
+    if (old.size() > mostPairs / (fresh.size() + 1)) {
+        diff.removed = old;
+        diff.changed.resize(fresh.size());
+        std::iota(diff.changed.begin(), diff.changed.end(), int(head));
+        return diff;
+    }
+
+    CommonLines common(old, fresh);
     qsizetype i = 0;
     qsizetype j = 0;
     while (i < old.size() || j < fresh.size()) {
         const bool oldLeft = i < old.size();
         const bool freshLeft = j < fresh.size();
-        if (oldLeft && freshLeft && !isTooMuch && old[i] == fresh[j]) {
+        if (oldLeft && freshLeft && old[i] == fresh[j]) {
             ++i;
             ++j;
-        } else if (oldLeft
-                   && (!freshLeft || isTooMuch
-                       || common.count(i + 1, j) >= common.count(i, j + 1))) {
+        } else if (oldLeft && (!freshLeft || common.count(i + 1, j) >= common.count(i, j + 1))) {
             diff.removed.append(old[i++]);
         } else {
             diff.changed.append(int(head + j++));

@@ -39,19 +39,8 @@ void MarkedLines::showText(const QString &text, const QList<int> &marked)
     m_marked = marked;
     setPlainText(text);
 
-    QColor wash = m_color;
-    wash.setAlpha(washAlpha);
-    QList<QTextEdit::ExtraSelection> washes;
-    for (const int line : marked) {
-        QTextEdit::ExtraSelection selection;
-        selection.cursor = QTextCursor(document()->findBlockByNumber(line));
-        selection.format.setBackground(wash);
-        selection.format.setProperty(QTextFormat::FullWidthSelection, true);
-        washes.append(selection);
-    }
-    setExtraSelections(washes);
-    if (!washes.isEmpty())
-        setTextCursor(washes.first().cursor);
+    if (!marked.isEmpty())
+        setTextCursor(QTextCursor(document()->findBlockByNumber(marked.first())));
     m_margin->update();
 }
 
@@ -71,6 +60,19 @@ bool MarkedLines::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+void MarkedLines::paintEvent(QPaintEvent *event)
+{
+    QColor wash = m_color;
+    wash.setAlpha(washAlpha);
+    QPainter painter(viewport());
+    visitMarked([&](QRectF line) {
+        line.setWidth(viewport()->width());
+        painter.fillRect(line, wash);
+    });
+    painter.end();
+    QPlainTextEdit::paintEvent(event);
+}
+
 void MarkedLines::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
@@ -83,13 +85,20 @@ void MarkedLines::paintMargin()
     QPainter painter(m_margin);
     painter.setFont(font());
     painter.setPen(palette().color(QPalette::Text));
+    visitMarked([&](const QRectF &line) {
+        painter.drawText(QRectF(0, line.top(), marginWidth, line.height()), Qt::AlignCenter,
+                         m_mark);
+    });
+}
+
+void MarkedLines::visitMarked(const std::function<void(const QRectF &line)> &visit) const
+{
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
-        if (line.top() > m_margin->height())
+        if (line.top() > viewport()->height())
             return;
         if (std::ranges::binary_search(m_marked, block.blockNumber()))
-            painter.drawText(QRectF(0, line.top(), marginWidth, line.height()), Qt::AlignCenter,
-                             m_mark);
+            visit(line);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QPlainTextEdit>
 
+#include <functional>
+
 namespace tirlo {
 
 /// A box of lines to read, some of which carry a mark in the margin and a wash of its colour.
@@ -22,10 +24,13 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void paintMargin();
+    /// Tells where in the viewport each marked line stands that is in sight.
+    void visitMarked(const std::function<void(const QRectF &line)> &visit) const;
 
     const QChar m_mark;
     const QColor m_color;

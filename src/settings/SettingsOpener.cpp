@@ -12,13 +12,14 @@ SettingsOpener::SettingsOpener(HookInstallers &hooks, const Paths &paths)
 
 void SettingsOpener::open(const std::optional<ScreenInfo> &screen)
 {
-    if (!m_window || !m_window->isVisible() || m_window->isMinimized()) {
+    if (!m_window || !m_window->isVisible()) {
         m_window = std::make_unique<SettingsWindow>(m_hooks, m_paths);
         // The title bar counts too, and is not there before.
         QObject::connect(m_window.get(), &SettingsWindow::appeared, m_window.get(),
                          [this, screen] { place(screen); });
     }
     place(screen);
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
     m_window->raise();
     m_window->activateWindow();

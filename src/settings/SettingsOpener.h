@@ -20,9 +20,6 @@ public:
     /// Shows the window below the island on this screen, else in the desktop's choice of place.
     void open(const std::optional<ScreenInfo> &screen);
 
-    /// The window last opened; null before the first.
-    [[nodiscard]] SettingsWindow *window() const { return m_window.get(); }
-
 private:
     void place(const std::optional<ScreenInfo> &screen);
 

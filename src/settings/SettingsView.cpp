@@ -45,11 +45,6 @@ SettingsView::SettingsView(HookInstallers &hooks, const Paths &paths, QWidget *p
     column->addWidget(m_scroller, 1);
 }
 
-QString SettingsView::statusMessage() const
-{
-    return m_status->text();
-}
-
 void SettingsView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);

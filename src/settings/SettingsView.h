@@ -22,14 +22,12 @@ public:
     /// The installers outlive the view.
     SettingsView(HookInstallers &hooks, const Paths &paths, QWidget *parent = nullptr);
 
-    /// What the status line says; "" hides it.
-    [[nodiscard]] QString statusMessage() const;
-
 protected:
     void showEvent(QShowEvent *event) override;
 
 private:
     void addHookSections(QVBoxLayout &column, HookInstallers &hooks, const Paths &paths);
+    /// Shows the words in the status line; "" hides it.
     void setStatusMessage(const QString &message);
     /// Scrolls so that all of the widget can be seen, once it has its place.
     void reveal(QWidget *widget);

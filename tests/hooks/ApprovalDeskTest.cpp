@@ -52,6 +52,10 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
     EXPECT_EQ(expanded, QList<IslandView>{IslandView::approval});
     EXPECT_EQ(logLines(), QStringList(u"PermissionRequest Bash [integration_claude]"_s));
     EXPECT_FALSE(peer.isReadable());
+
+    const Peer odd = ask(R"({"term_program":"vscode","tool_name":{},"tool_input":"ls"})");
+    EXPECT_EQ(state.pendingApproval.value(),
+              (ApprovalInfo{u"unknown"_s, u"Tool"_s, u"Tool"_s, {}, u"integration_claude"_s}));
 }
 
 TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
@@ -64,15 +68,6 @@ TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
     }
     EXPECT_FALSE(isPending());
     EXPECT_TRUE(sound.played.isEmpty());
-}
-
-TEST_F(ApprovalDeskTest, ToolsOfAWrongTypeGetTheirDefaults)
-{
-    const Peer peer = ask(R"({"term_program":"vscode","tool_name":{},"tool_input":"ls"})");
-    EXPECT_EQ(state.pendingApproval.value()->tool, u"Tool"_s);
-    EXPECT_EQ(state.pendingApproval.value()->command, u"Tool"_s);
-    EXPECT_EQ(state.pendingApproval.value()->inputKey, QString());
-    EXPECT_EQ(state.pendingApproval.value()->sessionId, u"unknown"_s);
 }
 
 TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
@@ -98,8 +93,13 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
         EXPECT_EQ(task("integration_claude").state, BotState::working);
         EXPECT_EQ(state.view.value(), IslandView::overview);
     }
-    queue.advance(120);
+    Peer gone = ask();
+    gone.close();
+    desk.sendApprovalDecision(u"deny"_s);
+    writers.wait();
     QCoreApplication::processEvents();
+    queue.advance(120);
+    EXPECT_FALSE(isPending());
     EXPECT_EQ(state.noteMessage.value(), std::nullopt);
     EXPECT_EQ(collapses, 0);
 
@@ -203,18 +203,13 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
         {"PostToolUse", "other", sameCall, Outcome::dropped},
         {"PostToolUse", "s", R"({"tool_name":"Bash","tool_input":{"command":"ls"}})",
          Outcome::dropped},
-        {"PostToolUse", "s", R"({"tool_name":"Read","tool_input":{"command":"ls","n":1}})",
-         Outcome::dropped},
         {"PostToolUse", "s", R"({"tool_name":"Bash","tool_input":"ls"})", Outcome::dropped},
         {"Stop", "s", "{}", Outcome::dismissed},
-        {"StopFailure", "s", "{}", Outcome::dismissed},
         {"UserPromptSubmit", "s", "{}", Outcome::dismissed},
         {"SessionEnd", "s", "{}", Outcome::dismissed},
         {"Interrupt", "s", "{}", Outcome::dismissed},
         {"Stop", "other", "{}", Outcome::dropped},
         {"PreToolUse", "s", sameCall, Outcome::dropped},
-        {"Notification", "s", "{}", Outcome::dropped},
-        {"SessionStart", "s", "{}", Outcome::dropped},
     };
     const HookRoute claude{u"integration_claude"_s, {}};
     const HookRoute other{u"agent_codex"_s, {}};
@@ -235,20 +230,6 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
     }
     desk.sendApprovalDecision(u"deny"_s);
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
-}
-
-TEST_F(ApprovalDeskTest, AnswerToAnAgentThatIsGoneIsHarmless)
-{
-    for (const char *decision : {"allow", "deny"}) {
-        Peer peer = ask();
-        peer.close();
-        desk.sendApprovalDecision(QLatin1String(decision));
-        writers.wait();
-        QCoreApplication::processEvents();
-        queue.drain();
-        EXPECT_FALSE(isPending());
-    }
-    EXPECT_EQ(state.noteMessage.value(), std::nullopt);
 }
 
 } // namespace

@@ -21,43 +21,44 @@ struct HookTasksTest : HookFixture
     const QString bar = u"agent_bar"_s;
 };
 
-TEST_F(HookTasksTest, WorkspacePillStandsBehindTheMainOne)
+TEST_F(HookTasksTest, NewPillsStandBehindTheMainOne)
 {
-    tasks.upsertExternalAgent(foo, u"foo"_s);
-    tasks.upsertWorkspaceTask(cursor, u"P"_s, u"/p"_s);
-    EXPECT_EQ(ids(), QStringList({claude, cursor, foo}));
-    EXPECT_EQ(task("agent_cursor").color, u"#C0C4CC"_s);
+    const struct
+    {
+        bool hasMain;
+        QStringList added;
+        QStringList ids;
+        QString focus;
+    } rows[] = {
+        {true, {foo, cursor}, {claude, cursor, foo}, claude},
+        {true, {cursor, foo, foo}, {claude, foo, cursor}, claude},
+        {false, {foo, bar, cursor}, {cursor, foo, bar}, foo},
+    };
+    const QList<AgentTask> usual = state.tasks.value();
+    for (const auto &row : rows) {
+        state.tasks = row.hasMain ? usual : QList<AgentTask>();
+        state.focusId = row.hasMain ? std::optional(claude) : std::nullopt;
+        state.mode = IslandMode::hidden;
+        for (const QString &id : row.added) {
+            if (id == cursor)
+                tasks.upsertWorkspaceTask(id, u"P"_s, u"/p"_s);
+            else
+                tasks.upsertExternalAgent(id, id.mid(6));
+        }
+        EXPECT_EQ(ids(), row.ids);
+        EXPECT_EQ(state.focusId.value(), row.focus);
+        EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    }
+    EXPECT_EQ(task("agent_foo").name, u"foo"_s);
+    EXPECT_FALSE(task("agent_foo").isIntegration);
     EXPECT_TRUE(task("agent_cursor").isIntegration);
+    EXPECT_EQ(task("agent_cursor").color, u"#C0C4CC"_s);
     EXPECT_EQ(task("agent_cursor").sessionCwd, std::nullopt);
 
     tasks.upsertWorkspaceTask(cursor, u"Q"_s, u"/q"_s);
     tasks.upsertWorkspaceTask(cursor, u"R"_s, QString());
     EXPECT_EQ(task("agent_cursor").name, u"R"_s);
     EXPECT_EQ(task("agent_cursor").sessionCwd, u"/q"_s);
-    EXPECT_EQ(ids().size(), 3);
-}
-
-TEST_F(HookTasksTest, ExternalPillStandsBehindTheEditor)
-{
-    tasks.upsertWorkspaceTask(cursor, u"P"_s, QString());
-    tasks.upsertExternalAgent(foo, u"foo"_s);
-    tasks.upsertExternalAgent(foo, u"other"_s);
-    EXPECT_EQ(ids(), QStringList({claude, foo, cursor}));
-    EXPECT_EQ(task("agent_foo").name, u"foo"_s);
-    EXPECT_FALSE(task("agent_foo").isIntegration);
-}
-
-TEST_F(HookTasksTest, FirstPillsOfAnEmptyListTakeFocusAndShowTheIsland)
-{
-    state.tasks = QList<AgentTask>();
-    state.focusId = std::nullopt;
-    state.mode = IslandMode::hidden;
-    tasks.upsertExternalAgent(foo, u"foo"_s);
-    tasks.upsertExternalAgent(bar, u"bar"_s);
-    tasks.upsertWorkspaceTask(cursor, u"P"_s, QString());
-    EXPECT_EQ(ids(), QStringList({cursor, foo, bar}));
-    EXPECT_EQ(state.focusId.value(), foo);
-    EXPECT_EQ(state.mode.value(), IslandMode::compact);
 }
 
 TEST_F(HookTasksTest, KeepsTheTwentyLatestSteps)

@@ -136,6 +136,7 @@ TEST_F(RelayScriptsTest, PassesTheCanonicalLineOn)
          R"({"tool_name":"t","session_id":"s"})", ""},
         {none, R"({"tool_name":"t","sessionId":"s","workspacePaths":[],"workspace_roots":["/r"]})",
          R"({"cwd":"/r"})", ""},
+        {none, R"({"hook_event_name":"Stop"})", R"({"session_id":"env"})", ""},
         {none, R"({"a":"é\ud800\u0000","n":123456789012345678901234567890})", R"({})", ""},
     };
     for (const auto &row : rows) {
@@ -177,9 +178,6 @@ TEST_F(RelayScriptsTest, TranslatesTheDecision)
          head + R"({"behavior":"deny","message":"Denied from Tirlo"}}})" + "\n"},
         {none, permissionRequest, R"({"permissionDecision":"ask"})", ""},
         {none, permissionRequest, R"({"permissionDecision":["allow"]})", ""},
-        {none, permissionRequest, R"({"ok":true})", ""},
-        {none, permissionRequest, R"(["allow"])", ""},
-        {none, permissionRequest, "allow", ""},
         {none, permissionRequest, "\xff", ""},
         {gemini, permissionRequest, "", ""},
     };
@@ -190,19 +188,11 @@ TEST_F(RelayScriptsTest, TranslatesTheDecision)
 
 TEST_F(RelayScriptsTest, HostileInputNeverFailsTheAgent)
 {
-    const QByteArray deep(100000, '[');
+    EXPECT_EQ(run(none, permissionRequest), "") << "nobody listens";
+    EXPECT_EQ(run(gemini, R"({"hook_event_name":"Stop"})"), "{}\n");
+
     const QByteArray rows[] = {
-        "",
-        "\n",
-        "{",
-        "{} {}",
-        "\xef\xbb\xbf{}",
-        "{\"a\":\"\xff\"}",
-        deep,
-        "[]",
-        "\"PermissionRequest\"",
-        "null",
-    };
+        "", "{} {}", "\xef\xbb\xbf{}", "{\"a\":\"\xff\"}", QByteArray(100000, '['), "[]", "null"};
     for (const QByteArray &row : rows) {
         EXPECT_EQ(runServed(none, row), "") << row.left(40).constData();
         EXPECT_EQ(line, "") << row.left(40).constData();
@@ -219,13 +209,6 @@ TEST_F(RelayScriptsTest, HostileInputNeverFailsTheAgent)
     }
 }
 
-TEST_F(RelayScriptsTest, NothingHappensWhileNobodyListens)
-{
-    EXPECT_EQ(run(none, permissionRequest), "");
-    EXPECT_EQ(run(none, R"({"hook_event_name":"Stop"})"), "");
-    EXPECT_EQ(run(gemini, R"({"hook_event_name":"Stop"})"), "{}\n");
-}
-
 TEST_F(RelayScriptsTest, WrapperFindsTheRelayHoweverItIsCalled)
 {
     for (const QString &name : {u"./qv-hook"_s, u"qv-hook"_s}) {
@@ -237,19 +220,6 @@ TEST_F(RelayScriptsTest, WrapperFindsTheRelayHoweverItIsCalled)
         ASSERT_TRUE(relay.waitForFinished());
         EXPECT_EQ(relay.readAllStandardOutput(), "{}\n");
     }
-}
-
-TEST_F(RelayScriptsTest, RequestIsAnsweredThroughTheRealServer)
-{
-    HookServer server(context, paths);
-    server.start();
-    QProcess relay;
-    start(relay, none, permissionRequest);
-    ASSERT_TRUE(eventually([&] { return state.pendingApproval.value().has_value(); }));
-    server.sendApprovalDecision(u"deny"_s);
-    ASSERT_TRUE(eventually([&] { return relay.state() == QProcess::NotRunning; }));
-    EXPECT_TRUE(relay.readAllStandardOutput().contains("Denied from Tirlo"));
-    EXPECT_EQ(server.activeSessionId(), u"env"_s);
 }
 
 TEST_F(RelayScriptsTest, KillingTheWrapperAloneSettlesTheRequest)

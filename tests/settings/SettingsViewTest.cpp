@@ -1,33 +1,25 @@
 #include "settings/SettingsView.h"
 
-#include "core/Paths.h"
-#include "hooks/installers/HookInstallers.h"
+#include "hooks/InstallerFixture.h"
 #include "settings/MarkedLines.h"
-#include "support/ManualQueue.h"
 
-#include <QDir>
-#include <QFile>
+#include <QApplication>
 #include <QGroupBox>
+#include <QImage>
 #include <QLabel>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTextBlock>
-
-#include <gtest/gtest.h>
 
 namespace tirlo {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The settings on show, in a home of their own, under real clicks.
-struct SettingsViewTest : testing::Test
+struct SettingsViewTest : InstallerFixture
 {
     void open()
     {
-        view = std::make_unique<SettingsView>(hooks, paths);
+        view = std::make_unique<SettingsView>(installers, paths);
         view->resize(480, 720);
         view->show();
     }
@@ -73,26 +65,13 @@ struct SettingsViewTest : testing::Test
         return false;
     }
 
-    std::string status() const { return view->statusMessage().toStdString(); }
-
-    static void put(const QString &path, const QByteArray &bytes)
+    /// Presses the button and expects these words in the status line.
+    void expectAfter(const QString &title, const QString &name, const QString &status) const
     {
-        QDir().mkpath(path.section(u'/', 0, -2));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        click(title, name);
+        EXPECT_TRUE(shows(status)) << status.toStdString();
     }
 
-    static QByteArray bytesOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
-    QTemporaryDir home;
-    Paths paths{home.path()};
-    ManualQueue queue;
-    HookInstallers hooks{paths, queue};
     std::unique_ptr<SettingsView> view;
 
     const QString claude = u"Claude Code Hooks"_s;
@@ -105,48 +84,54 @@ TEST_F(SettingsViewTest, ClaudeCodeIsWiredAfterAReviewAndUnwired)
     put(path, "{\"model\":\"x\"}");
     open();
     EXPECT_TRUE(shows(u"qv-hook : "_s + paths.hookScriptPath()));
-    EXPECT_EQ(status(), "");
-    click(claude, u"Install hooks"_s);
-    EXPECT_EQ(status(), review.toStdString());
-    EXPECT_TRUE(preview(claude).contains(uR"("model": "x")"_s));
+    expectAfter(claude, u"Install hooks"_s, review);
+    const QString reviewed = preview(claude);
+    EXPECT_TRUE(reviewed.contains(uR"("model": "x")"_s));
     EXPECT_EQ(section(claude)->findChild<MarkedLines *>()->height(), 140);
-    EXPECT_EQ(bytesOf(path), "{\"model\":\"x\"}");
-
     click(claude, u"Cancel"_s);
     EXPECT_EQ(preview(claude), QString());
     EXPECT_EQ(bytesOf(path), "{\"model\":\"x\"}");
 
     click(claude, u"Install hooks"_s);
-    const QString reviewed = preview(claude);
-    click(claude, u"Confirm & write"_s);
-    EXPECT_EQ(status(), "✓ Hooks installed in ~/.claude/settings.json");
+    expectAfter(claude, u"Confirm & write"_s, u"✓ Hooks installed in ~/.claude/settings.json"_s);
     EXPECT_EQ(bytesOf(path), reviewed.toUtf8());
     EXPECT_EQ(preview(claude), QString());
-    click(claude, u"Uninstall"_s);
-    EXPECT_EQ(status(), "✓ Hooks removed.");
+    click(claude, u"Install hooks"_s);
+    expectAfter(claude, u"Uninstall"_s, u"✓ Hooks removed."_s);
     EXPECT_FALSE(bytesOf(path).contains("qv-hook"));
+    EXPECT_EQ(preview(claude), QString()) << "a confirmation would put them back";
 
-    // A folder in the file's place.
+    // A folder in the file's place, after the review and before it.
+    click(claude, u"Install hooks"_s);
     QFile::remove(path);
     QDir().mkpath(path);
-    click(claude, u"Install hooks"_s);
-    click(claude, u"Confirm & write"_s);
-    EXPECT_TRUE(view->statusMessage().startsWith(u"❌ Write error: "_s)) << status();
+    const QString refusal
+        = u"❌ Write error: ~/.claude/settings.json cannot be read — Tirlo has not touched it."_s;
+    expectAfter(claude, u"Confirm & write"_s, refusal);
     EXPECT_NE(preview(claude), QString());
+    expectAfter(claude, u"Install hooks"_s, refusal);
+    EXPECT_EQ(preview(claude), QString());
 }
 
 TEST_F(SettingsViewTest, AnOutdatedInstallationOffersAnUpdateInstead)
 {
+    const QString warning = u"Hook timeout outdated — update to fix approvals"_s;
     put(paths.claudeSettingsPath(),
         R"({"hooks":{"PermissionRequest":[{"hooks":[{"command":"Skerry","timeout":60}]}]}})");
     open();
-    EXPECT_TRUE(shows(u"Hook timeout outdated — update to fix approvals"_s));
+    view->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    EXPECT_TRUE(shows(warning));
     EXPECT_FALSE(button(claude, u"Install hooks"_s));
     EXPECT_FALSE(button(claude, u"Uninstall"_s));
     click(claude, u"Update hooks"_s);
+    click(claude, u"Cancel"_s);
+    EXPECT_EQ(QApplication::focusWidget(), button(claude, u"Update hooks"_s));
+    click(claude, u"Update hooks"_s);
     click(claude, u"Confirm & write"_s);
-    EXPECT_FALSE(shows(u"Hook timeout outdated — update to fix approvals"_s));
-    EXPECT_TRUE(button(claude, u"Install hooks"_s));
+    EXPECT_FALSE(shows(warning));
+    ASSERT_TRUE(button(claude, u"Install hooks"_s));
+    EXPECT_TRUE(button(claude, u"Install hooks"_s)->hasFocus()) << "the other button is gone";
 }
 
 TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
@@ -176,38 +161,27 @@ TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
         open();
         const QString title = row.name + u" Hooks"_s;
         EXPECT_TRUE(shows(row.label));
-        click(title, u"Uninstall"_s);
-        EXPECT_EQ(view->statusMessage(), u"No %1 hooks to remove."_s.arg(row.name));
+        expectAfter(title, u"Uninstall"_s, u"No %1 hooks to remove."_s.arg(row.name));
         EXPECT_EQ(preview(title), QString());
-
-        click(title, u"Install hooks"_s);
-        EXPECT_EQ(view->statusMessage(), review);
-        click(title, u"Confirm & write"_s);
-        EXPECT_EQ(view->statusMessage(), row.installed);
+        expectAfter(title, u"Install hooks"_s, review);
+        expectAfter(title, u"Confirm & write"_s, row.installed);
         EXPECT_TRUE(shows(row.installedLine));
 
         queue.advance(1);
         click(title, u"Uninstall"_s);
         EXPECT_EQ(preview(title), u"{}"_s);
-        EXPECT_TRUE(bytesOf(row.path).contains("qv-hook"));
-        click(title, u"Cancel"_s);
-        EXPECT_TRUE(bytesOf(row.path).contains("qv-hook"));
-        click(title, u"Uninstall"_s);
         put(row.path, bytesOf(row.path) + ' ');
-        click(title, u"Confirm & write"_s);
-        EXPECT_EQ(
-            view->statusMessage(),
+        expectAfter(
+            title, u"Confirm & write"_s,
             u"❌ Write error: %1 changed since preview. Refresh and try again."_s.arg(row.label));
         EXPECT_EQ(preview(title), u"{}"_s) << "a failure leaves the preview open";
         click(title, u"Uninstall"_s);
-        click(title, u"Confirm & write"_s);
-        EXPECT_EQ(view->statusMessage(), u"✓ %1 hooks removed."_s.arg(row.name));
+        expectAfter(title, u"Confirm & write"_s, u"✓ %1 hooks removed."_s.arg(row.name));
         EXPECT_TRUE(shows(row.label));
 
         put(row.path, "{");
-        click(title, u"Install hooks"_s);
-        EXPECT_EQ(view->statusMessage(),
-                  u"❌ %1 is not valid JSON — Tirlo has not touched it."_s.arg(row.label));
+        expectAfter(title, u"Install hooks"_s,
+                    u"❌ %1 is not valid JSON — Tirlo has not touched it."_s.arg(row.label));
         EXPECT_EQ(preview(title), QString());
     }
 }
@@ -224,13 +198,11 @@ TEST_F(SettingsViewTest, ThePreviewMarksTheChangesAndListsWhatGoes)
     EXPECT_EQ(boxes[0]->accessibleName(), u"New content of ~/.codex/hooks.json"_s);
     EXPECT_EQ(boxes[1]->accessibleName(), u"Removed lines"_s);
     EXPECT_EQ(boxes[1]->toPlainText().trimmed(), u"\"command\": \"old/qv-hook\""_s);
-    const auto washes = boxes[0]->extraSelections();
-    const int lines = boxes[0]->document()->blockCount();
-    EXPECT_GT(washes.size(), lines / 2);
-    for (const auto &wash : washes) {
-        const QString line = wash.cursor.block().text();
-        EXPECT_FALSE(line.contains(u"other"_s) || line.trimmed() == u"1,"_s) << line.toStdString();
-    }
+    // The cursor stands on the first marked line, which is washed beyond its text.
+    const QImage seen = boxes[0]->viewport()->grab().toImage();
+    const int washed = boxes[0]->cursorRect().center().y();
+    const int above = washed - boxes[0]->cursorRect().height();
+    EXPECT_NE(seen.pixel(seen.width() - 1, washed), seen.pixel(seen.width() - 1, above));
 }
 
 TEST_F(SettingsViewTest, TheKeyboardReachesAndWorksEverything)
@@ -250,7 +222,7 @@ TEST_F(SettingsViewTest, TheKeyboardReachesAndWorksEverything)
     EXPECT_EQ(focused(), button(claude, u"Install hooks"_s)) << "the keyboard is not lost";
 
     for (const QPushButton *each : view->findChildren<QPushButton *>())
-        EXPECT_FALSE(each->accessibleName().isEmpty());
+        EXPECT_FALSE(each->accessibleName().isEmpty() || each->accessibleDescription().isEmpty());
     for (const char *title : {"Claude Code", "Gemini CLI", "Antigravity", "Codex"}) {
         for (const char *name : {"Install hooks", "Uninstall"}) {
             EXPECT_EQ(focused(),

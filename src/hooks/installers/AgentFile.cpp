@@ -4,13 +4,35 @@
 #include "core/Paths.h"
 #include "platform/FileReplacement.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <filesystem>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
+
+namespace {
+
+std::optional<QByteArray> readPlainFile(const QString &path)
+{
+    QFile file(path);
+    // Anything but a plain file, a pipe say, may keep its reader waiting.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+}
+
+std::optional<JsonObject> objectIn(const QByteArray &bytes)
+{
+    const auto node = readJson(bytes);
+    return node && node->object() ? std::optional(*node->object()) : std::nullopt;
+}
+
+} // namespace
 
 AgentFile::AgentFile(const Paths &paths, const QString &path)
     : m_path(path)
@@ -25,56 +47,56 @@ bool AgentFile::exists() const
 
 std::optional<QByteArray> AgentFile::read() const
 {
-    QFile file(m_path);
-    // Anything but a plain file, a pipe say, may keep its reader waiting.
-    if (!QFileInfo(m_path).isFile() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+    return readPlainFile(m_path);
 }
 
 std::optional<JsonObject> AgentFile::readLeniently() const
 {
     const auto bytes = read();
-    const auto node = bytes ? readJson(*bytes) : std::nullopt;
-    return node && node->object() ? std::optional(*node->object()) : std::nullopt;
+    return bytes ? objectIn(*bytes) : std::nullopt;
 }
 
-JsonObject AgentFile::strictReadJSONObject(QByteArray &bytes) const
+AgentFile::Contents AgentFile::contents() const
 {
-    bytes.clear();
     if (!exists())
         return {};
-    const auto present = read();
-    if (!present)
+    const auto bytes = read();
+    if (!bytes)
         throw HookError(m_label + u" cannot be read — Tirlo has not touched it."_s);
-    const auto node = readJson(*present);
-    if (!node || !node->object())
-        throw HookError(m_label + u" is not valid JSON — Tirlo has not touched it."_s);
-    bytes = *present;
-    return *node->object();
+    return {*bytes, objectIn(*bytes)};
 }
 
-void AgentFile::backUp(const QString &stamp) const
+AgentFile::Contents AgentFile::strictReadJSONObject() const
 {
-    const QFileInfo present(m_path);
-    const QString name = present.fileName() + u".bak-"_s + stamp;
-    const QString path = present.dir().filePath(name);
-    const auto bytes = read();
+    Contents found = contents();
+    if (!found.object && exists())
+        throw HookError(m_label + u" is not valid JSON — Tirlo has not touched it."_s);
+    return found;
+}
+
+QString AgentFile::backUp(const QByteArray &bytes, const QString &stamp) const
+{
+    const QString path = m_path + u".bak-"_s + stamp;
     QString reason;
-    if (!bytes)
-        reason = u"the file cannot be read"_s;
-    else if (QFileInfo::exists(path))
-        reason = u"there is one already"_s;
+    if (!QFileInfo::exists(path))
+        reason = replaceFile(path, bytes, QFileInfo(m_path).permissions());
+    else if (readPlainFile(path) == bytes)
+        return {};
     else
-        reason = replaceFile(path, *bytes, present.permissions());
+        reason = u"there is one already"_s;
     if (!reason.isEmpty())
-        throw HookError(u"Could not back up "_s + name + u": "_s + reason);
+        throw HookError(u"Could not back up "_s + QFileInfo(path).fileName() + u": "_s + reason);
+    return path;
 }
 
 void AgentFile::write(const QByteArray &bytes) const
 {
-    QDir().mkpath(QFileInfo(m_path).path());
+    std::error_code fault;
+    std::filesystem::create_directories(QFile::encodeName(QFileInfo(m_path).path()).toStdString(),
+                                        fault);
+    if (fault)
+        throw HookError(m_label.section(u'/', 0, -2) + u": "_s
+                        + QString::fromStdString(fault.message()));
     if (const QString reason = replaceFile(m_path, bytes); !reason.isEmpty())
         throw HookError(reason);
 }

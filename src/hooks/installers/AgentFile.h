@@ -17,6 +17,15 @@ class Paths;
 class AgentFile
 {
 public:
+    /// What was found at one reading.
+    struct Contents
+    {
+        /// All bytes; "" when there is no file.
+        QByteArray bytes;
+        /// The JSON object that they are; none when they are anything else, or there is no file.
+        std::optional<JsonObject> object;
+    };
+
     /// The file at this path under the home directory of `paths`.
     AgentFile(const Paths &paths, const QString &path);
 
@@ -32,14 +41,17 @@ public:
     /// The JSON object in the file; none when there is no such thing, for whatever reason.
     [[nodiscard]] std::optional<JsonObject> readLeniently() const;
 
-    /// The JSON object in the file, and all bytes by the way: both empty when there is no file.
-    ///
-    /// Throws a HookError when there is one that can't be read or holds anything else.
-    [[nodiscard]] JsonObject strictReadJSONObject(QByteArray &bytes) const;
+    /// What the file holds; throws a HookError when there is one that can't be read.
+    [[nodiscard]] Contents contents() const;
 
-    /// Copies the file to "<its name>.bak-<stamp>" beside it; throws a HookError when it can't,
-    /// which includes that there is such a backup already.
-    void backUp(const QString &stamp) const;
+    /// What the file holds; throws a HookError when there is one that is not read as an object.
+    [[nodiscard]] Contents strictReadJSONObject() const;
+
+    /// Keeps these bytes, the file's, in "<its name>.bak-<stamp>" beside it.
+    ///
+    /// Returns the path of the backup, "" when there was just this one already. Throws a HookError
+    /// when it can't be made, which includes that other bytes stand there.
+    QString backUp(const QByteArray &bytes, const QString &stamp) const;
 
     /// Replaces the whole content at once, keeping the mode, and makes the folder if need be;
     /// throws a HookError, with the file as it was, when it can't.

@@ -13,8 +13,8 @@ const QString blockKey = u"tirlo"_s;
 } // namespace
 
 BlockHooks::BlockHooks(const Paths &paths, const MainQueue &clock)
-    : GuardedHooks(u"Antigravity"_s, AgentFile(paths, paths.antigravityHooksPath()),
-                   HookTables::antigravity(paths), clock)
+    : GuardedHooks(u"Antigravity"_s, paths, paths.antigravityHooksPath(), HookTables::antigravity,
+                   clock)
 {
 }
 

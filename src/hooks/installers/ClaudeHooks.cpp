@@ -10,84 +10,69 @@ using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
-namespace {
+using namespace HookEntries;
 
-const QString hooksKey = u"hooks"_s;
+namespace {
 
 /// Seconds that the user has for an answer; an older installation gave less.
 constexpr qint64 answerTimeout = 120;
 
-bool isOurs(const QString &command)
+bool isOurs(const JsonObject &entry)
 {
+    const QString command = commandOf(entry);
     return command.contains(u"Skerry"_s) || command.contains(u"tirlo"_s);
+}
+
+bool holdsOurs(const JsonObject &group)
+{
+    return groupHas(group, isOurs);
 }
 
 /// The groups without those that hold a hook of ours.
 QList<JsonObject> foreignGroups(QList<JsonObject> groups)
 {
-    groups.removeIf([](const JsonObject &group) { return HookEntries::groupHas(group, isOurs); });
+    groups.removeIf(holdsOurs);
     return groups;
 }
 
-/// The object under "hooks"; none when there is anything else.
-std::optional<JsonObject> hooksOf(const JsonObject &settings)
+bool givesUpEarly(const JsonObject &entry)
 {
-    const JsonNode *hooks = member(settings, hooksKey);
-    return hooks && hooks->object() ? std::optional(*hooks->object()) : std::nullopt;
-}
-
-bool givesUpEarly(const JsonNode &entry)
-{
-    const JsonObject *hook = entry.object();
-    if (!hook || !isOurs(textMember(*hook, u"command"_s)))
-        return false;
-    const JsonNode *timeout = member(*hook, u"timeout"_s);
-    return timeout && timeout->integer().value_or(answerTimeout) < answerTimeout;
+    const JsonNode *timeout = member(entry, u"timeout"_s);
+    return isOurs(entry) && timeout && timeout->integer().value_or(answerTimeout) < answerTimeout;
 }
 
 } // namespace
 
 ClaudeHooks::ClaudeHooks(const Paths &paths, const MainQueue &clock)
-    : HookInstaller(AgentFile(paths, paths.claudeSettingsPath()), HookTables::claude(paths),
-                    JsonSlashes::escaped, clock)
+    : HookInstaller(paths, paths.claudeSettingsPath(), HookTables::claude, JsonSlashes::escaped,
+                    clock)
 {
 }
 
-QByteArray ClaudeHooks::buildHooksData()
+HookChange ClaudeHooks::buildHooksData()
 {
-    JsonObject settings = file().readLeniently().value_or(JsonObject());
-    JsonObject hooks = hooksOf(settings).value_or(JsonObject());
+    cancel();
+    const AgentFile::Contents present = file().contents();
+    JsonObject settings = present.object.value_or(JsonObject());
+    const JsonObject *found = hooksOf(settings);
+    JsonObject hooks = found ? *found : JsonObject();
     for (const HookGroup &ours : groups()) {
-        const auto present = listOfObjects(hooks, ours.key).value_or(QList<JsonObject>());
-        hooks.insert(ours.key, arrayOf(foreignGroups(present) << ours.group));
+        const auto list = listOfObjects(hooks, ours.key).value_or(QList<JsonObject>());
+        hooks.insert(ours.key, arrayOf(foreignGroups(list) << ours.group));
     }
     settings.insert(hooksKey, {hooks});
-    m_pendingHooksData = serialised(settings);
-    return *m_pendingHooksData;
-}
-
-void ClaudeHooks::writeHooks()
-{
-    if (!m_pendingHooksData)
-        return;
-    try {
-        file().backUp(stamp(u"yyyyMMdd-HHmm"_s));
-    } catch (const HookError &) {
-        // The most common cause is that there is no file yet, and the next that there is a backup
-        // of this very minute.
-    }
-    file().write(*m_pendingHooksData);
-    m_pendingHooksData.reset();
+    return keepPending(present, settings);
 }
 
 void ClaudeHooks::uninstallHooks()
 {
     auto settings = file().readLeniently();
-    const auto hooks = settings ? hooksOf(*settings) : std::nullopt;
+    const JsonObject *hooks = settings ? hooksOf(*settings) : nullptr;
     if (!hooks)
         return;
     JsonObject foreign = *hooks;
-    HookEntries::changeLists(foreign, foreignGroups);
+    changeLists(foreign, foreignGroups);
+    // A file without our hooks is not laid out anew for nothing.
     if (foreign == *hooks)
         return;
     settings->insert(hooksKey, {foreign});
@@ -97,21 +82,33 @@ void ClaudeHooks::uninstallHooks()
 bool ClaudeHooks::hooksNeedUpdate() const
 {
     const auto settings = file().readLeniently();
-    const auto hooks = settings ? hooksOf(*settings) : std::nullopt;
-    if (!hooks)
-        return false;
-    const auto requests = listOfObjects(*hooks, u"PermissionRequest"_s);
+    const JsonObject *hooks = settings ? hooksOf(*settings) : nullptr;
+    const auto requests = hooks ? listOfObjects(*hooks, u"PermissionRequest"_s) : std::nullopt;
     return requests && std::ranges::any_of(*requests, [](const JsonObject &group) {
-               const JsonNode *entries = member(group, hooksKey);
-               return entries && entries->array()
-                   && std::ranges::any_of(*entries->array(), givesUpEarly);
+               return groupHas(group, givesUpEarly);
            });
 }
 
 bool ClaudeHooks::holdsHooks(const JsonObject &settings) const
 {
-    const auto hooks = hooksOf(settings);
-    return hooks && HookEntries::anyHas(*hooks, isOurs);
+    const JsonObject *hooks = hooksOf(settings);
+    return hooks && anyHas(*hooks, holdsOurs);
+}
+
+QString ClaudeHooks::backUp(const QByteArray &) const
+{
+    const QByteArray present = file().contents().bytes;
+    if (!file().exists())
+        return {};
+    // The name of this minute may be taken by what stood in the file before.
+    for (const QString &format : {u"yyyyMMdd-HHmm"_s, u"yyyyMMdd-HHmmss"_s}) {
+        try {
+            return file().backUp(present, stamp(format));
+        } catch (const HookError &) {
+            // This agent's file is written without a backup rather than not at all.
+        }
+    }
+    return {};
 }
 
 } // namespace tirlo

@@ -2,10 +2,6 @@
 
 #include "HookInstaller.h"
 
-#include <QByteArray>
-
-#include <optional>
-
 namespace tirlo {
 
 /// The installer for Claude Code, which replaces a broken settings file and keeps it as a backup.
@@ -14,17 +10,10 @@ class ClaudeHooks final : public HookInstaller
 public:
     ClaudeHooks(const Paths &paths, const MainQueue &clock);
 
-    /// The bytes of the file with our hooks, for review; writeHooks() is to write just these.
-    [[nodiscard]] QByteArray buildHooksData();
-
-    /// Writes what was built last, if it is still to be written; throws a HookError when it can't,
-    /// and may then be tried again.
+    /// The change that puts our hooks in; writeHooks() is to write just this.
     ///
-    /// Makes a backup first if it can.
-    void writeHooks();
-
-    /// Drops what was built.
-    void cancel() { m_pendingHooksData.reset(); }
+    /// Throws a HookError when there is a file that can't be read.
+    [[nodiscard]] HookChange buildHooksData();
 
     /// Takes our hooks out at once; throws a HookError when the file can't be written.
     void uninstallHooks();
@@ -34,9 +23,7 @@ public:
 
 protected:
     [[nodiscard]] bool holdsHooks(const JsonObject &settings) const override;
-
-private:
-    std::optional<QByteArray> m_pendingHooksData;
+    [[nodiscard]] QString backUp(const QByteArray &previewed) const override;
 };
 
 } // namespace tirlo

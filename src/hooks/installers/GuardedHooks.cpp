@@ -2,53 +2,37 @@
 
 #include "HookError.h"
 
-#include <QCryptographicHash>
-
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
-namespace {
-
-QByteArray fingerprintOf(const QByteArray &bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
-}
-
-} // namespace
-
-GuardedHooks::GuardedHooks(QString name, const AgentFile &file, std::vector<HookGroup> groups,
-                           const MainQueue &clock)
-    : HookInstaller(file, std::move(groups), JsonSlashes::plain, clock)
+GuardedHooks::GuardedHooks(QString name, const Paths &paths, const QString &path,
+                           const HookTable &table, const MainQueue &clock)
+    : HookInstaller(paths, path, table, JsonSlashes::plain, clock)
     , m_name(std::move(name))
 {
 }
 
-QString GuardedHooks::previewHooks(bool install)
+HookChange GuardedHooks::previewHooks(bool install)
 {
     // What can't be previewed leaves nothing of an earlier preview to confirm.
-    m_pending.reset();
+    cancel();
     if (!install && !file().exists())
         throw HookError(u"No %1 hooks to remove."_s.arg(m_name), HookError::Domain::tirloNoop);
-    QByteArray present;
-    const JsonObject settings = file().strictReadJSONObject(present);
-    const QByteArray data = serialised(install ? withHooks(settings) : withoutHooks(settings));
-    m_pending = Pending{data, fingerprintOf(present)};
-    return QString::fromUtf8(data);
+    const AgentFile::Contents present = file().strictReadJSONObject();
+    const JsonObject settings = present.object.value_or(JsonObject());
+    return keepPending(present, install ? withHooks(settings) : withoutHooks(settings));
 }
 
-void GuardedHooks::writeHooks()
+QString GuardedHooks::backUp(const QByteArray &previewed) const
 {
-    if (!m_pending)
-        return;
-    if (fingerprintOf(file().read().value_or(QByteArray())) != m_pending->fingerprint)
+    if (fingerprintOf(file().read().value_or(QByteArray())) != previewed)
         throw HookError(file().label() + u" changed since preview. Refresh and try again."_s);
-    if (file().exists())
-        file().backUp(stamp(u"yyyyMMdd-HHmmss"_s));
-    file().write(m_pending->data);
-    m_pending.reset();
+    if (!file().exists())
+        return {};
+    return file().backUp(file().contents().bytes, stamp(u"yyyyMMdd-HHmmss"_s));
 }
 
 } // namespace tirlo

@@ -2,34 +2,23 @@
 
 #include "HookInstaller.h"
 
-#include <QByteArray>
-#include <QString>
-
-#include <optional>
-
 namespace tirlo {
 
 /// An installer that never touches a file it doesn't understand, or one changed since the preview.
 class GuardedHooks : public HookInstaller
 {
 public:
-    /// What the file would hold with our hooks, or without; writeHooks() is to write just that.
+    /// The change that puts our hooks in, or takes them out; writeHooks() is to write just this.
     ///
     /// Throws a HookError when the file is not understood, or there is none to remove hooks from.
-    [[nodiscard]] QString previewHooks(bool install);
-
-    /// Writes what was previewed last, if it is still to be written, after making a backup.
-    ///
-    /// Throws a HookError, with the file as it is, when that fails or the file is not what it was.
-    void writeHooks();
-
-    /// Drops what was previewed.
-    void cancel() { m_pending.reset(); }
+    [[nodiscard]] HookChange previewHooks(bool install);
 
 protected:
     /// `name` is the agent's in messages.
-    GuardedHooks(QString name, const AgentFile &file, std::vector<HookGroup> groups,
+    GuardedHooks(QString name, const Paths &paths, const QString &path, const HookTable &table,
                  const MainQueue &clock);
+
+    [[nodiscard]] QString backUp(const QByteArray &previewed) const override;
 
     /// The settings with our hooks; throws a HookError when they are not understood.
     [[nodiscard]] virtual JsonObject withHooks(JsonObject settings) const = 0;
@@ -37,14 +26,7 @@ protected:
     [[nodiscard]] virtual JsonObject withoutHooks(JsonObject settings) const = 0;
 
 private:
-    struct Pending
-    {
-        QByteArray data;
-        QByteArray fingerprint;
-    };
-
     const QString m_name;
-    std::optional<Pending> m_pending;
 };
 
 } // namespace tirlo

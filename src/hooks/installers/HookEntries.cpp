@@ -8,33 +8,40 @@ namespace tirlo::HookEntries {
 
 namespace {
 
-const QString commandKey = u"command"_s;
-const QString hooksKey = u"hooks"_s;
-
 bool runsQvHook(const JsonObject &entry)
 {
-    return textMember(entry, commandKey).contains(u"qv-hook"_s);
+    return commandOf(entry).contains(u"qv-hook"_s);
+}
+
+bool anyObject(const JsonNode *list, const Test &test)
+{
+    return list && list->array() && std::ranges::any_of(*list->array(), [&](const JsonNode &node) {
+               return node.object() && test(*node.object());
+           });
 }
 
 } // namespace
 
-bool groupHas(const JsonObject &group, const CommandTest &test)
+const JsonObject *hooksOf(const JsonObject &settings)
 {
-    const JsonNode *hooks = member(group, hooksKey);
-    if (!hooks || !hooks->array())
-        return false;
-    return std::ranges::any_of(*hooks->array(), [&](const JsonNode &entry) {
-        return entry.object() && test(textMember(*entry.object(), commandKey));
-    });
+    const JsonNode *hooks = member(settings, hooksKey);
+    return hooks ? hooks->object() : nullptr;
 }
 
-bool anyHas(const JsonObject &hooks, const CommandTest &test)
+QString commandOf(const JsonObject &entry)
 {
-    return std::ranges::any_of(hooks, [&](const JsonNode &list) {
-        return list.array() && std::ranges::any_of(*list.array(), [&](const JsonNode &group) {
-                   return group.object() && groupHas(*group.object(), test);
-               });
-    });
+    return textMember(entry, u"command"_s);
+}
+
+bool groupHas(const JsonObject &group, const Test &entryTest)
+{
+    return anyObject(member(group, hooksKey), entryTest);
+}
+
+bool anyHas(const JsonObject &hooks, const Test &groupTest)
+{
+    return std::ranges::any_of(hooks,
+                               [&](const JsonNode &list) { return anyObject(&list, groupTest); });
 }
 
 void changeLists(JsonObject &hooks,

@@ -2,19 +2,30 @@
 
 #include "JsonNode.h"
 
+#include <QString>
+
 #include <functional>
 
 /// Finding and removing our entries in the lists of hooks of an agent's settings.
 namespace tirlo::HookEntries {
 
-/// Decides on the command line of an entry.
-using CommandTest = std::function<bool(const QString &command)>;
+/// Where the settings keep the lists by event, and a group in such a list its entries.
+inline const QString hooksKey = QStringLiteral("hooks");
 
-/// True when a hook of the group has such a command.
-[[nodiscard]] bool groupHas(const JsonObject &group, const CommandTest &test);
+/// Decides on an entry, or on a group of them.
+using Test = std::function<bool(const JsonObject &entry)>;
 
-/// True when some hook under any event has such a command.
-[[nodiscard]] bool anyHas(const JsonObject &hooks, const CommandTest &test);
+/// The object under "hooks"; null when there is anything else.
+[[nodiscard]] const JsonObject *hooksOf(const JsonObject &settings);
+
+/// The entry's command line; "" when it has none.
+[[nodiscard]] QString commandOf(const JsonObject &entry);
+
+/// True when an entry of the group is such a one.
+[[nodiscard]] bool groupHas(const JsonObject &group, const Test &entryTest);
+
+/// True when something in the list of any event is such a one.
+[[nodiscard]] bool anyHas(const JsonObject &hooks, const Test &groupTest);
 
 /// Changes every list of groups, whatever its event; a list that is empty then goes.
 void changeLists(JsonObject &hooks,

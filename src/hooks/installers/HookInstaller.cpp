@@ -1,17 +1,20 @@
 #include "HookInstaller.h"
 
+#include "HookError.h"
+#include "core/Paths.h"
 #include "platform/MainQueue.h"
 
+#include <QCryptographicHash>
+#include <QFile>
 #include <QLocale>
-
-#include <utility>
 
 namespace tirlo {
 
-HookInstaller::HookInstaller(const AgentFile &file, std::vector<HookGroup> groups,
+HookInstaller::HookInstaller(const Paths &paths, const QString &path, const HookTable &table,
                              JsonSlashes slashes, const MainQueue &clock)
-    : m_file(file)
-    , m_groups(std::move(groups))
+    : m_file(paths, path)
+    , m_table(table)
+    , m_scriptPath(paths.hookScriptPath())
     , m_slashes(slashes)
     , m_clock(clock)
 {
@@ -23,17 +26,40 @@ bool HookInstaller::hooksInstalled() const
     return settings && holdsHooks(*settings);
 }
 
-QString HookInstaller::presentText() const
+void HookInstaller::writeHooks()
 {
-    if (const auto settings = m_file.readLeniently())
-        return QString::fromUtf8(serialised(*settings));
-    return QString::fromUtf8(m_file.read().value_or(QByteArray()));
+    if (!m_pending)
+        return;
+    const QString backup = backUp(m_pending->fingerprint);
+    try {
+        m_file.write(m_pending->data);
+    } catch (const HookError &) {
+        // The file is still what the backup holds.
+        if (!backup.isEmpty())
+            QFile::remove(backup);
+        throw;
+    }
+    m_pending.reset();
 }
 
-bool HookInstaller::laysOutAnew() const
+HookChange HookInstaller::keepPending(const AgentFile::Contents &present,
+                                      const JsonObject &settings)
 {
-    const auto settings = m_file.readLeniently();
-    return settings && m_file.read().value_or(QByteArray()).trimmed() != serialised(*settings);
+    const QByteArray data = serialised(settings);
+    m_pending = Pending{data, fingerprintOf(present.bytes)};
+    const QByteArray relaid = present.object ? serialised(*present.object) : present.bytes;
+    return {QString::fromUtf8(data), QString::fromUtf8(relaid),
+            present.object && present.bytes.trimmed() != relaid};
+}
+
+std::vector<HookGroup> HookInstaller::groups() const
+{
+    return HookTables::groupsOf(m_table, m_scriptPath);
+}
+
+QByteArray HookInstaller::fingerprintOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }
 
 QByteArray HookInstaller::serialised(const JsonObject &settings) const

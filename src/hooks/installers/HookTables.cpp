@@ -1,128 +1,105 @@
 #include "HookTables.h"
 
-#include "core/Paths.h"
-
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
 namespace {
 
-struct Entry
-{
-    QString command;
-    /// In the agent's own unit.
-    int timeout;
-    QString matcher = {};
-    QString statusMessage = {};
+/// Seconds for an agent that waits for the user, who may take a while.
+constexpr int answerTimeout = 120;
+
+constexpr HookRow claudeRows[]{
+    {"SessionStart", 10},
+    {"SessionEnd", 10},
+    {"UserPromptSubmit", 10},
+    {"PreToolUse", 10},
+    {"PostToolUse", 10},
+    {"PostToolUseFailure", 10},
+    {"PermissionRequest", answerTimeout},
+    {"Notification", 10},
+    {"Stop", 10},
+    {"StopFailure", 10},
+    {"SubagentStart", 10},
+    {"SubagentStop", 10},
 };
 
-HookGroup hookGroup(const char *key, const Entry &entry)
-{
-    JsonObject hook{{u"type"_s, {u"command"_s}},
-                    {u"command"_s, {entry.command}},
-                    {u"timeout"_s, {JsonNumber{QString::number(entry.timeout)}}}};
-    if (!entry.statusMessage.isEmpty())
-        hook.insert(u"statusMessage"_s, {entry.statusMessage});
-    JsonObject group{{u"hooks"_s, arrayOf({hook})}};
-    if (!entry.matcher.isEmpty())
-        group.insert(u"matcher"_s, {entry.matcher});
-    return {QString::fromLatin1(key), group};
-}
+/// In milliseconds.
+constexpr HookRow geminiRows[]{
+    {"SessionStart", 10000, "SessionStart", "*"},   {"SessionEnd", 10000, "SessionEnd", "*"},
+    {"BeforeTool", 5000, "PreToolUse", "*"},        {"AfterTool", 5000, "PostToolUse", "*"},
+    {"BeforeAgent", 5000, "UserPromptSubmit", "*"}, {"AfterAgent", 5000, "Stop", "*"},
+};
+
+constexpr HookRow antigravityRows[]{
+    {"PreToolUse", 10, "PreToolUse", "*"},
+    {"PostToolUse", 10, "PostToolUse", "*"},
+    {"PreInvocation", 10, "PreInvocation"},
+    {"PostInvocation", 10, "PostInvocation"},
+    {"Stop", 10, "Stop"},
+};
+
+constexpr HookRow codexRows[]{
+    {"SessionStart", 10},
+    {"UserPromptSubmit", 10},
+    {"PreToolUse", 10},
+    {"PermissionRequest", answerTimeout, "", "", "Waiting for your answer in the notch (Tirlo)"},
+    {"PostToolUse", 10},
+    {"Stop", 10},
+    {"SubagentStart", 10},
+    {"SubagentStop", 10},
+    {"Interrupt", 3},
+    {"SessionEnd", 3},
+};
 
 /// The script's path as one word of a shell's command line, whatever the home is called.
-QString quotedScript(const Paths &paths)
+QString quoted(const QString &scriptPath)
 {
-    QString quoted;
-    for (const QChar character : paths.hookScriptPath()) {
+    QString word;
+    for (const QChar character : scriptPath) {
         if (u"\"\\$`"_s.contains(character))
-            quoted += u'\\';
-        quoted += character;
+            word += u'\\';
+        word += character;
     }
-    return u'"' + quoted + u'"';
+    return u'"' + word + u'"';
 }
 
-/// The command line for one agent, which the script is told the name of.
-QString taggedCommand(const Paths &paths, const QString &agent)
+QString commandOf(const HookTable &table, const HookRow &row, const QString &scriptPath)
 {
-    return u"/bin/sh "_s + quotedScript(paths) + u" --agent "_s + agent;
+    const QString tag = QString::fromLatin1(table.tag);
+    if (tag.isEmpty())
+        return quoted(scriptPath);
+    const QString command = u"/bin/sh "_s + quoted(scriptPath) + u" --agent "_s + tag;
+    const QString argument = QString::fromLatin1(row.argument);
+    return argument.isEmpty() ? command : command + u' ' + argument;
+}
+
+/// Adds the member, unless it has no text.
+void insertText(JsonObject &object, const QString &key, const char *text)
+{
+    if (*text)
+        object.insert(key, {QString::fromLatin1(text)});
 }
 
 } // namespace
 
-std::vector<HookGroup> HookTables::claude(const Paths &paths)
-{
-    std::vector<HookGroup> groups;
-    const auto add = [&](const char *event, int timeout = 10) {
-        groups.push_back(hookGroup(event, {.command = quotedScript(paths), .timeout = timeout}));
-    };
-    for (const char *event : {"SessionStart", "SessionEnd", "UserPromptSubmit", "PreToolUse",
-                              "PostToolUse", "PostToolUseFailure"})
-        add(event);
-    // The user may take a while to answer.
-    add("PermissionRequest", 120);
-    for (const char *event :
-         {"Notification", "Stop", "StopFailure", "SubagentStart", "SubagentStop"})
-        add(event);
-    return groups;
-}
+constinit const HookTable HookTables::claude{"", claudeRows};
+constinit const HookTable HookTables::gemini{"gemini", geminiRows};
+constinit const HookTable HookTables::antigravity{"antigravity", antigravityRows};
+constinit const HookTable HookTables::codex{"codex", codexRows};
 
-std::vector<HookGroup> HookTables::gemini(const Paths &paths)
-{
-    struct Row
-    {
-        const char *key;
-        const char *canonicalName;
-        int milliseconds;
-    };
-    static constexpr Row rows[]{
-        {"SessionStart", "SessionStart", 10000},   {"SessionEnd", "SessionEnd", 10000},
-        {"BeforeTool", "PreToolUse", 5000},        {"AfterTool", "PostToolUse", 5000},
-        {"BeforeAgent", "UserPromptSubmit", 5000}, {"AfterAgent", "Stop", 5000},
-    };
-    std::vector<HookGroup> groups;
-    for (const Row &row : rows)
-        groups.push_back(hookGroup(row.key,
-                                   {.command = taggedCommand(paths, u"gemini"_s) + u' '
-                                        + QString::fromLatin1(row.canonicalName),
-                                    .timeout = row.milliseconds,
-                                    .matcher = u"*"_s}));
-    return groups;
-}
-
-std::vector<HookGroup> HookTables::antigravity(const Paths &paths)
+std::vector<HookGroup> HookTables::groupsOf(const HookTable &table, const QString &scriptPath)
 {
     std::vector<HookGroup> groups;
-    const auto add = [&](const char *key, const QString &matcher = {}) {
-        groups.push_back(hookGroup(
-            key,
-            {.command = taggedCommand(paths, u"antigravity"_s) + u' ' + QString::fromLatin1(key),
-             .timeout = 10,
-             .matcher = matcher}));
-    };
-    add("PreToolUse", u"*"_s);
-    add("PostToolUse", u"*"_s);
-    for (const char *key : {"PreInvocation", "PostInvocation", "Stop"})
-        add(key);
-    return groups;
-}
-
-std::vector<HookGroup> HookTables::codex(const Paths &paths)
-{
-    std::vector<HookGroup> groups;
-    const auto add = [&](const char *key, int timeout, const QString &statusMessage = {}) {
-        groups.push_back(hookGroup(key,
-                                   {.command = taggedCommand(paths, u"codex"_s),
-                                    .timeout = timeout,
-                                    .statusMessage = statusMessage}));
-    };
-    for (const char *key : {"SessionStart", "UserPromptSubmit", "PreToolUse"})
-        add(key, 10);
-    add("PermissionRequest", 120, u"Waiting for your answer in the notch (Tirlo)"_s);
-    for (const char *key : {"PostToolUse", "Stop", "SubagentStart", "SubagentStop"})
-        add(key, 10);
-    add("Interrupt", 3);
-    add("SessionEnd", 3);
+    for (const HookRow &row : table.rows) {
+        JsonObject hook{{u"type"_s, {u"command"_s}},
+                        {u"command"_s, {commandOf(table, row, scriptPath)}},
+                        {u"timeout"_s, {JsonNumber{QString::number(row.timeout)}}}};
+        insertText(hook, u"statusMessage"_s, row.statusMessage);
+        JsonObject group{{u"hooks"_s, arrayOf({hook})}};
+        insertText(group, u"matcher"_s, row.matcher);
+        groups.push_back({QString::fromLatin1(row.key), group});
+    }
     return groups;
 }
 

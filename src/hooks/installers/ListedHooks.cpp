@@ -4,35 +4,20 @@
 #include "HookError.h"
 #include "core/Paths.h"
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
-namespace {
-
-const QString hooksKey = u"hooks"_s;
-
-} // namespace
+using HookEntries::hooksKey;
 
 ListedHooks ListedHooks::gemini(const Paths &paths, const MainQueue &clock)
 {
-    return {u"Gemini CLI"_s, u"gemini"_s, AgentFile(paths, paths.geminiSettingsPath()),
-            HookTables::gemini(paths), clock};
+    return {u"Gemini CLI"_s, paths, paths.geminiSettingsPath(), HookTables::gemini, clock};
 }
 
 ListedHooks ListedHooks::codex(const Paths &paths, const MainQueue &clock)
 {
-    return {u"Codex"_s, u"codex"_s, AgentFile(paths, paths.codexHooksPath()),
-            HookTables::codex(paths), clock};
-}
-
-ListedHooks::ListedHooks(const QString &name, QString tag, const AgentFile &file,
-                         std::vector<HookGroup> groups, const MainQueue &clock)
-    : GuardedHooks(name, file, std::move(groups), clock)
-    , m_tag(std::move(tag))
-{
+    return {u"Codex"_s, paths, paths.codexHooksPath(), HookTables::codex, clock};
 }
 
 JsonObject ListedHooks::withHooks(JsonObject settings) const
@@ -63,21 +48,24 @@ JsonObject ListedHooks::withoutHooks(JsonObject settings) const
 
 bool ListedHooks::holdsHooks(const JsonObject &settings) const
 {
-    const JsonNode *hooks = member(settings, hooksKey);
-    return hooks && hooks->object()
-        && HookEntries::anyHas(*hooks->object(), [this](const QString &command) {
-               return command.contains(u"qv-hook"_s) && command.contains(u"--agent "_s + m_tag);
+    const QString tag = u"--agent "_s + QString::fromLatin1(table().tag);
+    const auto isOurs = [&](const JsonObject &entry) {
+        const QString command = HookEntries::commandOf(entry);
+        return command.contains(u"qv-hook"_s) && command.contains(tag);
+    };
+    const JsonObject *hooks = HookEntries::hooksOf(settings);
+    // An entry may also stand in the list by itself, without a group around it.
+    return hooks && HookEntries::anyHas(*hooks, [&](const JsonObject &group) {
+               return isOurs(group) || HookEntries::groupHas(group, isOurs);
            });
 }
 
 JsonObject ListedHooks::hooksOf(const JsonObject &settings) const
 {
-    const JsonNode *hooks = member(settings, hooksKey);
-    if (!hooks)
-        return {};
-    if (!hooks->object())
+    const JsonObject *hooks = HookEntries::hooksOf(settings);
+    if (!hooks && settings.contains(hooksKey))
         throwUnexpectedType(u"\"hooks\""_s);
-    return *hooks->object();
+    return hooks ? *hooks : JsonObject();
 }
 
 void ListedHooks::throwUnexpectedType(const QString &member) const

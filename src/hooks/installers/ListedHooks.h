@@ -17,15 +17,11 @@ protected:
     [[nodiscard]] bool holdsHooks(const JsonObject &settings) const override;
 
 private:
-    /// `tag` is what the agent's commands pass to the hook script as --agent.
-    ListedHooks(const QString &name, QString tag, const AgentFile &file,
-                std::vector<HookGroup> groups, const MainQueue &clock);
+    using GuardedHooks::GuardedHooks;
 
     /// The object under "hooks", empty if there is none; throws a HookError if it is no object.
     [[nodiscard]] JsonObject hooksOf(const JsonObject &settings) const;
     [[noreturn]] void throwUnexpectedType(const QString &member) const;
-
-    const QString m_tag;
 };
 
 } // namespace tirlo
