@@ -80,6 +80,12 @@ void Requests::makeOne()
     }
 }
 
+void Requests::allowOne()
+{
+    const Run run = ask(m_random() % askers.size());
+    answer(*run, "Allow", R"("behavior":"allow")");
+}
+
 void Requests::letOneRunOut()
 {
     const Run run = ask(0);

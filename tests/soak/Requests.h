@@ -23,6 +23,9 @@ public:
     /// Makes one request and sees it to its end.
     void makeOne();
 
+    /// Makes one request and clicks on its "Allow".
+    void allowOne();
+
     /// Leaves one request without an answer until the program gives up on it.
     void letOneRunOut();
 

@@ -2,7 +2,8 @@
 // killed, a wandering pointer, a setting that is switched. Fails when something grows or an agent
 // does not get its due.
 //
-//   tools/stage build/release/tests/soak/soak [MINUTES [SEED]]      30 minutes by default
+//   tools/stage build/release/tests/soak/soak [MINUTES [SEED]]          30 minutes by default
+//   tools/stage build/release/tests/soak/soak --approvals [COUNT]       1,000 in a row by default
 
 #include "EventLoad.h"
 #include "Requests.h"
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 using namespace tirlo::e2e;
 using namespace tirlo::soak;
@@ -107,21 +109,48 @@ bool isWhole(const QString &path)
     return file.open(QIODevice::ReadOnly) && QJsonDocument::fromJson(file.readAll()).isObject();
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+void printEvents(const std::vector<double> &replies, double seconds)
 {
-    QGuiApplication application(argc, argv);
-    const int minutes = argc > 1 ? std::clamp(std::atoi(argv[1]), 1, 240) : 30;
-    const unsigned seed = argc > 2 ? unsigned(std::strtoul(argv[2], nullptr, 10)) : 1;
-    if (!isVirtualDesktop()) {
-        std::fputs("This moves the pointer: run it through tools/stage.\n", stderr);
-        return 1;
-    }
-    Program program(TIRLO_PROGRAM);
-    if (!program.isReady())
-        return 1;
+    std::printf("\n%zu events, %.0f a second; replies: median %.2f ms, 99.9 %% %.2f ms, last "
+                "%.2f ms.\n",
+                replies.size(), double(replies.size()) / seconds, median(replies) * 1000,
+                percentile(replies, 0.999) * 1000, percentile(replies, 1) * 1000);
+}
 
+void printRequests(const Requests &requests)
+{
+    const std::vector<double> &answers = requests.answerSeconds();
+    if (!answers.empty())
+        std::printf("Relays ended %.0f ms (median), %.0f ms (last) after the click; %d clicks "
+                    "missed.\n",
+                    median(answers) * 1000, percentile(answers, 1) * 1000,
+                    requests.clicksThatMissed());
+    for (const auto &[end, count] : requests.ends())
+        std::printf("Requests %s: %d\n", end.c_str(), count);
+    for (const std::string &fault : requests.faults())
+        std::printf("FAULT: %s\n", fault.c_str());
+}
+
+/// Prints what every run ends with; false when the program did not stand it.
+bool finish(Program &program, const std::vector<Sample> &samples, const Requests &requests)
+{
+    const bool survived = program.isRunning();
+    const bool endedInOrder = survived && program.stop();
+    printSamples(samples);
+    printRequests(requests);
+    bool good = areFlat(samples);
+    good &= verdict("every request came to its end", requests.faults().empty());
+    good &= verdict("the program ran to the end and ended in order", endedInOrder);
+    return good;
+}
+
+double minutesOf(const QElapsedTimer &clock)
+{
+    return double(clock.elapsed()) / 1000 / secondsPerMinute;
+}
+
+bool runMixedLoad(Program &program, int minutes, unsigned seed)
+{
     const QString support = program.home() + "/Library/Application Support/Skerry";
     EventLoad load(support + "/qv.sock", seed);
     Requests requests(program, support + "/qv.sock", seed + 1);
@@ -129,21 +158,19 @@ int main(int argc, char *argv[])
     std::mt19937 random(seed + 3);
 
     // A short run has its samples closer together, so that its thirds have some too.
-    const int sampleSeconds = std::max(5, std::min(secondsPerMinute, minutes * 2));
+    const double sampleMinutes = std::min(1.0, minutes / 30.0);
     // Two minutes without any other request, which would supersede it.
-    const int runOutAt = minutes * secondsPerMinute / 2;
     bool ranOut = minutes < 6;
     std::vector<Sample> samples;
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < qint64(minutes) * secondsPerMinute * 1000 && program.isRunning()) {
-        const double seconds = double(clock.elapsed()) / 1000;
-        if (seconds >= double(samples.size() * std::size_t(sampleSeconds))) {
-            samples.push_back(takeSample(program, seconds / secondsPerMinute));
-            std::fprintf(stderr, "%.1f min, %zu faults\n", samples.back().minute,
-                         requests.faults().size());
+    while (minutesOf(clock) < minutes && program.isRunning()) {
+        const double now = minutesOf(clock);
+        if (now >= double(samples.size()) * sampleMinutes) {
+            samples.push_back(takeSample(program, now));
+            std::fprintf(stderr, "%.1f min, %zu faults\n", now, requests.faults().size());
         }
-        if (!ranOut && seconds > runOutAt) {
+        if (!ranOut && now > minutes / 2.0) {
             ranOut = true;
             requests.letOneRunOut();
         }
@@ -152,35 +179,53 @@ int main(int argc, char *argv[])
         killARelay(program, random);
     }
     load.stop();
-    const double ran = double(clock.elapsed()) / 1000;
+    const double seconds = minutesOf(clock) * secondsPerMinute;
     // The relays that are gone and the notes that show have a moment to go.
     waitUntil([] { return false; }, 8000);
-    samples.push_back(takeSample(program, double(clock.elapsed()) / 1000 / secondsPerMinute));
-    const bool survives = program.isRunning();
-    const bool endsInOrder = survives && program.stop();
+    samples.push_back(takeSample(program, minutesOf(clock)));
 
-    printSamples(samples);
-    const std::vector<double> &replies = load.replySeconds();
-    const std::vector<double> &answers = requests.answerSeconds();
-    std::printf("\nSeed %u. %zu events, %.0f a second; replies: median %.2f ms, 99.9 %% %.2f ms, "
-                "last %.2f ms.\n",
-                seed, replies.size(), double(replies.size()) / ran, median(replies) * 1000,
-                percentile(replies, 0.999) * 1000, percentile(replies, 1) * 1000);
-    if (!answers.empty())
-        std::printf("Relays ended %.0f ms (median), %.0f ms (last) after the click; %d clicks "
-                    "missed; the sound was switched %d times.\n",
-                    median(answers) * 1000, percentile(answers, 1) * 1000,
-                    requests.clicksThatMissed(), user.switches());
-    for (const auto &[end, count] : requests.ends())
-        std::printf("Requests %s: %d\n", end.c_str(), count);
-    for (const std::string &fault : requests.faults())
-        std::printf("FAULT: %s\n", fault.c_str());
-
-    bool good = areFlat(samples);
+    bool good = finish(program, samples, requests);
+    printEvents(load.replySeconds(), seconds);
+    std::printf("Seed %u; the sound was switched %d times.\n", seed, user.switches());
     good &= verdict("every event got its reply", load.unanswered() == 0);
-    good &= verdict("999 of 1000 replies within 0.3 s", percentile(replies, 0.999) <= 0.3);
-    good &= verdict("every request came to its end", requests.faults().empty());
+    good &= verdict("999 of 1000 replies within 0.3 s",
+                    percentile(load.replySeconds(), 0.999) <= 0.3);
     good &= verdict("the settings are whole", isWhole(support + "/settings.json"));
-    good &= verdict("the program ran to the end and ended in order", endsInOrder);
-    return good ? 0 : 1;
+    return good;
+}
+
+bool runApprovals(Program &program, int count)
+{
+    Requests requests(program, {}, 1);
+    std::vector<Sample> samples;
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < count && program.isRunning(); ++i) {
+        requests.allowOne();
+        if (i % std::max(1, count / 30) == 0)
+            samples.push_back(takeSample(program, minutesOf(clock)));
+    }
+    return finish(program, samples, requests);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication application(argc, argv);
+    if (!isVirtualDesktop()) {
+        std::fputs("This moves the pointer: run it through tools/stage.\n", stderr);
+        return 1;
+    }
+    const auto number = [&](int index, unsigned otherwise) {
+        return argc > index ? unsigned(std::strtoul(argv[index], nullptr, 10)) : otherwise;
+    };
+    Program program(TIRLO_PROGRAM);
+    if (!program.isReady())
+        return 1;
+
+    if (argc > 1 && std::strcmp(argv[1], "--approvals") == 0)
+        return runApprovals(program, int(std::min(number(2, 1000), 100000U))) ? 0 : 1;
+    const int minutes = int(std::clamp(number(1, 30), 1U, 240U));
+    return runMixedLoad(program, minutes, number(2, 1)) ? 0 : 1;
 }
