@@ -79,9 +79,9 @@ void printSamples(const std::vector<Sample> &samples)
 
 bool areFlat(const std::vector<Sample> &samples)
 {
+    // Proportional memory is only printed: it moves with whatever else runs and shares pages.
     const Column columns[] = {
         {"RSS", [](const Sample &s) { return s.usage.residentMemory; }, 1.02, 1},
-        {"PSS", [](const Sample &s) { return s.usage.proportionalMemory; }, 1.02, 1},
         {"descriptors", [](const Sample &s) { return s.descriptors; }, 1, 1},
         {"threads", [](const Sample &s) { return s.threads; }, 1, 1},
         // A log starts anew at 1 MiB, so its size at one moment says little; its bound is kept.
