@@ -134,9 +134,14 @@ bool Requests::click(const char *button)
             rest(120);
         return same;
     });
-    if (rests)
-        clickAt(last->x + last->width / 2, last->y + last->height / 2);
-    return rests;
+    if (!rests)
+        return false;
+    const int x = last->x + last->width / 2;
+    const int y = last->y + last->height / 2;
+    // From elsewhere: the tool waits for the pointer to move, in vain where it is there already.
+    movePointer(x, y + 60);
+    clickAt(x, y);
+    return true;
 }
 
 bool Requests::waitForCard() const
