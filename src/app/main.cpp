@@ -5,6 +5,21 @@
 #include <QApplication>
 
 #include <csignal>
+#include <cstdlib>
+
+namespace {
+
+bool isRunning = false;
+
+/// Qt calls exit() from within the event loop when the X server is gone. Sounds and sockets are still
+/// at work on threads of their own then, and must not see the statics go that exit() takes down.
+void leaveAtOnce()
+{
+    if (isRunning)
+        std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -36,7 +51,11 @@ int main(int argc, char *argv[])
     if (!delegate.applicationDidFinishLaunching())
         return 1;
     processSignals.onCalled = [&delegate] { delegate.openIsland(); };
+    // What is registered last is called first.
+    std::atexit(leaveAtOnce);
+    isRunning = true;
     const int status = QApplication::exec();
+    isRunning = false;
     processSignals.onCalled = nullptr;
     return status;
 }

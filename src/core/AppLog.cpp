@@ -1,10 +1,10 @@
 #include "AppLog.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/MainQueue.h"
 #include "platform/PrivateFolder.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,16 +19,6 @@ namespace {
 constexpr qint64 restartSize = 0x100000;
 constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-void writeAnew(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(ownerOnly);
-    file.write(bytes);
-    file.commit();
-}
-
 /// Appends to a plain file; a link in its place is not followed, so that it can't lead elsewhere.
 void appendTo(const QByteArray &path, const QByteArray &bytes)
 {
@@ -37,7 +27,10 @@ void appendTo(const QByteArray &path, const QByteArray &bytes)
         return;
     QFile file;
     if (file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
-        file.write(bytes);
+        // What a full disk cut short would run into the next line.
+        const qint64 before = file.size();
+        if (file.write(bytes) != bytes.size())
+            file.resize(before);
         file.setPermissions(ownerOnly);
     }
 }
@@ -63,13 +56,13 @@ void AppLog::appendAppLog(const QString &file, const QString &line,
     const QByteArray nativePath = QFile::encodeName(path);
     struct stat present = {};
     if (lstat(nativePath.constData(), &present) != 0) {
-        writeAnew(path, record);
+        static_cast<void>(replaceFile(path, record, ownerOnly));
         return;
     }
     // A file with a second name may be somebody else's.
     if (present.st_size >= restartSize || present.st_nlink > 1) {
         QFile::remove(path);
-        writeAnew(path, record);
+        static_cast<void>(replaceFile(path, record, ownerOnly));
         return;
     }
     appendTo(nativePath, record);

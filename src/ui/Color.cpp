@@ -32,7 +32,7 @@ QColor mixed(const QColor &from, const QColor &to, double share)
 QColor withOpacity(const QColor &color, double opacity)
 {
     QColor faded = color;
-    faded.setAlphaF(float(opacity));
+    faded.setAlphaF(float(std::clamp(opacity, 0.0, 1.0)));
     return faded;
 }
 

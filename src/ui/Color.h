@@ -14,7 +14,7 @@ namespace tirlo {
 /// The colour that share of the way, 0 to 1, from one to the other.
 [[nodiscard]] QColor mixed(const QColor &from, const QColor &to, double share);
 
-/// The colour at an opacity of 0 to 1.
+/// The colour at an opacity of 0 to 1; one beyond, where a spring swings too far, is the nearest.
 [[nodiscard]] QColor withOpacity(const QColor &color, double opacity);
 
 } // namespace tirlo

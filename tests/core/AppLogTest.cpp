@@ -1,5 +1,6 @@
 #include "core/AppLog.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/ManualQueue.h"
 
 #include <QDir>
@@ -74,6 +75,20 @@ TEST_F(AppLogTest, WhatCannotBeWrittenIsGivenUpSilently)
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     log.appendAppLog("qv.log", "line", format);
     EXPECT_FALSE(QFile::exists(path));
+
+    blocker.remove();
+    {
+        const FileSizeLimit fullDisk(10);
+        log.appendAppLog("qv.log", "new", format);
+    }
+    EXPECT_FALSE(QFile::exists(path)) << "the full disk took a part";
+    log.appendAppLog("qv.log", "first", format);
+    {
+        const FileSizeLimit fullDisk(content().size() + 10);
+        log.appendAppLog("qv.log", "second", format);
+    }
+    log.appendAppLog("qv.log", "third", format);
+    EXPECT_EQ(content(), "2026-03-14 09:26:53 first\n2026-03-14 09:26:53 third\n");
 }
 
 TEST_F(AppLogTest, ALinkInTheLogsPlaceIsNotFollowed)

@@ -20,6 +20,8 @@ public:
     /// Starts the program again in the same home; false when its socket does not answer.
     [[nodiscard]] bool restart();
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+    /// Whether its last run was ended by a signal.
+    [[nodiscard]] bool hasCrashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     [[nodiscard]] QString home() const { return m_home.path(); }
     /// The wrapper script that the program has written for the agents.

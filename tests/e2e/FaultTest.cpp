@@ -1,0 +1,193 @@
+#include "hooks/Peer.h"
+#include "kit/Agent.h"
+#include "kit/Desktop.h"
+#include "kit/Program.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QThread>
+
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace tirlo::e2e;
+using tirlo::Peer;
+
+namespace {
+
+const QByteArray event = R"({"hook_event_name":"PreToolUse","term_program":"vscode"})"
+                         "\n";
+const QByteArray ok = "{\"ok\":true}\n";
+
+QString socketOf(const Program &program)
+{
+    return program.hookScript().section('/', 0, -2) + "/qv.sock";
+}
+
+/// Holds the main thread of a process, and that alone, until this object goes.
+class HeldMainThread
+{
+public:
+    explicit HeldMainThread(qint64 processId)
+        : m_id(pid_t(processId))
+    {
+        // At rest it has no lock that the other threads need.
+        while (!isAtRest())
+            QThread::usleep(100);
+        m_isHeld = ptrace(PTRACE_SEIZE, m_id, nullptr, nullptr) == 0
+            && ptrace(PTRACE_INTERRUPT, m_id, nullptr, nullptr) == 0
+            && waitpid(m_id, nullptr, __WALL) == m_id;
+    }
+    ~HeldMainThread() { ptrace(PTRACE_DETACH, m_id, nullptr, nullptr); }
+    HeldMainThread(const HeldMainThread &) = delete;
+    HeldMainThread &operator=(const HeldMainThread &) = delete;
+
+    [[nodiscard]] bool isHeld() const { return m_isHeld; }
+
+private:
+    [[nodiscard]] bool isAtRest() const
+    {
+        QFile file(QStringLiteral("/proc/%1/stat").arg(m_id));
+        return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") S ");
+    }
+
+    pid_t m_id;
+    bool m_isHeld;
+};
+
+/// A server of the desktop that tells its address in its first line of output, and can be lost.
+class Server
+{
+public:
+    Server(const QString &program, const QStringList &arguments)
+    {
+        m_process.start(program, arguments);
+        if (m_process.waitForReadyRead(20000))
+            m_address = m_process.readLine().trimmed();
+    }
+    ~Server() { lose(); }
+
+    [[nodiscard]] QByteArray address() const { return m_address; }
+
+    void lose()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_address;
+};
+
+/// As long as it lives, programs that are started get this value of the variable.
+class Variable
+{
+public:
+    Variable(const char *name, const QByteArray &value)
+        : m_name(name)
+        , m_before(qgetenv(name))
+    {
+        qputenv(name, value);
+    }
+    ~Variable() { qputenv(m_name, m_before); }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+private:
+    const char *m_name;
+    QByteArray m_before;
+};
+
+TEST(FaultTest, AnAgentNeverWaitsForABusyMainThread)
+{
+    const Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    {
+        const HeldMainThread held(program.processId());
+        ASSERT_TRUE(held.isHeld());
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < 2000) {
+            EXPECT_EQ(Peer::connectedTo(socketOf(program)).send(event).receiveAll(300), ok);
+            EXPECT_TRUE(agent.sendTool("Read", {}));
+        }
+        EXPECT_EQ(program.log(), "");
+    }
+    EXPECT_TRUE(waitUntil([&] { return program.log().contains("PreToolUse Read"); }));
+}
+
+TEST(FaultTest, TooFewDescriptorsLeaveNobodyWithoutAnEnd)
+{
+    const Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    const rlimit few{30, 30};
+    ASSERT_EQ(prlimit(pid_t(program.processId()), RLIMIT_NOFILE, &few, nullptr), 0);
+
+    std::vector<Peer> peers;
+    for (int i = 0; i < 100; ++i) {
+        // A full queue of connections holds up the one that connects.
+        if (i > 40)
+            peers[std::size_t(i) - 41].send(event);
+        peers.push_back(Peer::connectedTo(socketOf(program)));
+    }
+    for (Peer &peer : peers) {
+        const QByteArray reply = peer.send(event).receiveAll();
+        EXPECT_TRUE(reply == ok || reply.isEmpty()) << reply.constData();
+    }
+    EXPECT_EQ(Peer::connectedTo(socketOf(program)).send(event).receiveAll(), ok);
+}
+
+TEST(FaultTest, TheSessionBusMayEnd)
+{
+    Server bus("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    const Variable address("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    const Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    // By then it has asked the bus for the keyring and put itself into the tray.
+    waitUntil([] { return false; }, 1500);
+    bus.lose();
+
+    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    const auto request = agent.askFor("Bash", {{"command", "make"}});
+    EXPECT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));
+    waitUntil([] { return false; }, 500);
+    EXPECT_TRUE(program.isRunning());
+    EXPECT_TRUE(request->isRunning());
+}
+
+TEST(FaultTest, TheEndOfTheXServerEndsTheProgramAndNoMore)
+{
+    const QStringList arguments{"-displayfd", "1", "-screen", "0", "1280x800x24"};
+    Server screen("Xvfb", arguments);
+    ASSERT_FALSE(screen.address().isEmpty());
+    const QByteArray display = ':' + screen.address();
+    const Variable variable("DISPLAY", display);
+    Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(program.isReady());
+    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    // Its sound plays while the screen goes.
+    const auto request = agent.askFor("Bash", {{"command", "make"}});
+    ASSERT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));
+    waitUntil([] { return false; }, 300);
+
+    screen.lose();
+    ASSERT_TRUE(waitUntil([&] { return !program.isRunning(); }));
+    EXPECT_FALSE(program.hasCrashed());
+    EXPECT_TRUE(request->waitForEnd());
+    EXPECT_EQ(request->exitCode(), 0);
+    EXPECT_EQ(request->output(), "");
+
+    Server again("Xvfb", QStringList{display} + arguments);
+    ASSERT_EQ(':' + again.address(), display);
+    EXPECT_TRUE(program.restart());
+}
+
+} // namespace
