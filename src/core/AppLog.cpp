@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace tirlo {
@@ -18,21 +19,30 @@ namespace {
 
 constexpr qint64 restartSize = 0x100000;
 constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+constexpr mode_t otherUsers = S_IRWXG | S_IRWXO;
 
-/// Appends to a plain file; a link in its place is not followed, so that it can't lead elsewhere.
-void appendTo(const QByteArray &path, const QByteArray &bytes)
+/// Appends to a plain file; false if another should take the place of what is there.
+bool appendTo(const QByteArray &path, const QByteArray &bytes)
 {
-    const int fd = open(path.constData(), O_WRONLY | O_APPEND | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK);
+    // A link is not followed, so that it can't lead elsewhere.
+    const int fd
+        = open(path.constData(), O_WRONLY | O_APPEND | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)
-        return;
+        return errno != ENOENT && errno != ELOOP;
     QFile file;
-    if (file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
-        // What a full disk cut short would run into the next line.
-        const qint64 before = file.size();
-        if (file.write(bytes) != bytes.size())
-            file.resize(before);
+    struct stat present = {};
+    if (!file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)
+        || fstat(fd, &present) != 0)
+        return true;
+    // A file with a second name may be somebody else's.
+    if (!S_ISREG(present.st_mode) || present.st_nlink > 1 || present.st_size >= restartSize)
+        return false;
+    if ((present.st_mode & otherUsers) != 0)
         file.setPermissions(ownerOnly);
-    }
+    if (file.write(bytes) != bytes.size())
+        // What a full disk cut short would run into the next line.
+        file.resize(present.st_size);
+    return true;
 }
 
 } // namespace
@@ -47,25 +57,20 @@ void AppLog::appendAppLog(const QString &file, const QString &line,
                           const QString &timestampFormat) const
 {
     const QString folder = m_paths.logFolder();
-    makePrivateFolder(folder);
+    if (!std::exchange(m_hasFolder, true))
+        makePrivateFolder(folder);
 
     const QString stamp = m_clock.wallClock().toString(timestampFormat);
     const QByteArray record = (stamp + u' ' + escapedForLog(line) + u'\n').toUtf8();
 
     const QString path = folder + u'/' + file;
-    const QByteArray nativePath = QFile::encodeName(path);
-    struct stat present = {};
-    if (lstat(nativePath.constData(), &present) != 0) {
-        static_cast<void>(replaceFile(path, record, ownerOnly));
+    if (appendTo(QFile::encodeName(path), record))
         return;
-    }
-    // A file with a second name may be somebody else's.
-    if (present.st_size >= restartSize || present.st_nlink > 1) {
-        QFile::remove(path);
-        static_cast<void>(replaceFile(path, record, ownerOnly));
-        return;
-    }
-    appendTo(nativePath, record);
+    // The folder may have gone since the last line.
+    makePrivateFolder(folder);
+    QFile::remove(path);
+    // A log that can't be begun is done without.
+    static_cast<void>(replaceFile(path, record, ownerOnly));
 }
 
 QString escapedForLog(const QString &text)

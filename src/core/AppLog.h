@@ -24,6 +24,7 @@ public:
 private:
     Paths m_paths;
     const MainQueue &m_clock;
+    mutable bool m_hasFolder = false;
 };
 
 /// The text with each control character (below 32, and 127) as a backslash, "u" and four digits.

@@ -1,8 +1,6 @@
 #include "CalcomPoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 
 namespace tirlo {
 
@@ -41,9 +39,8 @@ std::optional<CalcomBooking> parseBooking(const QJsonObject &object)
         return std::nullopt;
 
     const auto end = firstDate(object, QLatin1String("end"), QLatin1String("endTime"));
-    const auto attendees = Json::objects(object, QLatin1String("attendees"));
     const QJsonObject attendee
-        = attendees && !attendees->isEmpty() ? attendees->first() : QJsonObject();
+        = object.value(QLatin1String("attendees")).toArray().first().toObject();
     return CalcomBooking{
         .id = *id,
         .title = Json::text(object, QLatin1String("title")).value_or(QStringLiteral("Meeting")),
@@ -58,16 +55,7 @@ std::optional<CalcomBooking> parseBooking(const QJsonObject &object)
 
 std::optional<QList<CalcomBooking>> parseBookings(const QByteArray &body)
 {
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
-    const auto objects = Json::objects(answer, QLatin1String("data"));
-    if (!objects)
-        return std::nullopt;
-    QList<CalcomBooking> bookings;
-    for (const QJsonObject &object : *objects) {
-        if (const auto booking = parseBooking(object))
-            bookings.append(*booking);
-    }
-    return bookings;
+    return parsedList(answeredObject(body), QLatin1String("data"), parseBooking);
 }
 
 } // namespace
@@ -77,7 +65,7 @@ CalcomPoller::CalcomPoller(const PollerContext &context)
 {
 }
 
-void CalcomPoller::poll()
+void CalcomPoller::runCycle()
 {
     const auto key = this->key(QLatin1String("calcom-api-key"));
     if (!key)
@@ -93,15 +81,8 @@ void CalcomPoller::poll()
         .headers
         = {{"Authorization", "Bearer " + key->toUtf8()}, {"cal-api-version", "2024-08-13"}},
     };
-    const auto accept = [this](const std::optional<QList<CalcomBooking>> &bookings) {
-        if (!bookings)
-            return;
-        m_context.state.calcomError = std::nullopt;
-        m_context.state.calcomBookings = *bookings;
-        m_context.state.calcomLoaded = true;
-    };
-    fetch(request, parseBookings, accept,
-          [this](const HttpReply &reply) { m_context.state.calcomError = failureText(reply); });
+    AppState &state = m_context.state;
+    fetchList(request, parseBookings, state.calcomBookings, state.calcomLoaded, state.calcomError);
 }
 
 } // namespace tirlo

@@ -10,7 +10,8 @@ class CalcomPoller final : public Poller
 public:
     explicit CalcomPoller(const PollerContext &context);
 
-    void poll() override;
+private:
+    void runCycle() override;
 };
 
 } // namespace tirlo

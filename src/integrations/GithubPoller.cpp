@@ -1,8 +1,6 @@
 #include "GithubPoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 
 namespace tirlo {
 
@@ -44,7 +42,7 @@ GithubPoller::GithubPoller(const PollerContext &context)
 {
 }
 
-void GithubPoller::poll()
+void GithubPoller::runCycle()
 {
     if (const auto token = key(QLatin1String("github-token")))
         fetchUser(*token);
@@ -61,10 +59,7 @@ HttpRequest GithubPoller::request(const QString &path, const QString &token) con
 
 void GithubPoller::fetchUser(const QString &token)
 {
-    const auto accept = [this, token](const std::optional<qint64> &totalRepos) {
-        if (totalRepos)
-            fetchStars(token, *totalRepos);
-    };
+    const auto accept = [this, token](qint64 totalRepos) { fetchStars(token, totalRepos); };
     fetch(request(QStringLiteral("/user"), token), parseRepos, accept);
 }
 
@@ -73,9 +68,8 @@ void GithubPoller::fetchStars(const QString &token, qint64 totalRepos)
     HttpRequest stars
         = request(QStringLiteral("/user/repos?per_page=100&affiliation=owner&sort=pushed"), token);
     stars.timeout = starsTimeout;
-    fetch(stars, parseStars, [this, totalRepos](const std::optional<qint64> &totalStars) {
-        if (totalStars)
-            m_context.state.githubStats = GitHubStats{totalRepos, *totalStars};
+    fetch(stars, parseStars, [this, totalRepos](qint64 totalStars) {
+        m_context.state.githubStats = GitHubStats{totalRepos, totalStars};
     });
 }
 

@@ -10,10 +10,9 @@ class GithubPoller final : public Poller
 public:
     explicit GithubPoller(const PollerContext &context);
 
-    /// Asks for the number of repositories and then for their stars.
-    void poll() override;
-
 private:
+    /// Asks for the number of repositories and then for their stars.
+    void runCycle() override;
     void fetchUser(const QString &token);
     void fetchStars(const QString &token, qint64 totalRepos);
     [[nodiscard]] HttpRequest request(const QString &path, const QString &token) const;

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <utility>
 
 // The text is known to be valid JSON here, so that finding the end of a value takes no more than
 // counting brackets.
@@ -91,20 +92,24 @@ JsonSlice::Kind JsonSlice::kind() const
 
 QList<std::pair<QString, JsonSlice>> JsonSlice::members() const
 {
-    if (!isObject())
-        return {};
-    const QList<JsonSlice> values = inside();
     QList<std::pair<QString, JsonSlice>> members;
-    for (qsizetype i = 0; i + 1 < values.size(); i += 2)
-        members.append({values[i].text().value_or(QString()), values[i + 1]});
+    if (!isObject())
+        return members;
+    qsizetype at = 0;
+    for (JsonSlice key = next(at); key.kind() != Kind::none; key = next(at))
+        members.append({key.text().value_or(QString()), next(at)});
     return members;
 }
 
 JsonSlice JsonSlice::operator[](QAnyStringView key) const
 {
     JsonSlice found;
-    for (const auto &[name, value] : members()) {
-        if (QAnyStringView(name) == key)
+    if (!isObject())
+        return found;
+    qsizetype at = 0;
+    for (JsonSlice name = next(at); name.kind() != Kind::none; name = next(at)) {
+        const JsonSlice value = next(at);
+        if (QAnyStringView(name.text().value_or(QString())) == key)
             found = value;
     }
     return found;
@@ -112,7 +117,19 @@ JsonSlice JsonSlice::operator[](QAnyStringView key) const
 
 QList<JsonSlice> JsonSlice::elements() const
 {
-    return isArray() ? inside() : QList<JsonSlice>();
+    QList<JsonSlice> elements;
+    if (!isArray())
+        return elements;
+    qsizetype at = 0;
+    for (JsonSlice element = next(at); element.kind() != Kind::none; element = next(at))
+        elements.append(element);
+    return elements;
+}
+
+JsonSlice JsonSlice::first() const
+{
+    qsizetype at = 0;
+    return isArray() ? next(at) : JsonSlice();
 }
 
 std::optional<QString> JsonSlice::text() const
@@ -132,19 +149,16 @@ std::optional<QString> JsonSlice::integerDigits() const
     return source();
 }
 
-QList<JsonSlice> JsonSlice::inside() const
+JsonSlice JsonSlice::next(qsizetype &at) const
 {
-    QList<JsonSlice> values;
-    for (qsizetype at = 1; at + 1 < m_text.size();) {
-        if (isSeparator(m_text[at])) {
-            ++at;
-            continue;
-        }
-        const qsizetype end = endOfValue(m_text, at);
-        values.append(JsonSlice(m_text.sliced(at, end - at)));
-        at = end;
-    }
-    return values;
+    // The first and the last character are the brackets.
+    at = std::max<qsizetype>(at, 1);
+    while (at < m_text.size() - 1 && isSeparator(m_text[at]))
+        ++at;
+    if (at >= m_text.size() - 1)
+        return {};
+    const qsizetype start = std::exchange(at, endOfValue(m_text, at));
+    return JsonSlice(m_text.sliced(start, at - start));
 }
 
 } // namespace tirlo

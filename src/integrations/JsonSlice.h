@@ -34,6 +34,8 @@ public:
     [[nodiscard]] JsonSlice operator[](QAnyStringView key) const;
     /// The elements of an array.
     [[nodiscard]] QList<JsonSlice> elements() const;
+    /// The first element of an array.
+    [[nodiscard]] JsonSlice first() const;
 
     /// The text that a string holds.
     [[nodiscard]] std::optional<QString> text() const;
@@ -48,8 +50,9 @@ private:
     {
     }
 
-    /// The values between the brackets, keys and members of an object by turns.
-    [[nodiscard]] QList<JsonSlice> inside() const;
+    /// The next value between the brackets, of keys and members by turns in an object; no value
+    /// behind the last. `at` starts at 0 and goes along.
+    [[nodiscard]] JsonSlice next(qsizetype &at) const;
 
     QByteArrayView m_text;
 };

@@ -37,12 +37,4 @@ struct Execution
 /// Nothing when the body is no JSON object.
 [[nodiscard]] std::optional<Execution> parseExecution(const QByteArray &body, bool success);
 
-[[nodiscard]] QString extractWorkflowName(const JsonSlice &from);
-[[nodiscard]] std::optional<QString> parseDetail(const JsonSlice &from, bool success);
-[[nodiscard]] std::optional<QString> parseSuccessDetail(const JsonSlice &resultData);
-[[nodiscard]] std::optional<QString> parseErrorDetail(const JsonSlice &resultData);
-
-/// A value in few characters, as a digest shows it.
-[[nodiscard]] QString fmtValue(const JsonSlice &value);
-
 } // namespace tirlo::N8n

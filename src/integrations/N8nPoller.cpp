@@ -50,7 +50,7 @@ N8nPoller::N8nPoller(const PollerContext &context)
 {
 }
 
-void N8nPoller::poll()
+void N8nPoller::runCycle()
 {
     const auto apiKey = key(QLatin1String("n8n-api-key"));
     const auto url = key(QLatin1String("n8n-url"));
@@ -113,8 +113,9 @@ void N8nPoller::handleListing(const N8n::Listing &listing, const QString &apiKey
 
     m_lastExecutionId = id;
     writeLog(QStringLiteral("New execution id=%1 status=%2").arg(id, status));
-    const QString open = base + QStringLiteral("/api/v1/executions/") + id;
-    const QString internal = base + QStringLiteral("/rest/executions/") + id;
+    const QString encodedId = QString::fromLatin1(QUrl::toPercentEncoding(id));
+    const QString open = base + QStringLiteral("/api/v1/executions/") + encodedId;
+    const QString internal = base + QStringLiteral("/rest/executions/") + encodedId;
     const QString withData = QStringLiteral("?includeData=true");
     fetchDetail({open + withData, open, internal + withData, internal}, apiKey, status == success,
                 0);
@@ -134,8 +135,10 @@ void N8nPoller::fetchDetail(const QStringList &urls, const QString &apiKey, bool
         return;
     }
 
-    const auto parse
-        = [success](const QByteArray &body) { return N8n::parseExecution(body, success); };
+    // What can't be read is handed on too: it sends us to the next address.
+    const auto parse = [success](const QByteArray &body) {
+        return std::make_optional(N8n::parseExecution(body, success));
+    };
     const auto accept = [=, this](const std::optional<N8n::Execution> &execution) {
         if (!execution) {
             tryNext();
@@ -149,7 +152,8 @@ void N8nPoller::fetchDetail(const QStringList &urls, const QString &apiKey, bool
             writeLog(QStringLiteral("Detail HTTP %1").arg(reply.status));
         tryNext();
     };
-    fetch(*detail, parse, accept, fail);
+    // The execution is told of just once, however many lists come in between.
+    fetch(*detail, parse, accept, fail, Wanted::all);
 }
 
 void N8nPoller::handleExecution(bool success, const QString &name,

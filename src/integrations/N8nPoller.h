@@ -17,9 +17,8 @@ class N8nPoller final : public Poller
 public:
     explicit N8nPoller(const PollerContext &context);
 
-    void poll() override;
-
 private:
+    void runCycle() override;
     /// Asks for the newest execution at the address number `idx`, then at those behind it.
     void tryList(const QStringList &urls, const QString &apiKey, const QString &base,
                  qsizetype idx);

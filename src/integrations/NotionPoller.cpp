@@ -1,8 +1,6 @@
 #include "NotionPoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 
 namespace tirlo {
 
@@ -49,20 +47,6 @@ std::optional<NotionPage> parsePage(const QJsonObject &object, const QDateTime &
     };
 }
 
-std::optional<QList<NotionPage>> parsePages(const QByteArray &body, const QDateTime &now)
-{
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
-    const auto objects = Json::objects(answer, QLatin1String("results"));
-    if (!objects)
-        return std::nullopt;
-    QList<NotionPage> pages;
-    for (const QJsonObject &object : *objects) {
-        if (const auto page = parsePage(object, now))
-            pages.append(*page);
-    }
-    return pages;
-}
-
 } // namespace
 
 NotionPoller::NotionPoller(const PollerContext &context)
@@ -70,7 +54,7 @@ NotionPoller::NotionPoller(const PollerContext &context)
 {
 }
 
-void NotionPoller::poll()
+void NotionPoller::runCycle()
 {
     const auto key = this->key(QLatin1String("notion-api-key"));
     if (!key)
@@ -91,17 +75,11 @@ void NotionPoller::poll()
         .body = QJsonDocument(search).toJson(QJsonDocument::Compact),
     };
     const auto parse = [now = m_context.queue.wallClock()](const QByteArray &body) {
-        return parsePages(body, now);
+        return parsedList(answeredObject(body), QLatin1String("results"),
+                          [&now](const QJsonObject &object) { return parsePage(object, now); });
     };
-    const auto accept = [this](const std::optional<QList<NotionPage>> &pages) {
-        if (!pages)
-            return;
-        m_context.state.notionError = std::nullopt;
-        m_context.state.notionPages = *pages;
-        m_context.state.notionLoaded = true;
-    };
-    fetch(request, parse, accept,
-          [this](const HttpReply &reply) { m_context.state.notionError = failureText(reply); });
+    AppState &state = m_context.state;
+    fetchList(request, parse, state.notionPages, state.notionLoaded, state.notionError);
 }
 
 } // namespace tirlo

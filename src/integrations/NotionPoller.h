@@ -10,7 +10,8 @@ class NotionPoller final : public Poller
 public:
     explicit NotionPoller(const PollerContext &context);
 
-    void poll() override;
+private:
+    void runCycle() override;
 };
 
 } // namespace tirlo

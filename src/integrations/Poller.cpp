@@ -14,6 +14,9 @@ namespace {
 /// The share of the interval by which a cycle may be late so that cycles wake the machine together.
 constexpr double slackShare = 0.1;
 
+/// Seconds; two clocks that are read one after the other differ by less.
+constexpr double shortestSleep = 1;
+
 /// Bytes that are read well within the time of a frame.
 constexpr qsizetype shortBody = 128 * 1024;
 
@@ -33,6 +36,21 @@ void Poller::start()
     });
 }
 
+void Poller::wake()
+{
+    if (!m_timer.isPending() || m_context.queue.timeAsleep() - m_timeAsleep < shortestSleep)
+        return;
+    // As at the start, which leaves the network time to come up and spreads the load.
+    m_timer.cancel();
+    start();
+}
+
+void Poller::poll()
+{
+    ++m_cycle;
+    runCycle();
+}
+
 std::optional<QString> Poller::key(QLatin1String item) const
 {
     const auto value = m_context.keychain.get(item);
@@ -42,25 +60,47 @@ std::optional<QString> Poller::key(QLatin1String item) const
 void Poller::scheduleCycle(double deadline, double slack)
 {
     const auto cycle = [this, deadline] {
-        // Cycles that were slept through are skipped, and those to come keep their rhythm.
+        // What a stopped program has missed is skipped, and the cycles to come keep their rhythm.
         const double late = m_context.queue.mediaTime() - deadline;
         const double cycles = std::floor(std::max(0.0, late) / m_schedule.interval) + 1;
         scheduleCycle(deadline + cycles * m_schedule.interval, m_schedule.interval * slackShare);
         poll();
     };
+    m_timeAsleep = m_context.queue.timeAsleep();
     m_timer = m_context.queue.after(deadline - m_context.queue.mediaTime(), &m_life, cycle, slack);
 }
 
-void Poller::handOver(qsizetype bodySize, std::function<Acceptance()> read)
+void Poller::send(const HttpRequest &request, const Reading &read,
+                  std::function<void(const HttpReply &)> fail, Wanted wanted)
 {
-    if (bodySize <= shortBody) {
-        read()();
+    const auto isWanted = [this, wanted, cycle = m_cycle] {
+        if (wanted == Wanted::newest && cycle < m_answeredCycle)
+            return false;
+        m_answeredCycle = std::max(m_answeredCycle, cycle);
+        return true;
+    };
+    m_context.http.send(request, &m_life, [=, this](const HttpReply &reply) {
+        if (reply.status == 200 && reply.error.isEmpty())
+            handOver(reply.body, read, isWanted);
+        else if (isWanted() && fail)
+            fail(reply);
+    });
+}
+
+void Poller::handOver(const QByteArray &body, const Reading &read, std::function<bool()> isWanted)
+{
+    const auto accept = [isWanted = std::move(isWanted)](const Acceptance &acceptance) {
+        if (isWanted() && acceptance)
+            acceptance();
+    };
+    if (body.size() <= shortBody) {
+        accept(read(body));
         return;
     }
-    m_reader.post([&queue = m_context.queue, life = QPointer(&m_life), read = std::move(read)] {
-        queue.post([life, accept = read()] {
+    m_reader.post([=, &queue = m_context.queue, life = QPointer(&m_life)] {
+        queue.post([life, accept, acceptance = read(body)] {
             if (life)
-                accept();
+                accept(acceptance);
         });
     });
 }

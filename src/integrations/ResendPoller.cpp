@@ -1,8 +1,6 @@
 #include "ResendPoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 
 namespace tirlo {
 
@@ -47,23 +45,19 @@ std::optional<ResendEmail> parseEmail(const QJsonObject &object, const QDateTime
 
 std::optional<SentEmails> parseEmails(const QByteArray &body, const QDateTime &now)
 {
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
-    const auto objects = Json::objects(answer, QLatin1String("data"));
-    if (!objects)
+    const QJsonObject answer = answeredObject(body);
+    const auto emails
+        = parsedList(answer, QLatin1String("data"),
+                     [&now](const QJsonObject &object) { return parseEmail(object, now); });
+    if (!emails)
         return std::nullopt;
-
-    QList<ResendEmail> emails;
-    for (const QJsonObject &object : *objects) {
-        if (const auto email = parseEmail(object, now))
-            emails.append(*email);
-    }
 
     auto total = Json::integer(answer, QLatin1String("total"));
     if (!total)
         total = Json::integer(answer, QLatin1String("count"));
-    if (!total && !emails.isEmpty())
-        total = emails.size();
-    return SentEmails{emails.mid(0, keptEmails), total};
+    if (!total && !emails->isEmpty())
+        total = emails->size();
+    return SentEmails{emails->mid(0, keptEmails), total};
 }
 
 } // namespace
@@ -73,7 +67,7 @@ ResendPoller::ResendPoller(const PollerContext &context)
 {
 }
 
-void ResendPoller::poll()
+void ResendPoller::runCycle()
 {
     const auto key = this->key(QLatin1String("resend-api-key"));
     if (!key)
@@ -87,11 +81,9 @@ void ResendPoller::poll()
     const auto parse = [now = m_context.queue.wallClock()](const QByteArray &body) {
         return parseEmails(body, now);
     };
-    fetch(request, parse, [this](const std::optional<SentEmails> &emails) {
-        if (!emails)
-            return;
-        m_context.state.resendEmails = emails->latest;
-        m_context.state.resendTotal = emails->total;
+    fetch(request, parse, [this](const SentEmails &emails) {
+        m_context.state.resendEmails = emails.latest;
+        m_context.state.resendTotal = emails.total;
     });
 }
 

@@ -10,7 +10,8 @@ class ResendPoller final : public Poller
 public:
     explicit ResendPoller(const PollerContext &context);
 
-    void poll() override;
+private:
+    void runCycle() override;
 };
 
 } // namespace tirlo

@@ -3,7 +3,6 @@
 #include "platform/HttpClient.h"
 
 #include <QRegularExpression>
-#include <QTimeZone>
 
 #include <algorithm>
 #include <limits>
@@ -13,36 +12,25 @@ namespace tirlo {
 namespace {
 
 constexpr double longestSeconds = 9e12;
-constexpr int largestOffsetHours = 14;
 
 } // namespace
 
+QJsonObject answeredObject(const QByteArray &body)
+{
+    return Json::parsedObject(body).value_or(QJsonObject());
+}
+
 std::optional<QDateTime> isoDate(const QString &text)
 {
+    // Qt would also take a date alone, a local time and midnight as the hour 24, but no fraction of
+    // many digits.
     static const QRegularExpression form(
-        QStringLiteral("\\A(\\d{4}-\\d\\d-\\d\\d)T(\\d\\d:\\d\\d):(\\d\\d)(?:\\.(\\d+))?"
-                       "(?:Z|([+-])(\\d\\d):?(\\d\\d))\\z"));
+        QStringLiteral("\\A(\\d{4}-\\d\\d-\\d\\dT(?!24)\\d\\d:\\d\\d:\\d\\d(?:\\.\\d{1,3})?)\\d*"
+                       "(Z|[+-](?:0\\d|1[0-4]):?[0-5]\\d)\\z"));
     const auto match = form.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-
-    const QDate date = QDate::fromString(match.captured(1), Qt::ISODate);
-    const QTime minute = QTime::fromString(match.captured(2), QStringLiteral("HH:mm"));
-    // A leap second is the first one of the next minute.
-    const int second = match.captured(3).toInt();
-    const int offsetHours = match.captured(6).toInt();
-    const int offsetMinutes = match.captured(7).toInt();
-    if (!date.isValid() || !minute.isValid() || second > 60 || offsetHours > largestOffsetHours
-        || offsetMinutes > 59) {
-        return std::nullopt;
-    }
-
-    const int milliseconds = match.captured(4).leftJustified(3, QLatin1Char('0')).first(3).toInt();
-    const int sign = match.captured(5) == QLatin1String("-") ? -1 : 1;
-    const int offset = sign * (offsetHours * 60 + offsetMinutes) * 60;
-    return QDateTime(date, minute, Qt::UTC)
-        .addMSecs((second - offset) * 1000 + milliseconds)
-        .toLocalTime();
+    const QDateTime date
+        = QDateTime::fromString(match.captured(1) + match.captured(2), Qt::ISODateWithMs);
+    return date.isValid() ? std::optional(date.toLocalTime()) : std::nullopt;
 }
 
 QDateTime dateSinceEpoch(double seconds)

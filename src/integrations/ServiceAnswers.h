@@ -1,14 +1,39 @@
 #pragma once
 
+#include "core/Json.h"
+
 #include <QDateTime>
+#include <QList>
 #include <QString>
 
 #include <optional>
+#include <type_traits>
 
 /// What the answers of several services have in common.
 namespace tirlo {
 
 struct HttpReply;
+
+/// What `parse` makes of the objects of the array; those of which it makes nothing are left out.
+///
+/// Nothing if there is no array of objects under the key.
+template<typename Parse>
+[[nodiscard]] auto parsedList(const QJsonObject &answer, QLatin1String key, Parse parse)
+{
+    using Item = typename std::invoke_result_t<Parse, const QJsonObject &>::value_type;
+    std::optional<QList<Item>> list;
+    if (const auto objects = Json::objects(answer, key)) {
+        list.emplace();
+        for (const QJsonObject &object : *objects) {
+            if (const auto item = parse(object))
+                list->append(*item);
+        }
+    }
+    return list;
+}
+
+/// The object that the body is; an empty one if it is none.
+[[nodiscard]] QJsonObject answeredObject(const QByteArray &body);
 
 /// The date that an internet date-time tells, such as "2026-03-14T09:26:53.589+01:00".
 ///

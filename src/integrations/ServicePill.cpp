@@ -28,21 +28,23 @@ bool ServicePill::exists() const
     return m_context.state.task(m_id).has_value();
 }
 
-void ServicePill::show(BotState outcome, const QStringList &steps)
+bool ServicePill::show(BotState outcome, const QStringList &steps)
 {
     const bool isGood = outcome == BotState::finished;
     const bool hasFocus = m_context.state.focusId.value() == m_id;
     const bool isShown = m_context.state.editTask(m_id, [&](AgentTask &task) {
         task.state = outcome;
         task.steps = steps;
+        task.stepIndex = 0;
         if (!hasFocus)
             task.pillBadge = isGood ? PillBadge::finished : PillBadge::error;
     });
     if (!isShown)
-        return;
+        return false;
 
     m_context.sound.play(isGood ? QStringLiteral("finish") : QStringLiteral("error"));
     m_context.queue.after(settleDelay, &m_life, [this] { settle(); });
+    return true;
 }
 
 void ServicePill::settle()
@@ -54,6 +56,7 @@ void ServicePill::settle()
     m_context.state.editTask(m_id, [](AgentTask &edited) {
         edited.state = BotState::idle;
         edited.steps.clear();
+        edited.stepIndex = 0;
         edited.pillBadge.reset();
     });
 }

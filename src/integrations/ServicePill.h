@@ -22,8 +22,10 @@ public:
 
     [[nodiscard]] bool exists() const;
 
-    /// Puts the pill, if it exists, in the state `finished` or `error`, with steps, badge and sound.
-    void show(BotState outcome, const QStringList &steps);
+    /// Puts the pill in the state `finished` or `error`, with steps, badge and sound.
+    ///
+    /// False without a pill.
+    bool show(BotState outcome, const QStringList &steps);
 
 private:
     void settle();

@@ -8,6 +8,8 @@
 #include "StripePoller.h"
 #include "VercelPoller.h"
 
+#include <array>
+
 namespace tirlo {
 
 /// The pollers of all services, one of each.
@@ -17,6 +19,8 @@ public:
     explicit ServicePollers(const PollerContext &context);
 
     /// Begins the cycles of all of them, whether the user has their keys or not.
+    ///
+    /// When the machine has slept, they begin anew.
     void start();
 
     N8nPoller n8n;
@@ -26,6 +30,23 @@ public:
     StripePoller stripe;
     CalcomPoller calcom;
     NotionPoller notion;
+
+private:
+    /// Looks now and then whether the machine has slept, which no timer notices.
+    class WakeWatch final : public Poller
+    {
+    public:
+        WakeWatch(const PollerContext &context, ServicePollers &pollers);
+
+    private:
+        void runCycle() override;
+
+        ServicePollers &m_pollers;
+    };
+
+    [[nodiscard]] std::array<Poller *, 7> all();
+
+    WakeWatch m_wakeWatch;
 };
 
 } // namespace tirlo

@@ -1,8 +1,6 @@
 #include "StripePoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 
 namespace tirlo {
 
@@ -41,16 +39,7 @@ std::optional<StripePayment> parseCharge(const QJsonObject &object)
 /// Every charge, also the failed ones, in the service's order.
 std::optional<QList<StripePayment>> parseCharges(const QByteArray &body)
 {
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
-    const auto objects = Json::objects(answer, QLatin1String("data"));
-    if (!objects)
-        return std::nullopt;
-    QList<StripePayment> list;
-    for (const QJsonObject &object : *objects) {
-        if (const auto charge = parseCharge(object))
-            list.append(*charge);
-    }
-    return list;
+    return parsedList(answeredObject(body), QLatin1String("data"), parseCharge);
 }
 
 } // namespace
@@ -62,7 +51,7 @@ StripePoller::StripePoller(const PollerContext &context)
 {
 }
 
-void StripePoller::poll()
+void StripePoller::runCycle()
 {
     const auto key = this->key(QLatin1String("stripe-api-key"));
     if (!key)
@@ -82,10 +71,7 @@ HttpRequest StripePoller::request(const QString &path, const QString &key) const
 
 void StripePoller::fetchBalance(const QString &key)
 {
-    const auto accept = [this](const std::optional<Balance> &balance) {
-        if (balance)
-            handleBalance(*balance);
-    };
+    const auto accept = [this](const Balance &balance) { handleBalance(balance); };
     const auto fail = [this](const HttpReply &reply) {
         m_context.state.stripeError = reply.status == 403
             ? QStringLiteral("Use secret key (sk_live_… not pk_live_…)")
@@ -96,7 +82,7 @@ void StripePoller::fetchBalance(const QString &key)
 
 std::optional<StripePoller::Balance> StripePoller::parseBalance(const QByteArray &body)
 {
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
+    const QJsonObject answer = answeredObject(body);
     const QList<QJsonObject> none;
     const QList<QJsonObject> funds
         = Json::objects(answer, QLatin1String("available")).value_or(none)
@@ -129,10 +115,7 @@ void StripePoller::handleBalance(const Balance &balance)
 
 void StripePoller::fetchCharges(const QString &key)
 {
-    const auto accept = [this](const std::optional<QList<StripePayment>> &list) {
-        if (list)
-            handleCharges(*list);
-    };
+    const auto accept = [this](const QList<StripePayment> &list) { handleCharges(list); };
     fetch(request(QStringLiteral("/v1/charges?limit=3"), key), parseCharges, accept);
 }
 

@@ -13,9 +13,6 @@ class StripePoller final : public Poller
 public:
     explicit StripePoller(const PollerContext &context);
 
-    /// Asks for the balance and for the charges, at the same time.
-    void poll() override;
-
     /// The balance on its way to what the store says is shown, in the currency's smallest unit.
     ///
     /// It counts up after a new charge and changes in the same instant as the store's value, before
@@ -32,6 +29,8 @@ private:
 
     static std::optional<Balance> parseBalance(const QByteArray &body);
 
+    /// Asks for the balance and for the charges, at the same time.
+    void runCycle() override;
     void fetchBalance(const QString &key);
     void fetchCharges(const QString &key);
     void handleBalance(const Balance &balance);

@@ -1,8 +1,6 @@
 #include "VercelPoller.h"
 
-#include "ServiceAnswers.h"
 #include "core/AppState.h"
-#include "core/Json.h"
 #include "core/Notifications.h"
 
 #include <algorithm>
@@ -27,12 +25,13 @@ std::optional<QString> firstText(const QJsonObject &object,
     return std::nullopt;
 }
 
+/// Nothing for a deployment that has not ended.
 std::optional<VercelDeployment> parseDeployment(const QJsonObject &object)
 {
     const auto id = Json::text(object, QLatin1String("uid"));
     const auto name = Json::text(object, QLatin1String("name"));
     const auto state = Json::text(object, QLatin1String("state"));
-    if (!id || !name || !state)
+    if (!id || !name || !state || std::ranges::find(endStates, *state) == endStates.end())
         return std::nullopt;
 
     const QJsonObject meta = Json::object(object, QLatin1String("meta")).value_or(QJsonObject());
@@ -53,18 +52,9 @@ std::optional<VercelDeployment> parseDeployment(const QJsonObject &object)
     };
 }
 
-/// The deployments that have ended, in the service's order.
-QList<VercelDeployment> parseDeployments(const QByteArray &body)
+std::optional<QList<VercelDeployment>> parseDeployments(const QByteArray &body)
 {
-    const QJsonObject answer = Json::parsedObject(body).value_or(QJsonObject());
-    const auto objects = Json::objects(answer, QLatin1String("deployments"));
-    QList<VercelDeployment> list;
-    for (const QJsonObject &object : objects.value_or(QList<QJsonObject>())) {
-        const auto deployment = parseDeployment(object);
-        if (deployment && std::ranges::find(endStates, deployment->state) != endStates.end())
-            list.append(*deployment);
-    }
-    return list;
+    return parsedList(answeredObject(body), QLatin1String("deployments"), parseDeployment);
 }
 
 } // namespace
@@ -75,7 +65,7 @@ VercelPoller::VercelPoller(const PollerContext &context)
 {
 }
 
-void VercelPoller::poll()
+void VercelPoller::runCycle()
 {
     const auto token = key(QLatin1String("vercel-token"));
     if (!token)
@@ -103,12 +93,10 @@ void VercelPoller::handleDeployments(const QList<VercelDeployment> &list)
         return;
     m_lastDeploymentId = newest->id;
 
-    if (!m_pill.exists())
-        return;
     // A deployment that was called off has failed as well.
-    m_pill.show(newest->state == ready ? BotState::finished : BotState::error,
-                {newest->projectName});
-    Q_EMIT m_context.notifications.hookReveal();
+    if (m_pill.show(newest->state == ready ? BotState::finished : BotState::error,
+                    {newest->projectName}))
+        Q_EMIT m_context.notifications.hookReveal();
 }
 
 } // namespace tirlo

@@ -12,9 +12,8 @@ class VercelPoller final : public Poller
 public:
     explicit VercelPoller(const PollerContext &context);
 
-    void poll() override;
-
 private:
+    void runCycle() override;
     /// Reacts to what a cycle brought: at least one deployment, newest first.
     void handleDeployments(const QList<VercelDeployment> &list);
 

@@ -45,8 +45,11 @@ class MainQueue
 public:
     virtual ~MainQueue() = default;
 
-    /// Monotonic seconds since an arbitrary origin.
+    /// Monotonic seconds since an arbitrary origin; they stand still while the machine sleeps.
     [[nodiscard]] virtual double mediaTime() const = 0;
+
+    /// The seconds that the machine has slept so far.
+    [[nodiscard]] virtual double timeAsleep() const = 0;
 
     /// The present date and time of day, local.
     [[nodiscard]] virtual QDateTime wallClock() const = 0;
@@ -54,7 +57,7 @@ public:
     /// Runs the work on the main thread soon, in the order of posting; callable from any thread.
     virtual void post(std::function<void()> work) = 0;
 
-    /// Runs the work on the main thread once `seconds` have passed.
+    /// Runs the work on the main thread once `seconds` of media time have passed.
     ///
     /// The work is dropped when `owner` is gone by then; a null owner lives for ever. It may run up
     /// to `slack` seconds later still, where one wake-up then serves several actions.

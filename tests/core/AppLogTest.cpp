@@ -43,8 +43,9 @@ TEST_F(AppLogTest, ALineStaysOneLineWhateverIsInIt)
 {
     log.appendAppLog("qv.log", "a\nb\r\x1b[31m\x7f" + QString(QChar(0)) + " é 🎈 \u0085", format);
     log.appendAppLog("qv.log", "second", format);
-    EXPECT_EQ(content(), QByteArray("2026-03-14 09:26:53 a\\u000Ab\\u000D\\u001B[31m\\u007F\\u0000 "
-                                    "é 🎈 \u0085\n2026-03-14 09:26:53 second\n"));
+    EXPECT_EQ(content(),
+              QByteArray("2026-03-14 09:26:53 a\\u000Ab\\u000D\\u001B[31m\\u007F\\u0000 "
+                         "é 🎈 \u0085\n2026-03-14 09:26:53 second\n"));
 }
 
 TEST_F(AppLogTest, FolderAndFileAreTheOwnersAlone)
@@ -54,6 +55,7 @@ TEST_F(AppLogTest, FolderAndFileAreTheOwnersAlone)
     log.appendAppLog("qv.log", "first", format);
     EXPECT_EQ(QFile::permissions(paths.logFolder()) & 0x0077, 0);
     EXPECT_EQ(QFile::permissions(path) & 0x0177, 0);
+    QFile::setPermissions(path, QFileDevice::Permissions(0x6666));
     log.appendAppLog("qv.log", "second", format);
     EXPECT_EQ(QFile::permissions(path) & 0x0177, 0);
 }
@@ -104,6 +106,16 @@ TEST_F(AppLogTest, ALinkInTheLogsPlaceIsNotFollowed)
     log.appendAppLog("qv.log", "line", format);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "untouched");
+    EXPECT_EQ(content(), "2026-03-14 09:26:53 line\n");
+}
+
+TEST_F(AppLogTest, ALogComesBackAfterItsFolderHasGone)
+{
+    log.appendAppLog("qv.log", "first", format);
+    ASSERT_TRUE(QDir(paths.logFolder()).removeRecursively());
+    log.appendAppLog("qv.log", "second", format);
+    EXPECT_EQ(content(), "2026-03-14 09:26:53 second\n");
+    EXPECT_EQ(QFile::permissions(paths.logFolder()) & 0x0077, 0);
 }
 
 } // namespace

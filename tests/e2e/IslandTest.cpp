@@ -1,10 +1,8 @@
 #include "kit/Island.h"
-#include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
 #include "kit/Program.h"
 
-#include <QFile>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -27,8 +25,6 @@ protected:
         ASSERT_TRUE(waitForWidth(compactWidth, 10000)) << "the greeting folds away by itself";
     }
 
-    static void press(const char *keys) { QProcess::execute("xdotool", {"key", keys}); }
-
     Program program{TIRLO_PROGRAM};
 };
 
@@ -36,31 +32,13 @@ TEST_F(IslandTest, AClickOpensAndEscapeCloses)
 {
     clickAt(screenMiddle(), 10);
     EXPECT_TRUE(waitForWidth(openWidth));
-    EXPECT_TRUE(showsText(program.processId(), "VS Code"));
+    EXPECT_TRUE(program.waitForText("VS Code"));
     movePointer(640, 700);
-    press("Escape");
+    QProcess::execute("xdotool", {"key", "Escape"});
     EXPECT_TRUE(waitForWidth(compactWidth));
-
-    // Nothing held: the key of another program's shortcut leaves the island alone.
-    press("shift+super+n");
-    EXPECT_FALSE(waitForWidth(openWidth, 800)) << "the hotkey is off at first";
 }
 
-TEST_F(IslandTest, TheHotkeyOpensWhenTheSettingsSaySo)
-{
-    ASSERT_TRUE(program.stop());
-    QFile settings(program.home() + "/Library/Application Support/Skerry/settings.json");
-    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-    settings.write(R"({"hotkeyEnabled": true})");
-    settings.close();
-    ASSERT_TRUE(program.restart());
-    ASSERT_TRUE(waitForWidth(openWidth));
-    ASSERT_TRUE(waitForWidth(compactWidth, 10000));
-    press("shift+super+n");
-    EXPECT_TRUE(waitForWidth(openWidth));
-}
-
-TEST_F(IslandTest, ASecondStartOpensTheFirstAndEnds)
+TEST_F(IslandTest, ASecondStartOpensTheFirstUntilThatIsKilled)
 {
     QProcess second;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -73,15 +51,11 @@ TEST_F(IslandTest, ASecondStartOpensTheFirstAndEnds)
 
     const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
     EXPECT_TRUE(agent.send("SessionStart"));
-    EXPECT_TRUE(waitUntil([&] { return showsText(program.processId(), "lighthouse"); }))
-        << "the first still has the socket";
-}
+    EXPECT_TRUE(program.waitForText("lighthouse")) << "the first still has the socket";
 
-TEST_F(IslandTest, AKilledRunIsNoObstacle)
-{
     ASSERT_EQ(kill(pid_t(program.processId()), SIGKILL), 0);
     ASSERT_TRUE(waitUntil([&] { return !program.isRunning(); }));
-    EXPECT_TRUE(program.restart());
+    EXPECT_TRUE(program.restart()) << "a killed run is no obstacle";
 }
 
 } // namespace

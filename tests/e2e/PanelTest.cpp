@@ -1,4 +1,3 @@
-#include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
 #include "kit/Island.h"
@@ -37,7 +36,8 @@ TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
     ASSERT_TRUE(program.isReady());
     Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
     const auto request = agent.askFor("Bash", {{"command", "make"}});
-    ASSERT_TRUE(waitUntil([&] { return showsText(program.processId(), "needs permission"); }));
+    ASSERT_TRUE(program.waitForText("needs permission"));
+    ASSERT_TRUE(waitForWidth(openWidth));
     EXPECT_TRUE(window.isActiveWindow()) << "the island opened over a window that has the keyboard";
 
     // The panel reaches from x 280 to 1000 and to y 320, the open island from 320 to 960 and to 160.
@@ -49,13 +49,10 @@ TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
             << beside.x() << "," << beside.y();
     }
 
-    waitUntil([] { return false; }, 700);
     const int before = window.presses;
-    const auto deny = findNode(program.processId(), "push button", "Deny");
-    ASSERT_TRUE(deny);
-    clickAt(deny->x + deny->width / 2, deny->y + deny->height / 2);
+    ASSERT_TRUE(program.clickButton("Deny"));
     ASSERT_TRUE(request->waitForEnd());
-    waitUntil([] { return false; }, 200);
+    ASSERT_TRUE(program.waitForNoText("needs permission"));
     EXPECT_EQ(window.presses, before);
     EXPECT_TRUE(window.isActiveWindow()) << "a click on the island took the keyboard away";
 }
@@ -75,22 +72,14 @@ TEST(PanelTest, TheChatTakesTheKeyboardAndTheWindowBeforeGetsItBack)
 
     clickAt(screenMiddle(), 10);
     ASSERT_TRUE(waitForWidth(openWidth));
-    const auto chat = findNode(program.processId(), "check box", "Chat");
-    ASSERT_TRUE(chat);
     EXPECT_TRUE(window.isActiveWindow());
-    clickAt(chat->x + chat->width / 2, chat->y + chat->height / 2);
+    ASSERT_TRUE(program.clickButton("Chat", "check box"));
     EXPECT_TRUE(waitUntil([&] { return !window.isActiveWindow(); }));
 
     // Its keys are the card's own now: a card of an agent's closes the island instead.
     const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
     ASSERT_TRUE(agent.send("Stop"));
-    std::optional<AccessibleNode> dismiss;
-    ASSERT_TRUE(waitUntil([&] {
-        dismiss = findNode(program.processId(), "push button", "Dismiss");
-        return dismiss.has_value();
-    }));
-    ASSERT_TRUE(waitForWidth(openWidth));
-    clickAt(dismiss->x + dismiss->width / 2, dismiss->y + dismiss->height / 2);
+    ASSERT_TRUE(program.clickButton("Dismiss"));
     EXPECT_TRUE(waitForWidth(compactWidth));
     EXPECT_TRUE(waitUntil([&] { return window.isActiveWindow(); }));
 }

@@ -1,4 +1,3 @@
-#include "kit/AccessibleTree.h"
 #include "kit/Agent.h"
 #include "kit/Desktop.h"
 #include "kit/Island.h"
@@ -6,6 +5,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QJsonArray>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +16,25 @@
 using namespace tirlo::e2e;
 
 namespace {
+
+const std::string allowAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}})"
+      "\n";
+const std::string denyAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"deny",)"
+      R"("message":"Denied from Tirlo"}}})"
+      "\n";
+const std::string alwaysAnswer
+    = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow",)"
+      R"("updatedPermissions":[{"rules":[{"ruleContent":"make:*","toolName":"Bash"}],)"
+      R"("type":"addRules"}]}}})"
+      "\n";
+
+const QJsonObject suggestions{
+    {"permission_suggestions",
+     QJsonArray{QJsonObject{
+         {"type", "addRules"},
+         {"rules", QJsonArray{QJsonObject{{"toolName", "Bash"}, {"ruleContent", "make:*"}}}}}}}};
 
 /// A stage whose pointer is off the island before the program starts, which would else fold its
 /// greeting away.
@@ -42,34 +61,6 @@ protected:
     {
         clickAt(screenMiddle(), 10);
         return waitForWidth(openWidth);
-    }
-
-    bool waitForText(const std::string &text) const
-    {
-        return waitUntil([&] { return showsText(program.processId(), text); }, patience);
-    }
-
-    bool waitForNoText(const std::string &text) const
-    {
-        return waitUntil([&] { return !showsText(program.processId(), text); }, patience);
-    }
-
-    /// Clicks the button once it has come to rest where the bus says it is.
-    bool click(const char *name) const
-    {
-        AccessibleNode last;
-        const bool rests = waitUntil(
-            [&] {
-                const auto found = findNode(program.processId(), "push button", name);
-                const AccessibleNode now = found.value_or(AccessibleNode());
-                const bool same = found && now.x == last.x && now.y == last.y;
-                last = now;
-                return same && islandWidth() == openWidth;
-            },
-            patience);
-        if (rests)
-            clickAt(last.x + last.width / 2, last.y + last.height / 2);
-        return rests;
     }
 
     /// Whether the light around the mascot of the overview comes to be of that kind.
@@ -106,24 +97,22 @@ protected:
         takePicture(QStringLiteral(TIRLO_PICTURES "/%1.png").arg(QLatin1String(stage)));
     }
 
-    /// Milliseconds: two busy processors are slow.
-    static constexpr int patience = 10000;
-
     Program program{TIRLO_PROGRAM};
     Agent editor{program.hookScript(), "session-1", "/src/lighthouse"};
+    const QJsonObject makeCall{{"command", "make release"}};
 };
 
 TEST_F(SessionTest, AWholeSessionIsSeenOnTheIsland)
 {
     ASSERT_TRUE(open());
     ASSERT_TRUE(editor.send("SessionStart"));
-    EXPECT_TRUE(waitForText("lighthouse"));
-    EXPECT_TRUE(showsText(program.processId(), "Claude Code"));
+    EXPECT_TRUE(program.waitForText("lighthouse"));
+    EXPECT_TRUE(program.shows("Claude Code"));
     keepPicture("session-1-start");
 
     ASSERT_TRUE(editor.send("UserPromptSubmit", {{"prompt", "Turn the lamp faster"}}));
-    EXPECT_TRUE(waitForText("Turn the lamp faster"));
-    EXPECT_TRUE(waitForText("1/1"));
+    EXPECT_TRUE(program.waitForText("Turn the lamp faster"));
+    EXPECT_TRUE(program.waitForText("1/1"));
     keepPicture("session-2-prompt");
 
     const std::array<std::pair<const char *, QJsonObject>, 10> tools{{
@@ -140,43 +129,44 @@ TEST_F(SessionTest, AWholeSessionIsSeenOnTheIsland)
     }};
     for (const auto &[tool, input] : tools)
         ASSERT_TRUE(editor.sendTool(tool, input)) << tool;
-    EXPECT_TRUE(waitForText("11/11")) << "the prompt and ten tools";
-    EXPECT_TRUE(waitForText("NEWS.md"));
+    EXPECT_TRUE(program.waitForText("11/11")) << "the prompt and ten tools";
+    EXPECT_TRUE(program.waitForText("NEWS.md"));
     EXPECT_TRUE(waitForGlow(isBlue));
     keepPicture("session-3-tools");
 
     ASSERT_TRUE(editor.send("Notification", {{"message", "Which lamp do you mean?"}}));
-    EXPECT_TRUE(waitForText("Which lamp do you mean?"));
-    EXPECT_TRUE(waitForText("12/12"));
+    EXPECT_TRUE(program.waitForText("Which lamp do you mean?"));
+    EXPECT_TRUE(program.waitForText("12/12"));
     keepPicture("session-4-question");
 
     ASSERT_TRUE(editor.send("Notification", {{"message", "You have hit your rate limit."}}));
     EXPECT_TRUE(waitForGlow(isAmber));
-    EXPECT_TRUE(showsText(program.processId(), "12/12")) << "it is a mood and no step";
+    EXPECT_TRUE(program.shows("12/12")) << "it is a mood and no step";
     keepPicture("session-5-rate-limit");
 
     const auto request = editor.askFor("Bash", {{"command", "make install"}});
-    EXPECT_TRUE(waitForText("make install"));
-    EXPECT_TRUE(waitForText("needs permission"));
+    EXPECT_TRUE(program.waitForText("make install"));
+    EXPECT_TRUE(program.waitForText("needs permission"));
     keepPicture("session-6-approval");
-    ASSERT_TRUE(click("Allow"));
+    ASSERT_TRUE(program.clickButton("Allow"));
     ASSERT_TRUE(request->waitForEnd());
-    EXPECT_TRUE(request->output().contains("allow"));
-    EXPECT_TRUE(waitForNoText("needs permission"));
+    EXPECT_EQ(request->exitCode(), 0);
+    EXPECT_EQ(request->output().toStdString(), allowAnswer);
+    EXPECT_TRUE(program.waitForNoText("needs permission"));
 
     ASSERT_TRUE(editor.send("StopFailure"));
-    EXPECT_TRUE(waitForText("Workflow stopped."));
+    EXPECT_TRUE(program.waitForText("Workflow stopped."));
     EXPECT_TRUE(waitUntil(
         [] { return countPixels(openWidth, QRect(200, 120, 240, 30), isRed) > 2000; }, patience));
     keepPicture("session-7-failure");
 
     ASSERT_TRUE(editor.send("Stop", {{"message", "The lamp is twice as fast."}}));
-    EXPECT_TRUE(waitForText("Claude Code finished"));
-    EXPECT_TRUE(waitForText("The lamp is twice as fast."));
+    EXPECT_TRUE(program.waitForText("Claude Code finished"));
+    EXPECT_TRUE(program.waitForText("The lamp is twice as fast."));
     EXPECT_TRUE(waitUntil(
         [] { return countPixels(openWidth, QRect(200, 120, 240, 30), isGreen) > 2000; }, patience));
     keepPicture("session-8-stop");
-    ASSERT_TRUE(click("Dismiss"));
+    ASSERT_TRUE(program.clickButton("Dismiss"));
     EXPECT_TRUE(waitForWidth(compactWidth, patience));
 }
 
@@ -201,19 +191,19 @@ TEST_F(SessionTest, TwoAgentsAtOnceAreKeptApart)
     for (const auto &run : runs)
         ASSERT_TRUE(run->waitForEnd(patience));
 
-    EXPECT_TRUE(waitForText("lamp.c"));
-    EXPECT_TRUE(waitForText("4/4"));
-    EXPECT_FALSE(showsText(program.processId(), "crane.c")) << "the other's steps are its own";
+    EXPECT_TRUE(program.waitForText("lamp.c"));
+    EXPECT_TRUE(program.waitForText("4/4"));
+    EXPECT_FALSE(program.shows("crane.c")) << "the other's steps are its own";
     keepPicture("two-agents-1");
-    ASSERT_TRUE(click("harbour"));
-    EXPECT_TRUE(waitForText("crane.c"));
-    EXPECT_TRUE(waitForText("4/4"));
-    EXPECT_TRUE(waitForNoText("lamp.c"));
-    EXPECT_TRUE(findNode(program.processId(), "push button", "VS Code"));
+    ASSERT_TRUE(program.clickButton("harbour"));
+    EXPECT_TRUE(program.waitForText("crane.c"));
+    EXPECT_TRUE(program.waitForText("4/4"));
+    EXPECT_TRUE(program.waitForNoText("lamp.c"));
+    EXPECT_TRUE(program.button("VS Code"));
     keepPicture("two-agents-2");
 }
 
-TEST_F(SessionTest, FiveOthersHaveFourPillsAndAsManySmallMascots)
+TEST_F(SessionTest, FiveOthersHaveFourSmallMascots)
 {
     ASSERT_TRUE(editor.send("SessionStart"));
     const std::array names{"anchor", "buoy", "crane", "dock", "eddy"};
@@ -228,17 +218,40 @@ TEST_F(SessionTest, FiveOthersHaveFourPillsAndAsManySmallMascots)
         EXPECT_TRUE(
             waitUntil([&] { return countPixels(compactWidth, cell, isColoured) > 10; }, patience))
             << cell.x() << "," << cell.y();
-    keepPicture("five-others-1");
+    keepPicture("five-others");
+}
 
-    ASSERT_TRUE(open());
-    const auto pills = [&] {
-        int count = 0;
-        for (const char *name : names)
-            count += findNode(program.processId(), "push button", name) ? 1 : 0;
-        return count;
-    };
-    EXPECT_TRUE(waitUntil([&] { return pills() == 4; }, patience)) << pills();
-    keepPicture("five-others-2");
+TEST_F(SessionTest, AlwaysAndDenyAnswerInTheAgentsWords)
+{
+    const auto always = editor.askFor("Bash", makeCall, suggestions);
+    ASSERT_TRUE(program.clickButton("Always"));
+    ASSERT_TRUE(always->waitForEnd());
+    EXPECT_EQ(always->output().toStdString(), alwaysAnswer);
+
+    const auto deny = editor.askFor("Bash", makeCall, suggestions);
+    ASSERT_TRUE(program.clickButton("Deny"));
+    ASSERT_TRUE(deny->waitForEnd());
+    EXPECT_EQ(deny->exitCode(), 0);
+    EXPECT_EQ(deny->output().toStdString(), denyAnswer);
+
+    // In a terminal the agent asks by itself.
+    const Agent terminal(program.hookScript(), "session-3", "/src/x", "", "xterm");
+    const auto request = terminal.askFor("Bash", makeCall);
+    ASSERT_TRUE(request->waitForEnd(3000));
+    EXPECT_EQ(request->exitCode(), 0);
+    EXPECT_EQ(request->output().toStdString(), "");
+    EXPECT_FALSE(program.button("Allow"));
+}
+
+TEST_F(SessionTest, ARequestAnsweredElsewhereLeavesANoteAndCloses)
+{
+    const auto request = editor.askFor("Bash", makeCall);
+    ASSERT_TRUE(program.waitForButton("Allow"));
+    request->kill();
+    ASSERT_TRUE(program.waitForText("Handled in VS Code."));
+    EXPECT_TRUE(program.waitForNoText("needs permission")) << "the card fades and is gone";
+    EXPECT_FALSE(program.button("Allow"));
+    EXPECT_TRUE(program.waitForNoText("Handled in VS Code."));
 }
 
 } // namespace

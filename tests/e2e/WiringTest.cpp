@@ -1,4 +1,3 @@
-#include "kit/AccessibleTree.h"
 #include "kit/Desktop.h"
 #include "kit/Program.h"
 #include "kit/TrayHost.h"
@@ -12,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -36,32 +34,16 @@ protected:
             if (row.properties.value("label") == "Settings…")
                 item.choose(row);
         }
-        ASSERT_TRUE(waitUntil([&] {
-            return findNode(program->processId(), "panel", "Claude Code Hooks").has_value();
-        }));
+        ASSERT_TRUE(program->waitForText("Claude Code Hooks"));
     }
 
-    bool shows(const char *text) const { return showsText(program->processId(), text); }
-
-    /// The first button on show of that name.
-    std::optional<AccessibleNode> button(const char *name) const
+    /// Clicks the button of the settings, wherever it is in them.
+    bool clickInSettings(const char *name) const
     {
-        return findNode(program->processId(), "push button", name);
-    }
-
-    /// Clicks the button until that does something: it may still be on its way to its place.
-    bool clickUntil(const char *name, const std::function<bool()> &condition) const
-    {
-        constexpr int attempts = 8;
-        for (int attempt = 0; attempt < attempts; ++attempt) {
-            waitUntil([&] { return button(name) || condition(); });
-            scrollTo(name);
-            if (const auto target = button(name))
-                clickAt(target->x + target->width / 2, target->y + target->height / 2);
-            if (waitUntil(condition, 2000))
-                return true;
-        }
-        return false;
+        if (!program->waitForButton(name))
+            return false;
+        scrollTo(name);
+        return program->clickButton(name);
     }
 
     /// Turns the wheel over the settings until the button, if it is one of theirs, is in sight.
@@ -70,7 +52,7 @@ protected:
         constexpr int turns = 40;
         for (int turn = 0; turn < turns; ++turn) {
             const auto window = findNode(program->processId(), "filler", "Settings — Tirlo");
-            const auto target = button(name);
+            const auto target = program->button(name);
             if (!window || !target || target->y < window->y)
                 return;
             if (target->y + 2 * target->height < window->y + window->height)
@@ -113,11 +95,11 @@ protected:
 
 TEST_F(WiringTest, WhatTheSettingsInstallBringsAgentsToTheIsland)
 {
-    ASSERT_TRUE(clickUntil("Install hooks",
-                           [&] { return shows("Review the JSON below before confirming."); }));
+    ASSERT_TRUE(clickInSettings("Install hooks"));
+    ASSERT_TRUE(program->waitForText("Review the JSON below before confirming."));
     EXPECT_EQ(claudeSettings(), "") << "nothing is written before it was read";
-    ASSERT_TRUE(clickUntil("Confirm & write",
-                           [&] { return shows("✓ Hooks installed in ~/.claude/settings.json"); }));
+    ASSERT_TRUE(clickInSettings("Confirm & write"));
+    ASSERT_TRUE(program->waitForText("✓ Hooks installed in ~/.claude/settings.json"));
 
     const auto start = runHook("SessionStart", {});
     ASSERT_TRUE(start->waitForFinished());
@@ -125,10 +107,11 @@ TEST_F(WiringTest, WhatTheSettingsInstallBringsAgentsToTheIsland)
     const auto request
         = runHook("PermissionRequest",
                   {{"tool_name", "Bash"}, {"tool_input", QJsonObject{{"command", "make"}}}});
-    ASSERT_TRUE(waitUntil([&] { return shows("needs permission"); }, 10000));
-    EXPECT_TRUE(shows("lighthouse"));
+    ASSERT_TRUE(program->waitForText("needs permission"));
+    EXPECT_TRUE(program->shows("lighthouse"));
     EXPECT_EQ(request->state(), QProcess::Running);
-    ASSERT_TRUE(clickUntil("Allow", [&] { return request->state() == QProcess::NotRunning; }));
+    ASSERT_TRUE(program->clickButton("Allow"));
+    ASSERT_TRUE(request->waitForFinished());
     EXPECT_TRUE(request->readAll().contains(R"("behavior":"allow")"));
 }
 

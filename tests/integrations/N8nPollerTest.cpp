@@ -35,7 +35,7 @@ struct N8nPollerTest : PollerFixture
                       .arg(QLatin1String(status))
                       .toUtf8());
         answer(200, detail);
-        return pill(pillId).steps;
+        return task(pillId).steps;
     }
 
     /// The addresses asked for since the last call.
@@ -55,25 +55,22 @@ TEST_F(N8nPollerTest, SaysInItsLogWhatItDoes)
 {
     activate(pillId);
     cycleWith(R"({"id": 41, "finished": true, "status": "success"})");
-    const HttpRequest &request = http.requests.at(0);
-    EXPECT_EQ(request.timeout, 10);
-    EXPECT_EQ(request.headers,
-              (QList<std::pair<QByteArray, QByteArray>>{{"X-N8N-API-KEY", "key"},
-                                                        {"Accept", "application/json"}}));
     answer(200, R"({"name": "Or\nders", "workflowData": {"name": 7}})");
-    EXPECT_EQ(http.requests.at(1).headers, request.headers);
+    const Headers headers{{"X-N8N-API-KEY", "key"}, {"Accept", "application/json"}};
+    expectRequest(u"http://n8n.test/api/v1/executions?limit=1&includeData=false"_s, headers);
+    expectRequest(u"http://n8n.test/api/v1/executions/41?includeData=true"_s, headers);
     EXPECT_EQ(takeLogLines(),
               QStringList({"Polling http://n8n.test/api/v1/executions?limit=1&includeData=false",
                            "New execution id=41 status=success", "Parsed: Or\\u000Aders"}));
-    EXPECT_EQ(pill(pillId).steps, QStringList("Or\nders"));
-    EXPECT_EQ(pill(pillId).state, BotState::finished);
-    EXPECT_EQ(pill(pillId).pillBadge, PillBadge::finished);
+    EXPECT_EQ(task(pillId).steps, QStringList("Or\nders"));
+    EXPECT_EQ(task(pillId).state, BotState::finished);
+    EXPECT_EQ(task(pillId).pillBadge, PillBadge::finished);
     EXPECT_EQ(sound.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
 
     queue.advance(60);
-    EXPECT_EQ(pill(pillId).state, BotState::idle);
-    EXPECT_EQ(pill(pillId).pillBadge, std::nullopt);
+    EXPECT_EQ(task(pillId).state, BotState::idle);
+    EXPECT_EQ(task(pillId).pillBadge, std::nullopt);
 }
 
 TEST_F(N8nPollerTest, TakesAListInEveryShapeAndStopsAtWhatItCannotUse)
@@ -85,27 +82,20 @@ TEST_F(N8nPollerTest, TakesAListInEveryShapeAndStopsAtWhatItCannotUse)
         QStringList lines;
     } rows[] = {
         {"<html>", {"Unexpected response shape"}},
-        {"", {"Unexpected response shape"}},
-        {"7", {"Unexpected response shape"}},
         {R"({"data": {"results": []}})", {"Unexpected response shape"}},
         {R"({"data": [7]})", {"Unexpected response shape"}},
-        {"[[]]", {"Unexpected response shape"}},
         {"[]", {"No executions found"}},
         {R"({"data": []})", {"No executions found"}},
         {R"([{"status": "success"}])", {"No id in execution"}},
         {R"([{"id": 1.5, "status": "success"}])", {"No id in execution"}},
-        {R"([{"id": true, "status": "success"}])", {"No id in execution"}},
         {R"([{"id": "a1", "status": "running"}])", {"id=a1 status=running — not terminal"}},
-        {R"([{"id": "a1"}])", {"id=a1 status=? — not terminal"}},
         {R"([{"id": "a1", "status": 1}])", {"id=a1 status=? — not terminal"}},
         {R"([{"id": "a1", "status": "success"}])", {"New execution id=a1 status=success"}},
         {R"([{"id": "a1", "status": "error"}])", {"Same id=a1 — no change"}},
-        {R"([{"id": 9007199254740993, "status": "error"}])",
-         {"New execution id=9007199254740993 status=error"}},
-        {R"([{"id": "9007199254740993", "status": "error"}])",
-         {"Same id=9007199254740993 — no change"}},
         {R"([{"id": 36893488147419103233, "status": "crashed"}])",
          {"New execution id=36893488147419103233 status=crashed"}},
+        {R"([{"id": "36893488147419103233", "status": "error"}])",
+         {"Same id=36893488147419103233 — no change"}},
         {R"({"data": [{"id": 1, "status": "canceled"}, {"id": 2}]})",
          {"New execution id=1 status=canceled"}},
         {R"([{"id": 2, "status": "failed"}])", {"New execution id=2 status=failed"}},
@@ -123,7 +113,7 @@ TEST_F(N8nPollerTest, TakesAListInEveryShapeAndStopsAtWhatItCannotUse)
             EXPECT_TRUE(sound.played.isEmpty()) << row.body;
         }
     }
-    EXPECT_EQ(pill(pillId).state, BotState::error) << "of all of them only success is one";
+    EXPECT_EQ(task(pillId).state, BotState::error) << "of all of them only success is one";
 }
 
 TEST_F(N8nPollerTest, GoesThroughItsAddressesUntilOneAnswers)
@@ -142,7 +132,7 @@ TEST_F(N8nPollerTest, GoesThroughItsAddressesUntilOneAnswers)
     http.requests.clear();
     poller.poll();
     answer(404);
-    answer(200, R"([{"id": "7", "status": "success"}])");
+    answer(200, R"([{"id": "a/7?", "status": "success"}])");
     answer(0);
     answer(200, "<html>");
     answer(403);
@@ -151,14 +141,14 @@ TEST_F(N8nPollerTest, GoesThroughItsAddressesUntilOneAnswers)
     EXPECT_EQ(takeAddresses(),
               QStringList({"http://n8n.test/api/v1/executions?limit=1&includeData=false",
                            "http://n8n.test/rest/executions?limit=1&includeData=false",
-                           "http://n8n.test/api/v1/executions/7?includeData=true",
-                           "http://n8n.test/api/v1/executions/7",
-                           "http://n8n.test/rest/executions/7?includeData=true",
-                           "http://n8n.test/rest/executions/7"}));
-    EXPECT_EQ(
-        takeLogLines().mid(3),
-        QStringList({"New execution id=7 status=success", "Detail HTTP 403", "Detail HTTP 500"}));
-    EXPECT_EQ(pill(pillId).steps, QStringList("Workflow"));
+                           "http://n8n.test/api/v1/executions/a%2F7%3F?includeData=true",
+                           "http://n8n.test/api/v1/executions/a%2F7%3F",
+                           "http://n8n.test/rest/executions/a%2F7%3F?includeData=true",
+                           "http://n8n.test/rest/executions/a%2F7%3F"}));
+    EXPECT_EQ(takeLogLines().mid(3),
+              QStringList(
+                  {"New execution id=a/7? status=success", "Detail HTTP 403", "Detail HTTP 500"}));
+    EXPECT_EQ(task(pillId).steps, QStringList("Workflow"));
     EXPECT_EQ(sound.played, QStringList("finish"));
 }
 
@@ -166,8 +156,6 @@ TEST_F(N8nPollerTest, TakesTheUsersAddressAsItIsButForSlashesAtItsEnds)
 {
     const auto list = u"/api/v1/executions?limit=1&includeData=false"_s;
     const std::pair<QString, QString> rows[] = {
-        {"https://n8n.test", "https://n8n.test"},
-        {"https://n8n.test/", "https://n8n.test"},
         {"//https://n8n.test:5678///", "https://n8n.test:5678"},
         {"https://n8n.test/team/n8n/", "https://n8n.test/team/n8n"},
         {"n8n.test", "n8n.test"},
@@ -181,8 +169,7 @@ TEST_F(N8nPollerTest, TakesTheUsersAddressAsItIsButForSlashesAtItsEnds)
         takeLogLines();
     }
     http.requests.clear();
-    for (const char *url :
-         {" https://n8n.test", "https://n8n.test/ ", "https://n8n .test", "http://[x"}) {
+    for (const char *url : {"https://n8n.test/ ", "http://[x"}) {
         keychain.set(u"n8n-url"_s, QString::fromLatin1(url));
         poller.poll();
         EXPECT_EQ(takeLogLines(), QStringList("All list endpoints failed")) << url;
@@ -210,36 +197,53 @@ TEST_F(N8nPollerTest, DigestsTheLastNodesOutput)
     const QString fifty = u"é"_s.repeated(50);
     const std::pair<QByteArray, QString> rows[] = {
         {output("[[{}]]"), "→ Send mail · 1 item"},
-        {output("[[{}, {}, {}], []]"), "→ Send mail · 3 items"},
-        {output("[[]]"), "→ Send mail · 0 items"},
         {output(R"([[{"json": {}}]])"), "→ Send mail · 1 item"},
         {output(R"([["x", {"json": {"a": 1}}]])"), "→ Send mail · 2 items"},
         {output(R"([[{"json": {"zeta": 9007199254740993, "a": [1, [2], 3], "m": {"x": 1},
                                 "b": null, "hidden": 5}}]])"),
          "→ Send mail · 1 item\nzeta: 9007199254740993\na: [3]\nm: {…}\nb: null"},
-        {output(("[[{\"json\": {\"t\": \"" + fifty
-                 + "tail\", \"n\": -0.50, \"y\": true, \"\": \"\"}}]]")
+        {output(("[[{\"json\": {\"t\": \"" + fifty + "tail\", \"n\": -0.50, \"y\": true, \"1\": 1"
+                 + u"0"_s.repeated(5000) + "}}]]")
                     .toUtf8()),
-         u"→ Send mail · 1 item\nt: "_s + fifty + u"\nn: -0.50\ny: true\n: "_s},
+         u"→ Send mail · 1 item\nt: "_s + fifty + u"\nn: -0.50\ny: true\n1: 1"_s
+             + u"0"_s.repeated(49)},
     };
     for (const auto &[body, digest] : rows)
         EXPECT_EQ(stepsFor("success", body), QStringList({"Orders", digest})) << body.constData();
 
     const QByteArray without[] = {
         R"({"name": "Orders"})",
-        R"({"name": "Orders", "data": "[{}]"})",
         R"({"name": "Orders", "data": {"resultData": []}})",
         detail(R"({"lastNodeExecuted": 7, "runData": {}})"),
         detail(R"({"lastNodeExecuted": "A", "runData": {"B": [{"data": {"main": [[]]}}]}})"),
         detail(R"({"lastNodeExecuted": "A", "runData": {"A": {"data": {"main": [[]]}}}})"),
-        detail(R"({"lastNodeExecuted": "A", "runData": {"A": []}})"),
         output("[]"),
-        output("[null]"),
         output("[[], 7]"),
         output("{}"),
     };
     for (const QByteArray &body : without)
         EXPECT_EQ(stepsFor("success", body), QStringList("Orders")) << body.constData();
+}
+
+TEST_F(N8nPollerTest, AnExecutionWithALotOfDataIsToldOfOnceItIsRead)
+{
+    activate(pillId);
+    cycleWith(R"({"id": 1, "status": "success"})");
+    QByteArrayList items;
+    for (int i = 0; i < 20'000; ++i)
+        items += R"({"json": {"name": "Someone", "mail": "someone@example.com", "bought": 12}})";
+    const QByteArray body = R"({"name": "Orders", "data": {"resultData": {
+        "lastNodeExecuted": "Mail", "runData": {"Mail": [{"data": {"main": [[)"
+        + items.join(',') + "]]}}]}}}}";
+    ASSERT_GT(body.size(), 1'000'000);
+    answer(200, body);
+    EXPECT_TRUE(task(pillId).steps.isEmpty()) << "the main thread did not wait for it";
+    // The list that comes in between does not make the news old.
+    poller.poll();
+    answer(200, R"([{"id": 1, "status": "success"}])");
+    ASSERT_TRUE(eventually([&] { return !task(pillId).steps.isEmpty(); }));
+    EXPECT_EQ(task(pillId).steps.last(),
+              "→ Mail · 20000 items\nname: Someone\nmail: someone@example.com\nbought: 12");
 }
 
 TEST_F(N8nPollerTest, DigestsTheError)
@@ -252,20 +256,18 @@ TEST_F(N8nPollerTest, DigestsTheError)
         {R"({"error": {"message": "Timed out", "node": "Gmail"}, "runData": {}})",
          {"W", "Timed out"}},
         {R"({"error": {"node": {"name": "Gmail"}}})", {"W", "Gmail\n"}},
-        {R"({"error": {"message": 7}})", {"W", ""}},
         {R"({"error": "no", "runData": {
               "Z": [{"error": {"message": 7}}], "Y": {}, "X": [], "W": [7],
               "M": [{"data": 1, "error": {"message": "First"}}],
               "A": [{"error": {"message": "Second"}}]}})",
          {"W", "M\nFirst"}},
         {R"({"runData": {"M": [{}, {"error": {"message": "Later run"}}]}})", {"W"}},
-        {R"({"runData": []})", {"W"}},
     };
     for (const auto &[resultData, steps] : rows) {
         const QByteArray body
             = QByteArray("{\"name\": \"W\", \"data\": {\"resultData\": ") + resultData + "}}";
         EXPECT_EQ(stepsFor("crashed", body), steps) << resultData;
-        EXPECT_EQ(pill(pillId).state, BotState::error);
+        EXPECT_EQ(task(pillId).state, BotState::error);
     }
     EXPECT_TRUE(sound.played.removeAll(u"error"_s) && sound.played.isEmpty());
 }
@@ -286,7 +288,7 @@ TEST_F(N8nPollerTest, AFilteredExecutionIsSpent)
     cycleWith(R"({"id": 2, "status": "running"})");
     cycleWith(R"({"id": 2, "status": "success"})");
     answer(200, detailOf);
-    EXPECT_EQ(pill(pillId).steps, QStringList("Orders"));
+    EXPECT_EQ(task(pillId).steps, QStringList("Orders"));
 }
 
 } // namespace

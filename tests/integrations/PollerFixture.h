@@ -1,28 +1,15 @@
 #pragma once
 
-#include "core/AppLog.h"
-#include "core/AppState.h"
 #include "core/KeychainStore.h"
-#include "core/Notifications.h"
-#include "core/Paths.h"
-#include "integrations/PollerContext.h"
+#include "integrations/Poller.h"
 #include "support/FakeHttpClient.h"
-#include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreFixture.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace tirlo {
-
-using namespace Qt::StringLiterals;
 
 /// The names of all items in which the pollers look for keys.
 inline const QStringList serviceKeys{
@@ -30,73 +17,102 @@ inline const QStringList serviceKeys{
     u"notion-api-key"_s, u"calcom-api-key"_s, u"n8n-api-key"_s,
 };
 
-/// The store and the services around the pollers, with every key, in a home and a time of their own.
-struct PollerFixture : testing::Test
+/// Answers that are no answer, of status 200 all the same.
+inline const QByteArrayList nonsense{
+    "",    "<html>Sign in</html>",
+    "{}",  R"({"data": {}, "results": "x", "deployments": {}})",
+    "[7]", R"({"data": [7], "results": [null], "deployments": ["x"]})"};
+
+/// A body that a service may answer with; what can be told apart in it carries the number.
+inline QByteArray goodBody(const QString &path, int number)
 {
+    // What is asked for one execution has the longest path.
+    static const std::pair<QLatin1String, QString> bodies[]{
+        {"/v6/deployments"_L1, R"({"deployments": [
+            {"uid": "%1", "name": "site", "url": "%1", "state": "READY"},
+            {"uid": "%1", "name": "site", "url": "%1", "state": "ERROR"}]})"},
+        {"/v1/balance"_L1, R"({"available": [{"currency": "c%1", "amount": %1}]})"},
+        {"/v1/charges"_L1, R"({"data": [
+            {"id": "%1", "amount": %1, "currency": "eur", "status": "ok"}]})"},
+        {"/user/repos"_L1, R"([{"stargazers_count": %1}])"},
+        {"/user"_L1, R"({"public_repos": %1})"},
+        {"/emails"_L1, R"({"total": %1, "data": [
+            {"id": "%1", "created_at": "2026-03-14T09:26:53Z"},
+            {"id": "%1", "created_at": "2026-03-14T09:26:53Z"}]})"},
+        {"/v1/search"_L1, R"({"results": [
+            {"id": "%1", "last_edited_time": "2026-03-14T09:26:53Z"},
+            {"id": "%1", "last_edited_time": "2026-03-14T09:26:53Z"}]})"},
+        {"/v2/bookings"_L1, R"({"data": [
+            {"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"},
+            {"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"}]})"},
+        {"/api/v1/executions/"_L1, R"({"name": "w%1"})"},
+        {"/api/v1/executions"_L1, R"({"data": [{"id": %1, "status": "success"}]})"},
+        {"/rest/executions/"_L1, R"({"name": "w%1"})"},
+        {"/rest/executions"_L1, R"([{"id": %1, "status": "failed"}])"},
+    };
+    for (const auto &[start, body] : bodies) {
+        if (path.startsWith(start))
+            return body.arg(number).toUtf8();
+    }
+    return {};
+}
+
+/// The store and the services around the pollers, with every key.
+struct PollerFixture : StoreFixture
+{
+    using Headers = QList<std::pair<QByteArray, QByteArray>>;
+
     PollerFixture()
     {
         keychain.load();
         for (const QString &item : serviceKeys)
             keychain.set(item, u"key"_s);
         keychain.set(u"n8n-url"_s, u"http://n8n.test"_s);
-        QObject::connect(&notifications, &Notifications::hookReveal, [this] { ++reveals; });
     }
 
     /// Makes the service's pill exist, as the user's choice in the settings does.
     void activate(const QString &id) { state.toggleIntegration(id); }
 
-    AgentTask pill(const QString &id) const { return state.task(id).value_or(AgentTask()); }
-
     /// Sends a cycle of the poller and answers its one request with status 200.
-    template<typename SomePoller>
-    void cycle(SomePoller &poller, const QByteArray &body)
+    void cycle(Poller &poller, const QByteArray &body)
+    {
+        cycle(poller, {.status = 200, .body = body});
+    }
+    void cycle(Poller &poller, const HttpReply &reply)
     {
         poller.poll();
-        ASSERT_TRUE(http.answer({.status = 200, .body = body}));
+        ASSERT_TRUE(http.answer(reply));
+    }
+
+    /// Checks what the oldest request asked for, and forgets it.
+    void expectRequest(const QString &url, const Headers &headers, double timeout = 10)
+    {
+        ASSERT_FALSE(http.requests.empty());
+        const HttpRequest request = http.requests.front();
+        http.requests.erase(http.requests.begin());
+        EXPECT_EQ(request.url.toString(), url);
+        EXPECT_EQ(request.headers, headers);
+        EXPECT_EQ(request.timeout, timeout);
     }
 
     /// The address of the last request.
     QString lastAddress() const { return http.requests.back().url.toString(); }
 
-    /// Lets other threads go on until the condition holds.
-    template<typename Condition>
-    bool eventually(Condition condition)
+    /// The lines that n8n's log has got since the last call.
+    QStringList takeLogLines()
     {
-        return QTest::qWaitFor(
-            [&] {
-                queue.drain();
-                return condition();
-            },
-            10000);
-    }
-
-    /// The lines of n8n's log without their time stamps, and forgets them.
-    QStringList takeLogLines() const
-    {
-        QFile file(paths.logFolder() + u"/n8n.log"_s);
-        QStringList lines;
-        if (file.open(QIODevice::ReadWrite)) {
-            while (!file.atEnd())
-                lines += QString::fromUtf8(file.readLine()).mid(9).chopped(1);
-            file.resize(0);
-        }
+        const QStringList lines = logLines(u"n8n.log"_s, 8).mid(m_takenLines);
+        m_takenLines += lines.size();
         return lines;
     }
 
-    QTemporaryDir home;
-    Paths paths{home.path()};
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sound;
     FakeHttpClient http;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
-    AppLog log{paths, queue};
     PollerContext context{state, notifications, sound, queue, http, keychain, log};
 
-    int reveals = 0;
+private:
+    qsizetype m_takenLines = 0;
 };
 
 } // namespace tirlo

@@ -5,69 +5,79 @@
 namespace tirlo {
 namespace {
 
-/// Notes when its cycles run.
-class CountingPoller final : public Poller
+/// Asks for a text and keeps it.
+class TextPoller final : public Poller
 {
 public:
-    explicit CountingPoller(const PollerContext &context)
+    explicit TextPoller(const PollerContext &context)
         : Poller(context, {.firstAfterStart = 5, .interval = 30})
     {
     }
 
-    void poll() override { times.append(m_context.queue.mediaTime()); }
-
-    [[nodiscard]] bool hasKey() const { return key(QLatin1String("vercel-token")).has_value(); }
-
     QList<double> times;
+    QByteArrayList texts;
+
+private:
+    void runCycle() override
+    {
+        times.append(m_context.queue.mediaTime());
+        fetch(
+            {}, [](const QByteArray &body) { return body; },
+            [this](const QByteArray &body) { texts.append(body); },
+            [this](const HttpReply &) { texts.append("failed"); });
+    }
 };
 
 struct PollerTest : PollerFixture
 {
-    CountingPoller poller{context};
+    TextPoller poller{context};
 };
 
-TEST_F(PollerTest, RunsItsCyclesFromTheFirstStartOn)
+TEST_F(PollerTest, BeginsAnewAfterASleepAndOnlyThen)
 {
-    queue.advance(100);
-    poller.start();
-    queue.advance(1);
-    poller.start();
-    queue.advance(94);
-    EXPECT_EQ(poller.times, QList<double>({105, 135, 165, 195}));
-    poller.start();
-    queue.advance(30);
-    EXPECT_EQ(poller.times.last(), 225);
-    EXPECT_EQ(poller.times.size(), 5);
-}
-
-TEST_F(PollerTest, PollsOnceAfterASleepAndKeepsItsRhythm)
-{
+    queue.sleep(1000);
+    poller.wake();
     poller.start();
     queue.advance(10);
+    poller.wake();
+    EXPECT_EQ(poller.times, QList<double>({5}));
+
     queue.sleep(1000);
+    queue.advance(1);
+    poller.wake();
+    queue.advance(1);
+    poller.wake();
     queue.advance(60);
-    EXPECT_EQ(poller.times, QList<double>({5, 1010, 1025, 1055}));
+    EXPECT_EQ(poller.times, QList<double>({5, 16, 46}));
+
+    queue.sleep(1000);
+    queue.advance(5);
+    poller.wake();
+    queue.advance(20);
+    EXPECT_EQ(poller.times.mid(3), QList<double>({76})) << "a cycle came before the watch did";
 }
 
-TEST_F(PollerTest, ReadsItsKeyAnew)
+TEST_F(PollerTest, AnOlderAnswerDoesNotReplaceANewerOne)
 {
-    EXPECT_TRUE(poller.hasKey());
-    keychain.set(u"vercel-token"_s, QString());
-    EXPECT_FALSE(poller.hasKey());
-
-    MemorySecretStore blank;
-    blank.items = {{"vercel-token", ""}};
-    const KeychainStore blankKeychain(blank);
-    CountingPoller other({state, notifications, sound, queue, http, blankKeychain, log});
-    EXPECT_FALSE(other.hasKey()) << "an empty item is no key";
-}
-
-TEST_F(PollerTest, NothingRunsAfterItsEnd)
-{
-    auto gone = std::make_unique<CountingPoller>(context);
-    gone->start();
-    gone.reset();
-    queue.advance(100);
+    const struct
+    {
+        HttpReply older, newer;
+        bool newerComesFirst;
+        QByteArrayList texts;
+    } rows[] = {
+        {{.status = 200, .body = "1"}, {.status = 200, .body = "2"}, false, {"1", "2"}},
+        {{.status = 200, .body = "1"}, {.status = 200, .body = "2"}, true, {"2"}},
+        {{.status = 500}, {.status = 200, .body = "2"}, true, {"2"}},
+        {{.status = 200, .body = "1"}, {.status = 500}, true, {"failed"}},
+    };
+    for (const auto &row : rows) {
+        poller.texts.clear();
+        poller.poll();
+        poller.poll();
+        ASSERT_TRUE(http.answer(row.newerComesFirst ? row.newer : row.older, row.newerComesFirst));
+        ASSERT_TRUE(http.answer(row.newerComesFirst ? row.older : row.newer));
+        EXPECT_EQ(poller.texts, row.texts);
+    }
 }
 
 } // namespace

@@ -49,7 +49,7 @@ public:
 private:
     HttpReply outcomeFor(const QString &path)
     {
-        const QByteArray body = bodyFor(path);
+        const QByteArray body = goodBody(path, ++m_number);
         switch (m_random() % 8) {
         case 0:
             return {.error = u"Offline."_s};
@@ -64,30 +64,6 @@ private:
         default:
             return {.status = 200, .body = body};
         }
-    }
-
-    QByteArray bodyFor(const QString &path)
-    {
-        static const QMap<QString, QString> bodies{
-            {"/v6/deployments", R"({"deployments": [
-                {"uid": "%1", "name": "site", "url": "%1", "state": "READY"},
-                {"uid": "%1", "name": "site", "url": "%1", "state": "ERROR"}]})"},
-            {"/v1/balance", R"({"available": [{"currency": "c%1", "amount": %1}]})"},
-            {"/v1/charges", R"({"data": [
-                {"id": "%1", "amount": %1, "currency": "eur", "status": "ok"}]})"},
-            {"/user", R"({"public_repos": %1})"},
-            {"/user/repos", R"([{"stargazers_count": %1}])"},
-            {"/emails", R"({"total": %1, "data": [
-                {"id": "%1", "created_at": "2026-03-14T09:26:53Z"},
-                {"id": "%1", "created_at": "2026-03-14T09:26:53Z"}]})"},
-            {"/v1/search", R"({"results": [{"id": "%1"}, {"id": "%1"}]})"},
-            {"/v2/bookings",
-             R"({"data": [{"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"},
-                {"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"}]})"},
-            {"/api/v1/executions", R"({"data": [{"id": %1, "status": "success"}]})"},
-            {"/rest/executions", R"([{"id": %1, "status": "failed"}])"},
-        };
-        return bodies.value(path, u"{\"name\": \"w%1\"}"_s).arg(++m_number).toUtf8();
     }
 
     MainQueue &m_queue;
@@ -157,15 +133,24 @@ TEST_F(PollingDayTest, KeepsToTheIntervalsAndNeverMixesAnswers)
     EXPECT_TRUE(state.stripeLoaded && state.notionLoaded && state.calcomLoaded);
     EXPECT_GT(reveals, 1000);
 
-    // Without keys only the timers go on.
+    // Whatever has run before, after a sleep all begin anew, each just once.
+    const auto awake = web.asked;
+    queue.sleep(day);
+    queue.advance(15 + 9 + 1);
+    for (const auto *path : {"/v1/balance", "/v1/charges", "/emails", "/user", "/v2/bookings"})
+        EXPECT_EQ(web.asked[path], awake[path] + 1) << path;
+
+    // Without keys only the timers go on; a blank one is none.
     for (const QString &item : serviceKeys)
         keychain.set(item, QString());
+    secrets.items = {{"vercel-token", ""}};
+    keychain.load();
     queue.advance(100);
     const auto before = web.asked;
     queue.advance(3600);
     EXPECT_EQ(web.asked, before);
-    EXPECT_EQ(pill("integration_vercel").state, BotState::idle);
-    EXPECT_EQ(pill("integration_n8n").steps, QStringList());
+    EXPECT_EQ(task("integration_vercel").state, BotState::idle);
+    EXPECT_EQ(task("integration_n8n").steps, QStringList());
 }
 
 } // namespace

@@ -21,61 +21,46 @@ MascotPlace expandedPlace(IslandView view, double uploadProgress = 0)
     return mascotPlace(IslandMode::expanded, view, expandedSize(view), true, uploadProgress);
 }
 
-TEST(IslandGeometryTest, ClosedSizesFollowTheNotch)
+TEST(IslandGeometryTest, TheSizeFollowsModeNotchViewAndChat)
 {
     EXPECT_EQ(islandSize(IslandMode::hidden, IslandView::overview, 80, 24, 0), QSizeF(80, 24));
     EXPECT_EQ(islandSize(IslandMode::compact, IslandView::prompt, 200, 38, 9), QSizeF(360, 38));
-}
-
-TEST(IslandGeometryTest, EveryViewHasItsHeightWhenExpanded)
-{
-    for (const IslandView view : allCases<IslandView>()) {
-        double height = 160;
-        if (view == IslandView::upload || view == IslandView::uploading
-            || view == IslandView::choose)
-            height = 176;
-        else if (view == IslandView::mail || view == IslandView::prompt)
-            height = 240;
-        else if (view == IslandView::greeting)
-            height = 150;
-        EXPECT_EQ(expandedSize(view), QSizeF(640, height)) << rawText(view).toStdString();
+    const struct
+    {
+        IslandView view;
+        qsizetype chatCount;
+        double height;
+    } rows[] = {
+        {IslandView::overview, 5, 160}, {IslandView::choose, 0, 176}, {IslandView::mail, 0, 240},
+        {IslandView::greeting, 0, 150}, {IslandView::prompt, 0, 240}, {IslandView::prompt, 1, 280},
+        {IslandView::prompt, 2, 300},   {IslandView::prompt, 9, 300},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(expandedSize(row.view, row.chatCount), QSizeF(640, row.height))
+            << rawText(row.view).toStdString() << ' ' << row.chatCount;
     }
 }
 
-TEST(IslandGeometryTest, PromptGrowsWithTheChatUpToItsCeiling)
+TEST(IslandGeometryTest, TheMascotHasItsPlaceInEveryViewAndMode)
 {
-    EXPECT_EQ(expandedSize(IslandView::prompt, 0).height(), 240);
-    EXPECT_EQ(expandedSize(IslandView::prompt, 1).height(), 280);
-    EXPECT_EQ(expandedSize(IslandView::prompt, 2).height(), 300);
-    EXPECT_EQ(expandedSize(IslandView::prompt, 1000).height(), 300);
-    EXPECT_EQ(expandedSize(IslandView::overview, 5).height(), 160);
-}
-
-TEST(IslandGeometryTest, CornersAreRounderWhenExpanded)
-{
-    EXPECT_EQ(islandShape(IslandMode::hidden, {184, 32}),
-              (IslandShape{.width = 184, .height = 32, .cornerRadius = 14, .topRadius = 0}));
-    EXPECT_EQ(islandShape(IslandMode::compact, {344, 32}).cornerRadius, 14);
-    EXPECT_EQ(islandShape(IslandMode::expanded, {640, 160}).cornerRadius, 22);
-}
-
-TEST(IslandGeometryTest, MascotStandsInTheMiddleOfTheCardAreaUnlessTheViewSaysOtherwise)
-{
-    EXPECT_EQ(expandedPlace(IslandView::overview), (MascotPlace{{68, 101}, 58, 1}));
-    EXPECT_EQ(expandedPlace(IslandView::mail), (MascotPlace{{56, 141}, 46, 1}));
-    EXPECT_EQ(expandedPlace(IslandView::prompt), (MascotPlace{{52, 141}, 44, 1}));
-    EXPECT_EQ(expandedPlace(IslandView::upload), (MascotPlace{{140, 104}, 62, 1}));
+    const struct
+    {
+        IslandView view;
+        double uploadProgress;
+        MascotPlace place;
+    } open[] = {
+        {IslandView::overview, 0, {{68, 101}, 58, 1}},
+        {IslandView::mail, 0, {{56, 141}, 46, 1}},
+        {IslandView::prompt, 0, {{52, 141}, 44, 1}},
+        {IslandView::upload, 0, {{140, 104}, 62, 1}},
+        {IslandView::uploading, 0, {{36, 118}, 20, 1}},
+        {IslandView::uploading, 1, {{562, 118}, 20, 1}},
+    };
+    for (const auto &row : open)
+        EXPECT_EQ(expandedPlace(row.view, row.uploadProgress), row.place)
+            << rawText(row.view).toStdString();
     EXPECT_EQ(expandedPlace(IslandView::greeting).diameter, 0);
-}
 
-TEST(IslandGeometryTest, MascotRidesTheProgressBar)
-{
-    EXPECT_EQ(expandedPlace(IslandView::uploading, 0), (MascotPlace{{36, 118}, 20, 1}));
-    EXPECT_EQ(expandedPlace(IslandView::uploading, 1).centre, QPointF(562, 118));
-}
-
-TEST(IslandGeometryTest, ClosedMascotShrinksWithTheIslandAndHidesInANotch)
-{
     const auto closed = [](IslandMode mode, double width, double height, bool hasNotch) {
         return mascotPlace(mode, IslandView::overview, {width, height}, hasNotch, 0);
     };
@@ -95,34 +80,33 @@ TEST(IslandGeometryTest, TheFirstScreenWithANotchIsChosen)
     EXPECT_EQ(notchScreen(FakeScreens::none()), std::nullopt);
 }
 
-TEST(IslandGeometryTest, NotchIsMeasuredBetweenItsSideAreas)
+TEST(IslandGeometryTest, TheIslandFitsTheNotchOrTheBarOfItsScreen)
 {
-    EXPECT_EQ(screenGeometry(FakeScreens::notched(), 24), (IslandScreenGeometry{200, 38, true}));
-}
-
-TEST(IslandGeometryTest, ImplausibleNotchWidthsGiveWay)
-{
-    const auto widthWith = [](std::optional<double> left, std::optional<double> right) {
+    const auto notched = [](std::optional<double> left, std::optional<double> right) {
         ScreenInfo screen = FakeScreens::notched();
         screen.auxiliaryTopLeftWidth = left;
         screen.auxiliaryTopRightWidth = right;
-        return screenGeometry(screen, 24).notchWidth;
+        return screen;
     };
-    EXPECT_EQ(widthWith(std::nullopt, std::nullopt), 184);
-    EXPECT_EQ(widthWith(656, std::nullopt), 184);
-    EXPECT_EQ(widthWith(std::nullopt, 656), 184);
-    EXPECT_EQ(widthWith(756, 756), 184) << "nothing between the areas";
-    EXPECT_EQ(widthWith(800, 800), 184) << "areas overlap";
-    EXPECT_EQ(widthWith(0, 0), 184) << "as wide as the screen";
-    EXPECT_EQ(widthWith(0, 1), 1511);
-}
-
-TEST(IslandGeometryTest, PlainScreenGetsATabNoHigherThanItsBar)
-{
-    EXPECT_EQ(screenGeometry(FakeScreens::plain(30), 22), (IslandScreenGeometry{80, 24, false}));
-    EXPECT_EQ(screenGeometry(FakeScreens::plain(18), 22), (IslandScreenGeometry{80, 18, false}));
-    EXPECT_EQ(screenGeometry(FakeScreens::plain(0), 22), (IslandScreenGeometry{80, 22, false}));
-    EXPECT_EQ(screenGeometry(FakeScreens::plain(0), 40), (IslandScreenGeometry{80, 24, false}));
+    const struct
+    {
+        ScreenInfo screen;
+        double barHeight;
+        IslandScreenGeometry geometry;
+    } rows[] = {
+        {FakeScreens::notched(), 24, {200, 38, true}},
+        {notched(std::nullopt, 656), 24, {184, 38, true}},
+        {notched(756, 756), 24, {184, 38, true}},
+        {notched(800, 800), 24, {184, 38, true}},
+        {notched(0, 0), 24, {184, 38, true}},
+        {notched(0, 1), 24, {1511, 38, true}},
+        {FakeScreens::plain(30), 22, {80, 24, false}},
+        {FakeScreens::plain(18), 22, {80, 18, false}},
+        {FakeScreens::plain(0), 22, {80, 22, false}},
+        {FakeScreens::plain(0), 40, {80, 24, false}},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(screenGeometry(row.screen, row.barHeight), row.geometry) << "row " << &row - rows;
 }
 
 } // namespace

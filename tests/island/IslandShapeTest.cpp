@@ -15,55 +15,37 @@ QPointF polar(const QPointF &centre, double distance, double degrees)
     return centre + distance * QPointF(std::cos(angle), std::sin(angle));
 }
 
-TEST(IslandShapeTest, TopIsSquareAndLowerCornersAreRound)
+TEST(IslandShapeTest, EachCornerIsTheArcThatTheRadiiAskFor)
 {
-    const QPainterPath path
-        = IslandShape{.width = 640, .height = 160, .cornerRadius = 22, .topRadius = 0}.path();
-    EXPECT_EQ(path.boundingRect(), QRectF(0, 0, 640, 160));
-    EXPECT_TRUE(path.contains({0.1, 0.1}));
-    EXPECT_TRUE(path.contains({639.9, 0.1}));
-    for (const double degrees : {5.0, 30.0, 45.0, 60.0, 85.0}) {
-        EXPECT_TRUE(path.contains(polar({618, 138}, 21.9, degrees))) << degrees;
-        EXPECT_FALSE(path.contains(polar({618, 138}, 22.1, degrees))) << degrees;
-        EXPECT_TRUE(path.contains(polar({22, 138}, 21.9, 90 + degrees))) << degrees;
-        EXPECT_FALSE(path.contains(polar({22, 138}, 22.1, 90 + degrees))) << degrees;
+    const struct
+    {
+        const char *about;
+        IslandShape shape;
+        /// Of an arc: its centre, its radius and the middle of it.
+        QPointF centre;
+        double radius;
+        double degrees;
+    } rows[] = {
+        {"lower right", {640, 160, 22, 0}, {618, 138}, 22, 45},
+        {"lower right, near its end", {640, 160, 22, 0}, {618, 138}, 22, 85},
+        {"lower left", {640, 160, 22, 0}, {22, 138}, 22, 135},
+        {"upper left", {100, 60, 0, 10}, {10, 10}, 10, 225},
+        {"upper right", {100, 60, 0, 10}, {90, 10}, 10, 315},
+        {"at most half across", {100, 60, 0, 1000}, {30, 30}, 30, 225},
+        {"left shoulder", {200, 100, 20, -12}, {0, 12}, 12, 315},
+        {"right shoulder", {200, 100, 20, -12}, {200, 12}, 12, 225},
+        {"below a shoulder", {200, 100, 20, -12}, {180, 80}, 20, 45},
+    };
+    for (const auto &row : rows) {
+        const QPainterPath path = row.shape.path();
+        EXPECT_TRUE(path.contains(polar(row.centre, row.radius - 0.1, row.degrees))) << row.about;
+        EXPECT_FALSE(path.contains(polar(row.centre, row.radius + 0.1, row.degrees))) << row.about;
     }
-}
-
-TEST(IslandShapeTest, PositiveTopRadiusRoundsTheUpperCornersAtMostHalfAcross)
-{
-    IslandShape shape{.width = 100, .height = 60, .cornerRadius = 0, .topRadius = 10};
-    EXPECT_FALSE(shape.path().contains(polar({10, 10}, 10.1, 225)));
-    EXPECT_TRUE(shape.path().contains(polar({10, 10}, 9.9, 225)));
-    EXPECT_FALSE(shape.path().contains(polar({90, 10}, 10.1, 315)));
-    EXPECT_TRUE(shape.path().contains({0.1, 59.9}));
-
-    shape.topRadius = 1000;
-    EXPECT_FALSE(shape.path().contains(polar({30, 30}, 30.1, 225)));
-    EXPECT_TRUE(shape.path().contains(polar({30, 30}, 29.9, 225)));
-}
-
-TEST(IslandShapeTest, NegativeTopRadiusCutsTheTopDownBetweenTwoShoulders)
-{
-    const QPainterPath path
-        = IslandShape{.width = 200, .height = 100, .cornerRadius = 20, .topRadius = -12}.path();
-    EXPECT_FALSE(path.contains({100, 11.9})) << "above the lowered edge";
-    EXPECT_TRUE(path.contains({100, 12.1}));
-    EXPECT_TRUE(path.contains(polar({0, 12}, 11.9, 315))) << "inside the left shoulder";
-    EXPECT_FALSE(path.contains(polar({0, 12}, 12.1, 315)));
-    EXPECT_TRUE(path.contains(polar({200, 12}, 11.9, 225))) << "inside the right shoulder";
-    EXPECT_FALSE(path.contains(polar({200, 12}, 12.1, 225)));
-    EXPECT_FALSE(path.contains(polar({180, 80}, 20.1, 45)));
-    EXPECT_TRUE(path.contains(polar({180, 80}, 19.9, 45)));
-}
-
-TEST(IslandShapeTest, NegativeCornerRadiusCountsAsSquare)
-{
-    const QPainterPath path
-        = IslandShape{.width = 50, .height = 20, .cornerRadius = -5, .topRadius = 0}.path();
-    EXPECT_TRUE(path.contains({0.1, 19.9}));
-    EXPECT_TRUE(path.contains({49.9, 19.9}));
-    EXPECT_EQ(path.boundingRect(), QRectF(0, 0, 50, 20));
+    const QPainterPath square = IslandShape{50, 20, -5, 0}.path();
+    EXPECT_EQ(square.boundingRect(), QRectF(0, 0, 50, 20));
+    EXPECT_TRUE(square.contains({0.1, 0.1}) && square.contains({49.9, 19.9}));
+    const QPainterPath lowered = IslandShape{200, 100, 20, -12}.path();
+    EXPECT_TRUE(lowered.contains({100, 12.1}) && !lowered.contains({100, 11.9}));
 }
 
 TEST(IslandShapeTest, RegionIsThePathPixelByPixel)

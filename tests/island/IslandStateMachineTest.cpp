@@ -14,7 +14,15 @@ namespace {
 using State = IslandStateMachine::State;
 using Reports = std::vector<std::pair<State, State>>;
 
-const State allStates[] = {State::hidden, State::petit, State::home, State::tirlo};
+using Event = void (IslandStateMachine::*)();
+const Event mouseEntered = &IslandStateMachine::mouseEntered;
+const Event mouseLeft = &IslandStateMachine::mouseLeft;
+const Event click = &IslandStateMachine::click;
+const Event collapse = &IslandStateMachine::collapse;
+const Event reveal = &IslandStateMachine::reveal;
+const Event noteHidden = &IslandStateMachine::noteHidden;
+const Event holdOpen = &IslandStateMachine::holdOpen;
+const Event beginGreeting = &IslandStateMachine::beginGreeting;
 
 class IslandStateMachineTest : public testing::Test
 {
@@ -56,16 +64,6 @@ protected:
 
 TEST_F(IslandStateMachineTest, EveryEventInEveryState)
 {
-    using Event = void (IslandStateMachine::*)();
-    const Event mouseEntered = &IslandStateMachine::mouseEntered;
-    const Event mouseLeft = &IslandStateMachine::mouseLeft;
-    const Event click = &IslandStateMachine::click;
-    const Event collapse = &IslandStateMachine::collapse;
-    const Event reveal = &IslandStateMachine::reveal;
-    const Event noteHidden = &IslandStateMachine::noteHidden;
-    const Event holdOpen = &IslandStateMachine::holdOpen;
-    const Event beginGreeting = &IslandStateMachine::beginGreeting;
-
     struct Row
     {
         State from;
@@ -80,26 +78,19 @@ TEST_F(IslandStateMachineTest, EveryEventInEveryState)
         {State::hidden, mouseEntered, true, State::home, false},
         {State::hidden, mouseEntered, false, State::petit, true},
         {State::hidden, mouseLeft, false, State::hidden, false},
-        {State::hidden, mouseLeft, true, State::hidden, false},
         {State::hidden, click, false, State::home, true},
-        {State::hidden, click, true, State::home, true},
         {State::hidden, collapse, false, State::hidden, false},
         {State::hidden, reveal, false, State::petit, true, 60},
-        {State::hidden, reveal, true, State::petit, true, 60},
         {State::hidden, noteHidden, false, State::hidden, false},
         {State::hidden, holdOpen, false, State::home, false},
         {State::hidden, beginGreeting, false, State::tirlo, true},
 
         {State::petit, mouseEntered, false, State::petit, false},
-        {State::petit, mouseEntered, true, State::petit, false},
         {State::petit, mouseLeft, false, State::petit, false, 60},
-        {State::petit, mouseLeft, true, State::petit, false, 60},
         {State::petit, click, false, State::home, true},
-        {State::petit, click, true, State::home, true},
         {State::petit, collapse, false, State::petit, false},
         {State::petit, reveal, false, State::petit, false},
         {State::petit, noteHidden, false, State::hidden, false},
-        {State::petit, noteHidden, true, State::hidden, false},
         {State::petit, holdOpen, false, State::home, false},
         {State::petit, beginGreeting, false, State::tirlo, true},
 
@@ -108,19 +99,16 @@ TEST_F(IslandStateMachineTest, EveryEventInEveryState)
         {State::home, mouseLeft, false, State::home, false, 15},
         {State::home, click, false, State::home, false},
         {State::home, collapse, false, State::petit, true},
-        {State::home, collapse, true, State::petit, true},
         {State::home, reveal, false, State::home, false},
         {State::home, noteHidden, false, State::home, false},
         {State::home, holdOpen, false, State::home, false},
         {State::home, beginGreeting, false, State::tirlo, true},
 
         {State::tirlo, mouseEntered, false, State::tirlo, false, 10},
-        {State::tirlo, mouseEntered, true, State::tirlo, false, 10},
         {State::tirlo, mouseLeft, true, State::tirlo, false},
         {State::tirlo, mouseLeft, false, State::petit, true},
         {State::tirlo, click, false, State::tirlo, false},
         {State::tirlo, collapse, false, State::petit, true},
-        {State::tirlo, collapse, true, State::petit, true},
         {State::tirlo, reveal, false, State::tirlo, false},
         {State::tirlo, noteHidden, false, State::tirlo, false},
         {State::tirlo, holdOpen, false, State::tirlo, false},
@@ -137,34 +125,17 @@ TEST_F(IslandStateMachineTest, EveryEventInEveryState)
         EXPECT_EQ(reports, row.reported ? Reports({{row.from, row.to}}) : Reports());
 
         held = false;
+        reports.clear();
+        queue.advance(row.timer > 0 ? row.timer - 0.01 : 1000);
+        EXPECT_EQ(fsm->state(), row.to);
+        EXPECT_TRUE(reports.empty());
         if (row.timer > 0) {
-            queue.advance(row.timer - 0.01);
-            EXPECT_EQ(fsm->state(), row.to);
             queue.advance(0.02);
-            EXPECT_NE(fsm->state(), row.to);
-        } else {
-            queue.advance(1000);
-            EXPECT_EQ(fsm->state(), row.to);
+            const State next = row.to == State::petit ? State::hidden : State::petit;
+            EXPECT_EQ(fsm->state(), next);
+            EXPECT_EQ(reports, Reports({{row.to, next}}));
         }
     }
-}
-
-TEST_F(IslandStateMachineTest, TimersFallBackAndReport)
-{
-    renew(State::petit);
-    fsm->mouseLeft();
-    queue.advance(60);
-    EXPECT_EQ(reports, Reports({{State::petit, State::hidden}}));
-
-    renew(State::home);
-    fsm->mouseLeft();
-    queue.advance(15);
-    EXPECT_EQ(reports, Reports({{State::home, State::petit}}));
-
-    renew(State::tirlo);
-    fsm->mouseEntered();
-    queue.advance(10);
-    EXPECT_EQ(reports, Reports({{State::tirlo, State::petit}}));
 }
 
 TEST_F(IslandStateMachineTest, HeldOpenStopsTwoTimersForGoodAndNotTheGreetings)
@@ -189,80 +160,55 @@ TEST_F(IslandStateMachineTest, HeldOpenStopsTwoTimersForGoodAndNotTheGreetings)
     EXPECT_EQ(reports, Reports({{State::tirlo, State::petit}}));
 }
 
-TEST_F(IslandStateMachineTest, PointerComingBackDisarmsTheTimerOfItsState)
+TEST_F(IslandStateMachineTest, EventsWhileATimerRuns)
 {
-    for (const State state : {State::petit, State::home}) {
-        renew(state);
-        fsm->mouseLeft();
-        queue.advance(14.9);
-        fsm->mouseEntered();
-        queue.advance(1000);
-        EXPECT_EQ(fsm->state(), state);
+    struct Step
+    {
+        Event event;
+        double wait = 0;
+    };
+    struct Row
+    {
+        const char *about;
+        State from;
+        std::vector<Step> steps;
+        State to;
+    };
+    const Row rows[] = {
+        {"pointer comes back",
+         State::petit,
+         {{mouseLeft, 14.9}, {mouseEntered, 1000}},
+         State::petit},
+        {"pointer comes back", State::home, {{mouseLeft, 14.9}, {mouseEntered, 1000}}, State::home},
+        {"begins afresh", State::petit, {{mouseLeft, 54}, {mouseLeft, 59.9}}, State::petit},
+        {"begins afresh", State::home, {{mouseLeft, 13}, {mouseLeft, 14.9}}, State::home},
+        {"begins afresh", State::tirlo, {{mouseEntered, 9}, {mouseEntered, 9.9}}, State::tirlo},
+        {"ignored events", State::petit, {{mouseLeft}, {collapse}, {reveal, 60}}, State::hidden},
+        {"ignored events",
+         State::home,
+         {{mouseLeft}, {click}, {reveal}, {noteHidden, 15}},
+         State::petit},
+        {"gone with its state",
+         State::petit,
+         {{mouseLeft}, {click}, {collapse, 1000}},
+         State::petit},
+        {"gone with its state", State::home, {{mouseLeft}, {collapse}, {click, 1000}}, State::home},
+        {"gone with its state",
+         State::tirlo,
+         {{mouseEntered}, {mouseLeft}, {beginGreeting, 1000}},
+         State::tirlo},
+        {"held open", State::tirlo, {{mouseEntered}, {holdOpen, 1000}}, State::tirlo},
+        {"held open", State::home, {{mouseLeft}, {holdOpen, 1000}}, State::home},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.about << ", row " << &row - rows);
+        renew(row.from);
+        for (const Step &step : row.steps) {
+            (*fsm.*step.event)();
+            queue.advance(step.wait);
+        }
+        EXPECT_EQ(fsm->state(), row.to);
     }
-}
-
-TEST_F(IslandStateMachineTest, SecondEventStartsTheWaitAfresh)
-{
-    const std::pair<State, double> waits[] = {{State::petit, 60}, {State::home, 15}};
-    for (const auto &[state, wait] : waits) {
-        renew(state);
-        fsm->mouseLeft();
-        queue.advance(wait * 0.9);
-        fsm->mouseLeft();
-        queue.advance(wait * 0.9);
-        EXPECT_EQ(fsm->state(), state);
-        queue.advance(wait * 0.1 + 0.001);
-        EXPECT_NE(fsm->state(), state);
-    }
-
-    renew(State::tirlo);
-    fsm->mouseEntered();
-    queue.advance(9);
-    fsm->mouseEntered();
-    queue.advance(9);
-    EXPECT_EQ(fsm->state(), State::tirlo);
-}
-
-TEST_F(IslandStateMachineTest, IgnoredEventsLeaveRunningTimersAlone)
-{
-    renew(State::petit);
-    fsm->mouseLeft();
-    fsm->collapse();
-    fsm->reveal();
-    queue.advance(60);
-    EXPECT_EQ(fsm->state(), State::hidden);
-
-    renew(State::home);
-    fsm->mouseLeft();
-    fsm->click();
-    fsm->reveal();
-    fsm->noteHidden();
-    queue.advance(15);
-    EXPECT_EQ(fsm->state(), State::petit);
-}
-
-TEST_F(IslandStateMachineTest, LeavingAStateCancelsWhatWasArmedInIt)
-{
-    renew(State::petit);
-    fsm->mouseLeft();
-    fsm->click();
-    fsm->collapse();
-    queue.advance(1000);
-    EXPECT_EQ(fsm->state(), State::petit);
-
-    fsm->click();
-    fsm->mouseLeft();
-    fsm->collapse();
-    fsm->click();
-    queue.advance(1000);
-    EXPECT_EQ(fsm->state(), State::home);
-
-    renew(State::tirlo);
-    fsm->mouseEntered();
-    fsm->mouseLeft();
-    fsm->beginGreeting();
-    queue.advance(1000);
-    EXPECT_EQ(fsm->state(), State::tirlo);
 }
 
 TEST_F(IslandStateMachineTest, GreetingClosesSoonAfterItHasPlayed)
@@ -296,21 +242,6 @@ TEST_F(IslandStateMachineTest, GreetingWithThePointerInItStaysTheLongerWait)
     EXPECT_EQ(fsm->state(), State::petit);
 }
 
-TEST_F(IslandStateMachineTest, HoldingOpenKeepsTheGreetingFromClosingByItself)
-{
-    renew(State::tirlo);
-    fsm->mouseEntered();
-    fsm->holdOpen();
-    queue.advance(1000);
-    EXPECT_EQ(fsm->state(), State::tirlo);
-
-    renew(State::home);
-    fsm->mouseLeft();
-    fsm->holdOpen();
-    queue.advance(1000);
-    EXPECT_EQ(fsm->state(), State::home);
-}
-
 TEST_F(IslandStateMachineTest, ChangeMayCallBackWithThePointerOutside)
 {
     renew(State::home);
@@ -342,29 +273,6 @@ TEST_F(IslandStateMachineTest, TimerThatFindsAnotherStateDoesNothing)
     EXPECT_EQ(fsm->state(), State::home);
     queue.advance(1000);
     EXPECT_EQ(fsm->state(), State::home);
-}
-
-TEST_F(IslandStateMachineTest, WorksWithoutCallbacks)
-{
-    fsm.emplace(queue);
-    fsm->mouseEntered();
-    EXPECT_EQ(fsm->state(), State::petit);
-    fsm->mouseLeft();
-    queue.advance(60);
-    EXPECT_EQ(fsm->state(), State::hidden);
-}
-
-TEST_F(IslandStateMachineTest, PendingTimersOutliveTheMachineHarmlessly)
-{
-    for (const State state : allStates) {
-        renew(state);
-        fsm->mouseEntered();
-        fsm->mouseLeft();
-        reports.clear();
-        fsm.reset();
-        queue.advance(1000);
-        EXPECT_TRUE(reports.empty());
-    }
 }
 
 } // namespace

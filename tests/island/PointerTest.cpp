@@ -44,26 +44,6 @@ protected:
     double eyeScale = 0;
 };
 
-TEST_F(PointerTest, TheIslandPeeksOpensAndFallsBackByItself)
-{
-    state.mode = IslandMode::hidden;
-    point(onTheTab);
-    EXPECT_EQ(state.mode.value(), IslandMode::compact);
-    EXPECT_EQ(sounds.played, QStringList{QStringLiteral("peek")});
-
-    click();
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    EXPECT_EQ(state.view.value(), IslandView::overview);
-
-    point(away);
-    queue.advance(14.9);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    queue.advance(0.2);
-    EXPECT_EQ(state.mode.value(), IslandMode::compact);
-    queue.advance(60);
-    EXPECT_EQ(state.mode.value(), IslandMode::hidden);
-}
-
 TEST_F(PointerTest, AHitAreaIsTightUntilItIsOpenOrHasANotch)
 {
     const auto isIn = [this](QPointF place) {
@@ -82,16 +62,6 @@ TEST_F(PointerTest, AHitAreaIsTightUntilItIsOpenOrHasANotch)
     controller.expand(IslandView::overview);
     EXPECT_TRUE(isIn({396, 165}));
     EXPECT_FALSE(isIn({393, 80}));
-}
-
-TEST_F(PointerTest, ARequestHoldsTheIslandOpenWithThePointerAway)
-{
-    point(onTheTab);
-    click();
-    wait();
-    point(away);
-    queue.advance(100);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
 }
 
 TEST_F(PointerTest, AClickWhereTheMachineSaysHomeOpensTheClosedIsland)

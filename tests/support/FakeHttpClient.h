@@ -19,13 +19,13 @@ public:
         m_pending.push_back({owner != nullptr, owner, std::move(done)});
     }
 
-    /// Answers the oldest request that waits; false without one.
-    bool answer(const HttpReply &reply)
+    /// Answers a request that waits, the oldest unless told otherwise; false without one.
+    bool answer(const HttpReply &reply, std::size_t index = 0)
     {
-        if (m_pending.empty())
+        if (index >= m_pending.size())
             return false;
-        const Pending pending = std::move(m_pending.front());
-        m_pending.erase(m_pending.begin());
+        const Pending pending = std::move(m_pending[index]);
+        m_pending.erase(m_pending.begin() + std::ptrdiff_t(index));
         if (!pending.hasOwner || pending.owner)
             pending.done(reply);
         return true;

@@ -7,7 +7,7 @@ namespace tirlo {
 
 QDateTime ManualQueue::wallClock() const
 {
-    return m_epoch.addMSecs(qint64(m_now * 1000));
+    return m_epoch.addMSecs(qint64((m_now + m_asleep) * 1000));
 }
 
 void ManualQueue::post(std::function<void()> work)

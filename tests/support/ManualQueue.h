@@ -12,14 +12,15 @@ class ManualQueue final : public MainQueue
 {
 public:
     [[nodiscard]] double mediaTime() const override { return m_now; }
+    [[nodiscard]] double timeAsleep() const override { return m_asleep; }
     [[nodiscard]] QDateTime wallClock() const override;
     void post(std::function<void()> work) override;
 
     /// Moves time on and runs all that falls due, in the order of time; posted work runs first.
     void advance(double seconds);
 
-    /// Moves time on while nothing runs, as when the machine sleeps; what fell due runs later.
-    void sleep(double seconds) { m_now += seconds; }
+    /// Lets the machine sleep: the date goes on, while media time and what waits for it stand still.
+    void sleep(double seconds) { m_asleep += seconds; }
 
     /// Runs what was posted, and what that posts, without moving time.
     void drain();
@@ -38,6 +39,7 @@ private:
     };
 
     double m_now = 0;
+    double m_asleep = 0;
     QDateTime m_epoch{QDate(2026, 3, 14), QTime(9, 26, 53)};
     std::vector<Due> m_due;
     std::mutex m_lock;

@@ -2,6 +2,8 @@
 
 #include <QTimer>
 
+#include <time.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -9,10 +11,25 @@
 
 namespace tirlo {
 
+namespace {
+
+double secondsOf(clockid_t clock)
+{
+    timespec time = {};
+    clock_gettime(clock, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+} // namespace
+
 double QtMainQueue::mediaTime() const
 {
-    const auto sinceBoot = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration<double>(sinceBoot).count();
+    return secondsOf(CLOCK_MONOTONIC);
+}
+
+double QtMainQueue::timeAsleep() const
+{
+    return secondsOf(CLOCK_BOOTTIME) - secondsOf(CLOCK_MONOTONIC);
 }
 
 QDateTime QtMainQueue::wallClock() const

@@ -11,6 +11,7 @@ class QtMainQueue final : public MainQueue
 {
 public:
     [[nodiscard]] double mediaTime() const override;
+    [[nodiscard]] double timeAsleep() const override;
     [[nodiscard]] QDateTime wallClock() const override;
     void post(std::function<void()> work) override;
 

@@ -1,8 +1,10 @@
 #include "Program.h"
 
+#include "Desktop.h"
+#include "Island.h"
+
 #include <QElapsedTimer>
 #include <QFile>
-#include <QThread>
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -80,6 +82,55 @@ QString Program::log() const
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+bool Program::shows(const std::string &text) const
+{
+    return showsText(processId(), text);
+}
+
+bool Program::waitForText(const std::string &text) const
+{
+    return waitUntil([&] { return shows(text); }, patience);
+}
+
+bool Program::waitForNoText(const std::string &text) const
+{
+    return waitUntil([&] { return !shows(text); }, patience);
+}
+
+std::optional<AccessibleNode> Program::button(const std::string &name,
+                                              const std::string &role) const
+{
+    return findNode(processId(), role, name);
+}
+
+bool Program::waitForButton(const std::string &name) const
+{
+    return waitUntil([&] { return button(name).has_value(); }, patience);
+}
+
+bool Program::clickButton(const std::string &name, const std::string &role) const
+{
+    constexpr int restMilliseconds = 250;
+    QPoint middle;
+    int width = 0;
+    QElapsedTimer rest;
+    const auto isAtRest = [&] {
+        const auto found = button(name, role);
+        if (!found)
+            return false;
+        const QPoint now(found->x + found->width / 2, found->y + found->height / 2);
+        if (!rest.isValid() || now != middle || islandWidth() != width)
+            rest.start();
+        middle = now;
+        width = islandWidth();
+        return rest.elapsed() > restMilliseconds;
+    };
+    if (!waitUntil(isAtRest, patience))
+        return false;
+    clickAt(middle.x(), middle.y());
+    return true;
+}
+
 QString Program::supportFolder() const
 {
     return m_home.path() + "/Library/Application Support/Skerry";
@@ -88,14 +139,7 @@ QString Program::supportFolder() const
 bool Program::waitForSocket() const
 {
     const QByteArray path = QFile::encodeName(supportFolder() + "/qv.sock");
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < 10000) {
-        if (accepts(path))
-            return true;
-        QThread::msleep(20);
-    }
-    return false;
+    return waitUntil([&] { return accepts(path); }, patience);
 }
 
 } // namespace tirlo::e2e

@@ -1,12 +1,20 @@
 #pragma once
 
+#include "AccessibleTree.h"
+
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 
+#include <optional>
+#include <string>
+
 namespace tirlo::e2e {
 
-/// The real program, running in a home of its own until this object goes.
+/// Milliseconds: two busy processors are slow.
+inline constexpr int patience = 10000;
+
+/// The real program, running in a home of its own until this object goes, and its user.
 class Program
 {
 public:
@@ -29,10 +37,22 @@ public:
     /// All lines of the hook log so far.
     [[nodiscard]] QString log() const;
 
+    /// Whether a control on show has a name that holds the text.
+    [[nodiscard]] bool shows(const std::string &text) const;
+    [[nodiscard]] bool waitForText(const std::string &text) const;
+    [[nodiscard]] bool waitForNoText(const std::string &text) const;
+    /// The first button on show of that name.
+    [[nodiscard]] std::optional<AccessibleNode> button(const std::string &name,
+                                                       const std::string &role
+                                                       = "push button") const;
+    [[nodiscard]] bool waitForButton(const std::string &name) const;
+    /// Clicks the middle of the button once it and the island are at rest; false if that never is.
+    [[nodiscard]] bool clickButton(const std::string &name,
+                                   const std::string &role = "push button") const;
+
 private:
     [[nodiscard]] QString supportFolder() const;
     [[nodiscard]] bool waitForSocket() const;
-
     [[nodiscard]] bool start();
 
     const QString m_binary;

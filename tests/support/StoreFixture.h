@@ -1,0 +1,67 @@
+#pragma once
+
+#include "core/AppLog.h"
+#include "core/AppState.h"
+#include "core/Notifications.h"
+#include "core/Paths.h"
+#include "support/ManualQueue.h"
+#include "support/MemoryStore.h"
+#include "support/RecordingSoundEngine.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tirlo {
+
+using namespace Qt::StringLiterals;
+
+/// The store and the services around it, in a home and a time of their own.
+struct StoreFixture : testing::Test
+{
+    StoreFixture()
+    {
+        QObject::connect(&notifications, &Notifications::hookReveal, [this] { ++reveals; });
+    }
+
+    AgentTask task(const QString &id) const { return state.task(id).value_or(AgentTask()); }
+
+    /// The lines of one of the program's logs, without their time stamps of so many characters.
+    QStringList logLines(const QString &name, qsizetype stampLength) const
+    {
+        QFile file(paths.logFolder() + u'/' + name);
+        QStringList lines;
+        if (file.open(QIODevice::ReadOnly)) {
+            while (!file.atEnd())
+                lines += QString::fromUtf8(file.readLine()).mid(stampLength + 1).chopped(1);
+        }
+        return lines;
+    }
+
+    /// Lets other threads and descriptors go on until the condition holds, for 10 seconds at most.
+    template<typename Condition>
+    bool eventually(Condition condition)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                queue.drain();
+                return condition();
+            },
+            10000);
+    }
+
+    QTemporaryDir home;
+    Paths paths{home.path()};
+    ManualQueue queue;
+    MemoryStore store;
+    AppState state{store, queue};
+    Notifications notifications;
+    RecordingSoundEngine sound;
+    AppLog log{paths, queue};
+
+    int reveals = 0;
+};
+
+} // namespace tirlo
