@@ -20,8 +20,10 @@ const QString blockKey = QStringLiteral("tirlo");
 struct Agent
 {
     QString path;
-    const HookInstaller *installer;
-    std::function<void(bool install)> change;
+    HookInstaller *installer;
+    /// Previews the installation.
+    std::function<HookChange()> build;
+    std::function<void()> remove;
     bool isClaude = false;
 };
 
@@ -127,7 +129,12 @@ void checkNode(const JsonNode &node)
 bool tryTo(const Agent &agent, bool install)
 {
     try {
-        agent.change(install);
+        if (install) {
+            static_cast<void>(agent.build());
+            agent.installer->writeHooks();
+        } else {
+            agent.remove();
+        }
         return true;
     } catch (const HookError &error) {
         REQUIRE(!error.message().isEmpty());
@@ -143,24 +150,19 @@ void fuzz(const QByteArray &input)
     static const Paths paths(scratchHome());
     ManualQueue queue;
     HookInstallers all(paths, queue);
-    const auto guarded = [](GuardedHooks &hooks) {
-        return [&hooks](bool install) {
-            static_cast<void>(hooks.previewHooks(install));
-            hooks.writeHooks();
-        };
+    const auto guarded = [](const QString &path, GuardedHooks &hooks) {
+        return Agent{path, &hooks, [&hooks] { return hooks.previewHooks(true); },
+                     [&hooks] {
+                         static_cast<void>(hooks.previewHooks(false));
+                         hooks.writeHooks();
+                     }};
     };
     const Agent agents[] = {
-        {paths.claudeSettingsPath(), &all.claude,
-         [&](bool install) {
-             if (!install)
-                 return all.claude.uninstallHooks();
-             static_cast<void>(all.claude.buildHooksData());
-             all.claude.writeHooks();
-         },
-         true},
-        {paths.geminiSettingsPath(), &all.gemini, guarded(all.gemini)},
-        {paths.antigravityHooksPath(), &all.antigravity, guarded(all.antigravity)},
-        {paths.codexHooksPath(), &all.codex, guarded(all.codex)},
+        {paths.claudeSettingsPath(), &all.claude, [&] { return all.claude.buildHooksData(); },
+         [&] { all.claude.uninstallHooks(); }, true},
+        guarded(paths.geminiSettingsPath(), all.gemini),
+        guarded(paths.antigravityHooksPath(), all.antigravity),
+        guarded(paths.codexHooksPath(), all.codex),
     };
     const Agent &agent = agents[input.isEmpty() ? 0 : std::uint8_t(input.front()) % 4];
     const QByteArray original = input.mid(1);
@@ -183,8 +185,8 @@ void fuzz(const QByteArray &input)
     const JsonObject before = node && node->object() ? *node->object() : JsonObject();
     checkForeign(before, objectIn(installed), agent.isClaude);
     REQUIRE(agent.installer->hooksInstalled() && !all.claude.hooksNeedUpdate());
-    REQUIRE(agent.installer->presentText().toUtf8() == installed);
-    REQUIRE(!agent.installer->laysOutAnew());
+    const HookChange repeated = agent.build();
+    REQUIRE(repeated.presentText.toUtf8() == installed && !repeated.laysOutAnew);
     // The user's file is beside it as it was.
     const QStringList backups = folder.entryList({QStringLiteral("*.bak-*")});
     REQUIRE(backups.size() == 1 && bytesOf(folder.filePath(backups.first())) == original);
