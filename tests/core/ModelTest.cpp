@@ -1,6 +1,8 @@
 #include "core/model/Enumerations.h"
 #include "core/PillCatalog.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include <set>
