@@ -202,11 +202,11 @@ TEST_F(N8nPollerTest, DigestsTheLastNodesOutput)
         {output(R"([[{"json": {"zeta": 9007199254740993, "a": [1, [2], 3], "m": {"x": 1},
                                 "b": null, "hidden": 5}}]])"),
          "→ Send mail · 1 item\nzeta: 9007199254740993\na: [3]\nm: {…}\nb: null"},
-        {output(("[[{\"json\": {\"t\": \"" + fifty + "tail\", \"n\": -0.50, \"y\": true, \"1\": 1"
-                 + u"0"_s.repeated(5000) + "}}]]")
+        {output(("[[{\"json\": {\"t\": \"" + fifty + "tail\", \"n\": -0.50, \"y\": true, \"1\": 0."
+                 + u"3"_s.repeated(5000) + "}}]]")
                     .toUtf8()),
-         u"→ Send mail · 1 item\nt: "_s + fifty + u"\nn: -0.50\ny: true\n1: 1"_s
-             + u"0"_s.repeated(49)},
+         u"→ Send mail · 1 item\nt: "_s + fifty + u"\nn: -0.50\ny: true\n1: 0."_s
+             + u"3"_s.repeated(48)},
     };
     for (const auto &[body, digest] : rows)
         EXPECT_EQ(stepsFor("success", body), QStringList({"Orders", digest})) << body.constData();
