@@ -60,14 +60,15 @@ CardBackground::CardBackground(std::optional<Wash> wash, QWidget *parent)
 void CardBackground::paintEvent(QPaintEvent *event)
 {
     // What moves on the card has it painted again and again.
-    const double ratio = devicePixelRatioF();
-    if (m_picture.size() != size() * ratio) {
-        m_picture = QPixmap(size() * ratio);
+    QPainter painter(this);
+    const double ratio = painter.deviceTransform().m11();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (m_picture.size() != pixels) {
+        m_picture = QPixmap(pixels);
         m_picture.setDevicePixelRatio(ratio);
         m_picture.fill(Qt::transparent);
         paintPicture();
     }
-    QPainter painter(this);
     drawInBands(painter, event->region(), m_picture);
 }
 

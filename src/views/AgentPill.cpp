@@ -178,17 +178,18 @@ void AgentPill::paintEvent(QPaintEvent *event)
     // The mascot in the pill moves and has the pill painted again and again.
     const Look look{m_task.color, m_name,  m_task.pillBadge,
                     scale(),      m_hover, FocusRing::isShown(*this)};
-    const QSize size = this->size() * devicePixelRatioF();
+    QPainter painter(this);
+    const double ratio = painter.deviceTransform().m11();
+    const QSize size = (QSizeF(this->size()) * ratio).toSize();
     if (m_picture.size() != size || look != m_look) {
         m_look = look;
         QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-        picture.setDevicePixelRatio(devicePixelRatioF());
+        picture.setDevicePixelRatio(ratio);
         picture.fill(Qt::transparent);
         paintPicture(picture);
         brighten(picture, hoveredBrightness * m_hover);
         m_picture = QPixmap::fromImage(picture);
     }
-    QPainter painter(this);
     painter.setOpacity(m_opacity);
     drawInBands(painter, event->region(), m_picture);
 }
