@@ -110,8 +110,8 @@ TEST_F(Claude, EveryFailureOfAnthropicHasItsWordsAndItsTranscript)
          "u"},
         {{.body = R"({"content":[{"type":"text","text":"x"}]})",
           .manner = LoopbackManner::stopsBetweenChunks},
-         unexpected,
-         "uu"},
+         lost,
+         "u"},
         {fine(html), unexpected, "uu"},
         {fine("[]"), unexpected, "uu"},
         {fine(R"({"content":"text"})"), unexpected, "uu"},
@@ -142,16 +142,17 @@ TEST_F(Claude, EveryFailureOfTheOthersHasItsWordsAndTakesTheTurnBack)
     };
     const auto fine = [](const QByteArray &body) { return LoopbackAnswer{.body = body}; };
     const QString unexpected = "Unexpected response format";
+    const QString lost = "The connection to the server was lost.";
     const Row rows[] = {
         {{.status = 429, .body = R"({"error":{"message":"Slow \"down\""}})"}, "Slow \"down\""},
         {{.status = 400, .body = R"([{"error":{"message":"in a list"}}])"}, "HTTP 400"},
         {{.status = 500, .body = R"({"error":{"message":7}})"}, "HTTP 500"},
         {{.status = 502, .body = "<html>Bad gateway</html>"}, "HTTP 502"},
         {{.status = 201, .body = R"({"choices":[{"message":{"content":"x"}}]})"}, "HTTP 201"},
-        {{.manner = LoopbackManner::resets}, "The connection to the server was lost."},
+        {{.manner = LoopbackManner::resets}, lost},
         {{.body = R"({"choices":[{"message":{"content":"x"}}]})",
           .manner = LoopbackManner::stopsBetweenChunks},
-         unexpected},
+         lost},
         {fine("<html></html>"), unexpected},
         {fine(R"({"choices":[]})"), unexpected},
         {fine(R"({"choices":{"0":{"message":{"content":"x"}}}})"), unexpected},

@@ -21,7 +21,7 @@ TEST(BackgroundWorkerTest, WorksInOrderAndToTheEndOnAnotherThread)
             thread = std::this_thread::get_id();
         });
     }
-    worker->post([&] { worker->post([&] { order += '!'; }); });
+    worker->post([&, &self = *worker] { self.post([&] { order += '!'; }); });
     worker.reset();
     EXPECT_EQ(order, "abcdefghijklmnopqrstuvwxyz!");
     EXPECT_NE(thread, std::this_thread::get_id());
@@ -31,11 +31,11 @@ TEST(BackgroundWorkerTest, DropsWhatWaitsAndTellsWhatIsUnderWay)
 {
     std::optional<BackgroundWorker> worker(std::in_place);
     std::promise<void> begun;
-    worker->post([&, stop = worker->stopToken()] {
+    worker->post([&begun, &self = *worker, stop = worker->stopToken()] {
         begun.set_value();
         while (!stop.stop_requested())
             std::this_thread::yield();
-        worker->post([] { FAIL(); });
+        self.post([] { FAIL(); });
     });
     worker->post([] { FAIL(); });
     begun.get_future().wait();

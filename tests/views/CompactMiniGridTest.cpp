@@ -55,6 +55,8 @@ TEST_F(CompactMiniGridTest, FourOfTheOthersStandAtTheRight)
 TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheModeAndTheHeight)
 {
     state.notchHeight = 24;
+    state.hasNotch = false;
+    state.mode = IslandMode::hidden;
     compact(5);
     const QList<QRect> low = minis();
     ASSERT_EQ(low.size(), 4);
