@@ -45,11 +45,10 @@ TEST_F(ChatFiles, AFileGoesFirstInTheFormOfItsExtension)
     for (const auto &[name, type, mediaType] : rows) {
         const QJsonArray blocks = blocksFor(file(name, bytes));
         ASSERT_EQ(blocks.size(), 3);
-        EXPECT_EQ(blocks[0],
-                  json("{\"type\":\"" + type
-                       + "\",\"source\":{\"type\":\"base64\",\"media_type\":\"" + mediaType
-                       + "\",\"data\":\"" + bytes.toBase64() + "\"}}"))
-            << str(blocks[0]);
+        const QJsonObject source{{"type", "base64"},
+                                 {"media_type", QString(mediaType)},
+                                 {"data", QString(bytes.toBase64())}};
+        EXPECT_EQ(blocks[0], (QJsonObject{{"type", QString(type)}, {"source", source}}));
         EXPECT_EQ(blocks[1].toObject()["text"], "File: " + QString(name));
         EXPECT_EQ(blocks[2].toObject()["text"], "What is this?");
     }
@@ -76,11 +75,10 @@ TEST_F(ChatFiles, OfAFileThatCannotBeReadTheNameIsSent)
 {
     const QString pipe = folder.filePath("pipe.png");
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const std::optional<QUrl> &url :
-         {std::optional<QUrl>(), std::optional(QUrl::fromLocalFile(folder.filePath("none.png"))),
-          std::optional(QUrl::fromLocalFile(folder.path())),
-          std::optional(QUrl::fromLocalFile(pipe)),
-          std::optional(QUrl("https://example.org/a.png"))}) {
+    QList<std::optional<QUrl>> urls{std::nullopt, QUrl("https://example.org/a.png")};
+    for (const QString &path : {folder.filePath("none.png"), folder.path(), pipe})
+        urls.append(QUrl::fromLocalFile(path));
+    for (const auto &url : urls) {
         const QJsonArray blocks = blocksFor({"it.png", url});
         ASSERT_EQ(blocks.size(), 2);
         EXPECT_EQ(blocks[0].toObject()["text"], "File: it.png");

@@ -52,8 +52,7 @@ protected:
 
     [[nodiscard]] QString lastAnswer() const
     {
-        const QList<ChatMessage> history = state.chatHistory;
-        return history.isEmpty() ? QString() : history.last().content;
+        return state.chatHistory.value().value(state.chatHistory.value().size() - 1).content;
     }
 
     /// The note on show; empty if an answer is on show instead.
@@ -66,15 +65,9 @@ protected:
 
     [[nodiscard]] LoopbackServer &server(ChatProvider provider)
     {
-        switch (provider) {
-        case ChatProvider::google:
+        if (provider == ChatProvider::google)
             return providers.google;
-        case ChatProvider::openai:
-            return providers.openai;
-        case ChatProvider::anthropic:
-            break;
-        }
-        return providers.anthropic;
+        return provider == ChatProvider::openai ? providers.openai : providers.anthropic;
     }
 
     /// The messages of the last request to the provider, system prompt aside.

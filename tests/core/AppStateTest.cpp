@@ -18,15 +18,13 @@ protected:
 
     AppState &make() { return state.emplace(store, queue); }
 
-    static AgentTask hookTask(const QString &id)
+    /// Adds the pill of an agent from outside.
+    void append(const QString &id)
     {
         AgentTask task;
         task.id = id;
-        task.name = id;
-        return task;
+        state->tasks = state->tasks.value() + QList{task};
     }
-
-    void append(const AgentTask &task) { state->tasks = state->tasks.value() + QList{task}; }
 
     QStringList ids() const
     {
@@ -37,23 +35,10 @@ protected:
     }
 };
 
-TEST_F(AppStateTest, StartsWithTheMainPillInFocusAndVisible)
-{
-    queue.advance(7);
-    make();
-    EXPECT_EQ(ids(), QStringList{"integration_claude"});
-    EXPECT_EQ(state->focusId.value(), "integration_claude");
-    EXPECT_EQ(state->mode, IslandMode::compact);
-    EXPECT_EQ(state->view, IslandView::overview);
-    EXPECT_EQ(state->lastActivity.value(), 7);
-    EXPECT_EQ(state->focusTask()->state, BotState::idle);
-}
-
 TEST_F(AppStateTest, RemovingTheMainPillOrAnActiveToolOnlyResetsIt)
 {
     make().toggleIntegration("agent_cursor");
-    for (const QString &id :
-         {QStringLiteral("integration_claude"), QStringLiteral("agent_cursor")}) {
+    for (const QString id : {"integration_claude", "agent_cursor"}) {
         state->editTask(id, [](AgentTask &task) {
             task.name = "my-project";
             task.state = BotState::working;
@@ -73,26 +58,19 @@ TEST_F(AppStateTest, RemovingTheMainPillOrAnActiveToolOnlyResetsIt)
     }
 }
 
-TEST_F(AppStateTest, RemovingAnotherTaskMovesTheFocusToTheMainPill)
-{
-    make();
-    append(hookTask("agent_foo"));
-    append(hookTask("agent_foo"));
-    state->setFocus("agent_foo");
-    state->removeTask("agent_foo");
-    EXPECT_EQ(ids(), QStringList{"integration_claude"});
-    EXPECT_EQ(state->focusId.value(), "integration_claude");
-}
-
 TEST_F(AppStateTest, FocusSticksToTasksThatExistAndClearsTheirBadge)
 {
     make();
-    append(hookTask("agent_foo"));
+    append("agent_foo");
+    append("agent_foo");
     state->editTask("agent_foo", [](AgentTask &task) { task.pillBadge = PillBadge::finished; });
     state->setFocus("agent_nobody");
     EXPECT_EQ(state->focusId.value(), "integration_claude");
     state->setFocus("agent_foo");
     EXPECT_FALSE(state->task("agent_foo")->pillBadge);
+    state->removeTask("agent_foo");
+    EXPECT_EQ(ids(), QStringList{"integration_claude"});
+    EXPECT_EQ(state->focusId.value(), "integration_claude");
 
     state->focusId = "agent_gone";
     EXPECT_EQ(state->focusTask()->id, "integration_claude");
@@ -100,41 +78,30 @@ TEST_F(AppStateTest, FocusSticksToTasksThatExistAndClearsTheirBadge)
     EXPECT_FALSE(state->focusTask());
 }
 
-TEST_F(AppStateTest, SyncModeFollowsTheTasksButLeavesAnOpenIsland)
+TEST_F(AppStateTest, ModeFollowsTheTasksAndTheViewThatOfAnOpenIsland)
 {
     make();
     const QList<AgentTask> some = state->tasks;
-    struct Row
-    {
-        IslandMode before;
-        bool hasTasks;
-        bool isPresent;
-        IslandMode after;
+    const auto modeAfter = [&](IslandMode before, bool hasTasks, bool isPresent = true) {
+        state->tasks = hasTasks ? some : QList<AgentTask>();
+        state->isPresent = isPresent;
+        state->mode = before;
+        state->syncMode();
+        return state->mode.value();
     };
     using enum IslandMode;
-    const QList<Row> rows{
-        {hidden, false, true, hidden},    {hidden, true, true, compact},
-        {hidden, true, false, hidden},    {compact, false, true, hidden},
-        {compact, true, false, compact},  {expanded, false, true, expanded},
-        {expanded, true, true, expanded},
-    };
-    for (const Row &row : rows) {
-        state->tasks = row.hasTasks ? some : QList<AgentTask>();
-        state->isPresent = row.isPresent;
-        state->mode = row.before;
-        state->syncMode();
-        EXPECT_EQ(state->mode, row.after);
-    }
-}
+    EXPECT_EQ(modeAfter(hidden, false), hidden);
+    EXPECT_EQ(modeAfter(hidden, true), compact);
+    EXPECT_EQ(modeAfter(hidden, true, false), hidden);
+    EXPECT_EQ(modeAfter(compact, true, false), compact);
+    EXPECT_EQ(modeAfter(compact, false), hidden);
+    EXPECT_EQ(modeAfter(expanded, true), expanded);
+    EXPECT_EQ(modeAfter(expanded, false), expanded);
 
-TEST_F(AppStateTest, SyncViewSwapsOverviewAndEmptyOnlyWhileOpen)
-{
-    make();
-    const QList<AgentTask> some = state->tasks;
-    state->tasks = QList<AgentTask>();
+    state->mode = compact;
     state->syncView();
     EXPECT_EQ(state->view, IslandView::overview);
-    state->mode = IslandMode::expanded;
+    state->mode = expanded;
     state->syncView();
     EXPECT_EQ(state->view, IslandView::empty);
     state->tasks = some;
@@ -148,31 +115,29 @@ TEST_F(AppStateTest, SyncViewSwapsOverviewAndEmptyOnlyWhileOpen)
 TEST_F(AppStateTest, AtMostFourToolsAreActive)
 {
     make();
-    const QStringList tools{"integration_stripe", "agent_gemini", "ai_openai", "agent_cursor"};
-    for (const QString &id : tools)
+    for (const QString id : {"integration_stripe", "agent_gemini", "ai_openai", "agent_cursor"})
         state->toggleIntegration(id);
     EXPECT_EQ(ids(),
               QStringList({"integration_claude", "agent_cursor", "agent_gemini", "ai_openai",
                            "integration_stripe"}));
     state->toggleIntegration("integration_n8n");
-    EXPECT_EQ(state->activeIntegrations.value().size(), 4);
     EXPECT_FALSE(state->task("integration_n8n"));
-
-    state->toggleIntegration("integration_claude");
-    state->toggleIntegration("agent_foo");
-    EXPECT_EQ(state->activeIntegrations.value().size(), 4);
-
     state->setFocus("ai_openai");
     state->toggleIntegration("ai_openai");
     EXPECT_FALSE(state->task("ai_openai"));
     EXPECT_EQ(state->focusId.value(), "integration_claude");
+
+    // Neither the main pill nor what is no tool takes the room.
+    for (const QString id : {"integration_claude", "agent_foo"})
+        state->toggleIntegration(id);
+    EXPECT_EQ(state->activeIntegrations.value().size(), 3);
 }
 
 TEST_F(AppStateTest, HookAgentsStandBehindTheEditorsPillElseInFront)
 {
     make().toggleIntegration("agent_cursor");
-    append(hookTask("agent_foo"));
-    append(hookTask("agent_bar"));
+    append("agent_foo");
+    append("agent_bar");
     state->loadIntegrationTasks();
     EXPECT_EQ(ids(), QStringList({"integration_claude", "agent_foo", "agent_bar", "agent_cursor"}));
 
@@ -185,7 +150,9 @@ TEST_F(AppStateTest, HookAgentsStandBehindTheEditorsPillElseInFront)
 TEST_F(AppStateTest, LoadingDropsWhatTheCatalogueDoesNotHold)
 {
     store.values["activeIntegrations"] = QByteArray(R"(["integration_claude","foo","ai_google"])");
+    queue.advance(7);
     make();
+    EXPECT_EQ(state->lastActivity.value(), 7);
     EXPECT_EQ(state->activeIntegrations.value(), QSet<QString>{"ai_google"});
     EXPECT_EQ(store.bytes("activeIntegrations"), R"(["ai_google"])");
     EXPECT_EQ(ids(), QStringList({"integration_claude", "ai_google"}));

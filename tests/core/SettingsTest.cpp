@@ -21,56 +21,41 @@ protected:
 
 TEST_F(SettingsTest, StoredValuesAreTakenAndThoseOfAWrongTypeLeaveTheDefault)
 {
-    struct Row
-    {
-        const char *key;
-        StoredValue right;
-        StoredValue wrong;
-        std::function<bool()> isDefault;
-    };
-    const auto is = [this]<typename T>(QProperty<T> AppState::*property, T value) {
-        return [=, this] { return ((*state).*property).value() == value; };
-    };
-    const Row rows[] = {
-        {"soundEnabled", false, std::int64_t(0), is(&AppState::soundEnabled, true)},
-        {"soundVolume", 0.5, QStringLiteral("0.5"), is(&AppState::soundVolume, 0.12)},
-        {"claudeModel", QStringLiteral(" opus "), QStringLiteral("  "),
-         is(&AppState::claudeModel, QStringLiteral("claude-sonnet-4-6"))},
-        {"chatProvider", QStringLiteral("openai"), QStringLiteral("nobody"),
-         is(&AppState::chatProvider, ChatProvider::anthropic)},
-        {"autoCloseInterval", std::int64_t(61), true, is(&AppState::autoCloseInterval, 15.0)},
-        {"hotkeyFlags", std::int64_t(0x100000), std::int64_t(-1),
-         [this] { return state->hotkeyFlags == 0x120000u; }},
-        {"hotkeyCode", std::int64_t(65535), std::int64_t(65536),
-         [this] { return state->hotkeyCode == 45; }},
-        {"vercelProjectFilter", QByteArray(R"(["a","b"])"), QByteArray("[1]"),
-         is(&AppState::vercelProjectFilter, QSet<QString>())},
-        {"activeIntegrations", QByteArray(R"(["ai_google"])"), QByteArray("{"),
-         is(&AppState::activeIntegrations, QSet<QString>())},
-        {"mainPill", QStringLiteral("agent_codex"), QStringLiteral("integration_stripe"),
-         is(&AppState::mainPillId, QStringLiteral("integration_claude"))},
-    };
-    for (const Row &row : rows) {
-        store.values = {{row.key, row.right}};
-        start();
-        EXPECT_FALSE(row.isDefault()) << row.key;
-        store.values = {{row.key, row.wrong}};
+    const auto expect = [this](const char *key, StoredValue right, StoredValue wrong,
+                               auto AppState::*field, auto fallback) {
+        store.values = {{key, right}};
+        EXPECT_FALSE(start().*field == fallback) << key;
+        store.values = {{key, wrong}};
         store.writes = 0;
-        start();
-        EXPECT_TRUE(row.isDefault()) << row.key;
-        EXPECT_EQ(store.writes, 0) << row.key << ": a start writes nothing";
-    }
-}
+        EXPECT_TRUE(start().*field == fallback) << key;
+        EXPECT_EQ(store.writes, 0) << key << ": a start writes nothing";
+    };
+    const auto text = [](const char *latin) { return QString::fromLatin1(latin); };
+    expect("soundEnabled", false, std::int64_t(0), &AppState::soundEnabled, true);
+    expect("soundVolume", 0.5, text("0.5"), &AppState::soundVolume, 0.12);
+    expect("claudeModel", text(" opus "), text("  "), &AppState::claudeModel,
+           text("claude-sonnet-4-6"));
+    expect("chatProvider", text("openai"), text("nobody"), &AppState::chatProvider,
+           ChatProvider::anthropic);
+    expect("autoCloseInterval", std::int64_t(61), true, &AppState::autoCloseInterval, 15.0);
+    expect("hotkeyFlags", std::int64_t(0x100000), std::int64_t(-1), &AppState::hotkeyFlags,
+           0x120000u);
+    expect("hotkeyCode", std::int64_t(65535), std::int64_t(65536), &AppState::hotkeyCode, 45);
+    expect("vercelProjectFilter", QByteArray(R"(["a","b"])"), QByteArray("[1]"),
+           &AppState::vercelProjectFilter, QSet<QString>());
+    expect("activeIntegrations", QByteArray(R"(["ai_google"])"), QByteArray("{"),
+           &AppState::activeIntegrations, QSet<QString>());
+    expect("mainPill", text("agent_codex"), text("integration_stripe"), &AppState::mainPillId,
+           text("integration_claude"));
 
-TEST_F(SettingsTest, AnOldMinuteOfAutoCloseNeverSurvivesAStart)
-{
-    store.values = {{"autoCloseInterval", 60.0}};
-    EXPECT_EQ(start().autoCloseInterval, 15.0);
-    EXPECT_EQ(store.real("autoCloseInterval"), 15.0);
+    // An old minute of auto-close never survives a start.
     for (const double kept : {59.0, 61.0, -3.0}) {
         store.values = {{"autoCloseInterval", kept}};
         EXPECT_EQ(start().autoCloseInterval, kept);
     }
+    store.values = {{"autoCloseInterval", 60.0}};
+    EXPECT_EQ(start().autoCloseInterval, 15.0);
+    EXPECT_EQ(store.real("autoCloseInterval"), 15.0);
 }
 
 TEST_F(SettingsTest, EachChangeIsWrittenOnceAndAtOnce)

@@ -1,6 +1,5 @@
 #include "hooks/Peer.h"
 #include "kit/Agent.h"
-#include "kit/Desktop.h"
 #include "kit/Program.h"
 
 #include <QElapsedTimer>
@@ -24,11 +23,6 @@ namespace {
 const QByteArray event = R"({"hook_event_name":"PreToolUse","term_program":"vscode"})"
                          "\n";
 const QByteArray ok = "{\"ok\":true}\n";
-
-QString socketOf(const Program &program)
-{
-    return program.hookScript().section('/', 0, -2) + "/qv.sock";
-}
 
 /// Holds the main thread of a process, and that alone, until this object goes.
 class HeldMainThread
@@ -86,25 +80,6 @@ private:
     QByteArray m_address;
 };
 
-/// As long as it lives, programs that are started get this value of the variable.
-class Variable
-{
-public:
-    Variable(const char *name, const QByteArray &value)
-        : m_name(name)
-        , m_before(qgetenv(name))
-    {
-        qputenv(name, value);
-    }
-    ~Variable() { qputenv(m_name, m_before); }
-    Variable(const Variable &) = delete;
-    Variable &operator=(const Variable &) = delete;
-
-private:
-    const char *m_name;
-    QByteArray m_before;
-};
-
 TEST(FaultTest, AnAgentNeverWaitsForABusyMainThread)
 {
     const Program program{TIRLO_PROGRAM};
@@ -116,7 +91,7 @@ TEST(FaultTest, AnAgentNeverWaitsForABusyMainThread)
         QElapsedTimer clock;
         clock.start();
         while (clock.elapsed() < 2000) {
-            EXPECT_EQ(Peer::connectedTo(socketOf(program)).send(event).receiveAll(300), ok);
+            EXPECT_EQ(Peer::connectedTo(program.socketPath()).send(event).receiveAll(300), ok);
             EXPECT_TRUE(agent.sendTool("Read", {}));
         }
         EXPECT_EQ(program.log(), "");
@@ -129,7 +104,7 @@ TEST(FaultTest, TooFewDescriptorsLeaveNobodyWithoutAnEnd)
     const Program program{TIRLO_PROGRAM};
     ASSERT_TRUE(program.isReady());
     // By then it has asked for the keyring, with a library that ends any program without descriptors.
-    waitUntil([] { return false; }, 1500);
+    rest(1500);
     const rlimit few{30, 30};
     ASSERT_EQ(prlimit(pid_t(program.processId()), RLIMIT_NOFILE, &few, nullptr), 0);
 
@@ -138,29 +113,28 @@ TEST(FaultTest, TooFewDescriptorsLeaveNobodyWithoutAnEnd)
         // A full queue of connections holds up the one that connects.
         if (i > 40)
             peers[std::size_t(i) - 41].send(event);
-        peers.push_back(Peer::connectedTo(socketOf(program)));
+        peers.push_back(Peer::connectedTo(program.socketPath()));
     }
     for (Peer &peer : peers) {
         const QByteArray reply = peer.send(event).receiveAll();
         EXPECT_TRUE(reply == ok || reply.isEmpty()) << reply.constData();
     }
-    EXPECT_EQ(Peer::connectedTo(socketOf(program)).send(event).receiveAll(), ok);
+    EXPECT_EQ(Peer::connectedTo(program.socketPath()).send(event).receiveAll(), ok);
 }
 
 TEST(FaultTest, TheSessionBusMayEnd)
 {
     Server bus("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    const Variable address("DBUS_SESSION_BUS_ADDRESS", bus.address());
-    const Program program{TIRLO_PROGRAM};
+    const Program program{TIRLO_PROGRAM, {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};
     ASSERT_TRUE(program.isReady());
     // By then it has asked the bus for the keyring and put itself into the tray.
-    waitUntil([] { return false; }, 1500);
+    rest(1500);
     bus.lose();
 
     const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
     const auto request = agent.askFor("Bash", {{"command", "make"}});
     EXPECT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));
-    waitUntil([] { return false; }, 500);
+    rest(500);
     EXPECT_TRUE(program.isRunning());
     EXPECT_TRUE(request->isRunning());
 }
@@ -171,14 +145,13 @@ TEST(FaultTest, TheEndOfTheXServerEndsTheProgramAndNoMore)
     Server screen("Xvfb", arguments);
     ASSERT_FALSE(screen.address().isEmpty());
     const QByteArray display = ':' + screen.address();
-    const Variable variable("DISPLAY", display);
-    Program program{TIRLO_PROGRAM};
+    Program program{TIRLO_PROGRAM, {{"DISPLAY", display}}};
     ASSERT_TRUE(program.isReady());
     const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
     // Its sound plays while the screen goes.
     const auto request = agent.askFor("Bash", {{"command", "make"}});
     ASSERT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));
-    waitUntil([] { return false; }, 300);
+    rest(300);
 
     screen.lose();
     ASSERT_TRUE(waitUntil([&] { return !program.isRunning(); }));
@@ -189,7 +162,7 @@ TEST(FaultTest, TheEndOfTheXServerEndsTheProgramAndNoMore)
 
     Server again("Xvfb", QStringList{display} + arguments);
     ASSERT_EQ(':' + again.address(), display);
-    EXPECT_TRUE(program.restart());
+    EXPECT_TRUE(program.start());
 }
 
 } // namespace

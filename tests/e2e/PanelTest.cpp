@@ -1,40 +1,38 @@
-#include "kit/Agent.h"
-#include "kit/Desktop.h"
-#include "kit/Island.h"
-#include "kit/Program.h"
+#include "AfterGreeting.h"
 
 #include <QMouseEvent>
-#include <QScreen>
 #include <QTest>
 #include <QWidget>
-
-#include <gtest/gtest.h>
 
 using namespace tirlo::e2e;
 
 namespace {
 
-/// A window of another program that fills the screen and counts the presses it gets.
+/// A window of another program that counts the presses it gets.
 class Underneath : public QWidget
 {
 public:
+    bool activateOn(const QRect &place)
+    {
+        setGeometry(place);
+        show();
+        activateWindow();
+        return QTest::qWaitForWindowActive(this);
+    }
+
     int presses = 0;
 
 protected:
     void mousePressEvent(QMouseEvent *) override { ++presses; }
 };
 
-TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
+TEST(StartTest, ThePanelNeitherTakesTheFocusNorClicksBesideTheIsland)
 {
     Underneath window;
-    window.setGeometry(QGuiApplication::primaryScreen()->geometry());
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-
-    Program program{TIRLO_PROGRAM};
+    ASSERT_TRUE(window.activateOn(QRect(0, 0, 1280, 800)));
+    const Program program{TIRLO_PROGRAM};
     ASSERT_TRUE(program.isReady());
-    Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
+    const Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
     const auto request = agent.askFor("Bash", {{"command", "make"}});
     ASSERT_TRUE(program.waitForText("needs permission"));
     ASSERT_TRUE(waitForWidth(openWidth));
@@ -57,28 +55,19 @@ TEST(PanelTest, ItNeitherTakesTheFocusNorClicksBesideTheIsland)
     EXPECT_TRUE(window.isActiveWindow()) << "a click on the island took the keyboard away";
 }
 
-TEST(PanelTest, TheChatTakesTheKeyboardAndTheWindowBeforeGetsItBack)
-{
-    movePointer(640, 700);
-    Program program{TIRLO_PROGRAM};
-    ASSERT_TRUE(program.isReady());
-    ASSERT_TRUE(waitForWidth(openWidth));
-    ASSERT_TRUE(waitForWidth(compactWidth, 15000));
-    Underneath window;
-    window.setGeometry(200, 400, 600, 300);
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+using PanelTest = AfterGreeting;
 
-    clickAt(screenMiddle(), 10);
-    ASSERT_TRUE(waitForWidth(openWidth));
+TEST_F(PanelTest, TheChatTakesTheKeyboardAndTheWindowBeforeGetsItBack)
+{
+    Underneath window;
+    ASSERT_TRUE(window.activateOn(QRect(200, 400, 600, 300)));
+    ASSERT_TRUE(open());
     EXPECT_TRUE(window.isActiveWindow());
     ASSERT_TRUE(program.clickButton("Chat", "check box"));
     EXPECT_TRUE(waitUntil([&] { return !window.isActiveWindow(); }));
 
     // Its keys are the card's own now: a card of an agent's closes the island instead.
-    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
-    ASSERT_TRUE(agent.send("Stop"));
+    ASSERT_TRUE(editor.send("Stop"));
     ASSERT_TRUE(program.clickButton("Dismiss"));
     EXPECT_TRUE(waitForWidth(compactWidth));
     EXPECT_TRUE(waitUntil([&] { return window.isActiveWindow(); }));

@@ -1,4 +1,4 @@
-#include "kit/Desktop.h"
+#include "kit/Agent.h"
 #include "kit/Program.h"
 #include "kit/TrayHost.h"
 #include "kit/TrayItem.h"
@@ -6,8 +6,6 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -37,30 +35,22 @@ protected:
         ASSERT_TRUE(program->waitForText("Claude Code Hooks"));
     }
 
-    /// Clicks the button of the settings, wherever it is in them.
+    /// Clicks the button of the settings, once the wheel has brought it into sight.
     bool clickInSettings(const char *name) const
     {
         if (!program->waitForButton(name))
             return false;
-        scrollTo(name);
-        return program->clickButton(name);
-    }
-
-    /// Turns the wheel over the settings until the button, if it is one of theirs, is in sight.
-    void scrollTo(const char *name) const
-    {
-        constexpr int turns = 40;
-        for (int turn = 0; turn < turns; ++turn) {
+        for (int turn = 0; turn < 40; ++turn) {
             const auto window = findNode(program->processId(), "filler", "Settings — Tirlo");
             const auto target = program->button(name);
-            if (!window || !target || target->y < window->y)
-                return;
-            if (target->y + 2 * target->height < window->y + window->height)
-                return;
+            if (!window || !target || target->y < window->y
+                || target->y + 2 * target->height < window->y + window->height)
+                break;
             // On the bare margin, where no control takes the wheel for its own.
             movePointer(window->x + 4, window->y + window->height / 2);
             QProcess::execute("xdotool", {"click", "5"});
         }
+        return program->clickButton(name);
     }
 
     QByteArray claudeSettings() const
@@ -70,23 +60,15 @@ protected:
     }
 
     /// Runs the command line that the settings have for the event, as the agent does.
-    std::unique_ptr<QProcess> runHook(const char *event, QJsonObject payload) const
+    std::unique_ptr<HookRun> runHook(const char *event, QJsonObject payload) const
     {
         const QJsonValue settings(QJsonDocument::fromJson(claudeSettings()).object());
         const QString command
             = settings["hooks"][QLatin1String(event)][0]["hooks"][0]["command"].toString();
         payload.insert("hook_event_name", event);
-        payload.insert("session_id", "session-1");
         payload.insert("cwd", "/src/lighthouse");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("HOME", program->home());
-        environment.insert("TERM_PROGRAM", "vscode");
-        auto agent = std::make_unique<QProcess>();
-        agent->setProcessEnvironment(environment);
-        agent->start("/bin/sh", {"-c", command});
-        agent->write(QJsonDocument(payload).toJson(QJsonDocument::Compact));
-        agent->closeWriteChannel();
-        return agent;
+        return std::make_unique<HookRun>(program->home(), "/bin/sh", QStringList{"-c", command},
+                                         "vscode", payload);
     }
 
     TrayHost tray;
@@ -102,17 +84,17 @@ TEST_F(WiringTest, WhatTheSettingsInstallBringsAgentsToTheIsland)
     ASSERT_TRUE(program->waitForText("✓ Hooks installed in ~/.claude/settings.json"));
 
     const auto start = runHook("SessionStart", {});
-    ASSERT_TRUE(start->waitForFinished());
+    ASSERT_TRUE(start->waitForEnd());
     EXPECT_EQ(start->exitCode(), 0);
     const auto request
         = runHook("PermissionRequest",
                   {{"tool_name", "Bash"}, {"tool_input", QJsonObject{{"command", "make"}}}});
     ASSERT_TRUE(program->waitForText("needs permission"));
     EXPECT_TRUE(program->shows("lighthouse"));
-    EXPECT_EQ(request->state(), QProcess::Running);
+    EXPECT_TRUE(request->isRunning());
     ASSERT_TRUE(program->clickButton("Allow"));
-    ASSERT_TRUE(request->waitForFinished());
-    EXPECT_TRUE(request->readAll().contains(R"("behavior":"allow")"));
+    ASSERT_TRUE(request->waitForEnd());
+    EXPECT_TRUE(request->output().contains(R"("behavior":"allow")"));
 }
 
 } // namespace

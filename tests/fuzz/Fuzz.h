@@ -4,8 +4,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QList>
-#include <QString>
 #include <QTemporaryDir>
 
 #include <cstddef>
@@ -26,12 +24,10 @@ namespace tirlo {
 /// Tries one input; what a target is made of.
 void fuzz(const QByteArray &input);
 
-/// A home for the process, in memory where possible: many files are written down to the disk.
+/// A home for the process.
 inline QString scratchHome()
 {
-    static const QTemporaryDir folder(
-        (QFile::exists(QStringLiteral("/dev/shm")) ? QStringLiteral("/dev/shm") : QDir::tempPath())
-        + QStringLiteral("/tirlo-fuzz-XXXXXX"));
+    static const QTemporaryDir folder;
     return folder.path();
 }
 
@@ -56,6 +52,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static char name[] = "fuzz";
     static char *arguments[] = {name, nullptr};
     static const QCoreApplication application(count, arguments);
+    // In memory where possible: many files are written down to the disk.
+    static const bool inMemory = QFile::exists("/dev/shm") && qputenv("TMPDIR", "/dev/shm");
+    static_cast<void>(inMemory);
     tirlo::fuzz(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
     return 0;
 }

@@ -12,9 +12,7 @@ namespace {
 
 bool isPill(const QString &id)
 {
-    const QString prefix = QStringLiteral("agent_");
-    return PillCatalog::definition(id)
-        || (id.startsWith(prefix) && validateAgent(id.mid(prefix.size())));
+    return PillCatalog::definition(id) || (id.startsWith("agent_") && validateAgent(id.mid(6)));
 }
 
 void checkState(const AppState &state)
@@ -51,8 +49,7 @@ bool settles(const QByteArray &line, const ApprovalInfo &approval)
         return false;
     if (event.startsWith(QLatin1String("PostToolUse")))
         return payload.value(u"tool_name").toString() == approval.tool;
-    return QStringLiteral("Stop StopFailure UserPromptSubmit SessionEnd Interrupt")
-        .split(u' ')
+    return QStringList{"Stop", "StopFailure", "UserPromptSubmit", "SessionEnd", "Interrupt"}
         .contains(event);
 }
 
@@ -107,8 +104,7 @@ void fuzz(const QByteArray &input)
         const QByteArray reply = peer.receiveAll();
         REQUIRE(reply.isEmpty() || isReply(reply));
     }
-    checkLog(bytesOf(rig.logPath()));
-    QFile::remove(rig.logPath());
+    checkLog(bytesOf(rig.paths.logFolder() + "/qv.log"));
 }
 
 } // namespace tirlo

@@ -13,8 +13,8 @@ namespace tirlo {
 
 namespace {
 
-const QString hooksKey = QStringLiteral("hooks");
-const QString blockKey = QStringLiteral("tirlo");
+const QString hooksKey = "hooks";
+const QString blockKey = "tirlo";
 
 /// The user's file of one agent, with each operation as the user has it: seen first, then written.
 struct Agent
@@ -188,7 +188,7 @@ void fuzz(const QByteArray &input)
     const HookChange repeated = agent.build();
     REQUIRE(repeated.presentText.toUtf8() == installed && !repeated.laysOutAnew);
     // The user's file is beside it as it was.
-    const QStringList backups = folder.entryList({QStringLiteral("*.bak-*")});
+    const QStringList backups = folder.entryList({"*.bak-*"});
     REQUIRE(backups.size() == 1 && bytesOf(folder.filePath(backups.first())) == original);
 
     REQUIRE(tryTo(agent, true) && bytesOf(agent.path) == installed);

@@ -1,19 +1,13 @@
 #pragma once
 
 #include "Fuzz.h"
-#include "core/AppLog.h"
-#include "core/AppState.h"
-#include "core/Notifications.h"
-#include "core/Paths.h"
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookEventProcessor.h"
 #include "hooks/HookSocketServer.h"
 #include "hooks/HookTasks.h"
 #include "hooks/Peer.h"
 #include "hooks/ThreadGroup.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <thread>
 
@@ -32,7 +26,7 @@ inline bool isReply(const QByteArray &bytes)
 /// The hooks of a program that has just started, with the real socket and a still clock.
 ///
 /// The parts are those of the hook server, which would write its scripts anew each time.
-struct HookRig
+struct HookRig : StoreParts
 {
     HookRig()
     {
@@ -62,16 +56,7 @@ struct HookRig
         queue.drain();
     }
 
-    [[nodiscard]] QString logPath() const { return paths.logFolder() + QStringLiteral("/qv.log"); }
-
-    const Paths paths{scratchHome()};
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sound;
-    AppLog appLog{paths, queue};
-    HookContext context{state, notifications, sound, queue, appLog};
+    HookContext context{state, notifications, sound, queue, log};
     HookTasks tasks{state, notifications};
     ThreadGroup writers;
     ApprovalDesk desk{context, tasks, writers};

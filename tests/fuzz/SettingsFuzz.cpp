@@ -66,15 +66,15 @@ QString settingsAfter(const QString &path, Change change)
 /// The settings file as any hand or fault left it; its bytes are also what is set later.
 void fuzz(const QByteArray &input)
 {
-    const QString folder = scratchHome() + QStringLiteral("/settings");
+    const QString folder = scratchHome() + "/settings";
     QDir(folder).removeRecursively();
     QDir().mkpath(folder);
-    const QString path = folder + QStringLiteral("/settings.json");
+    const QString path = folder + "/settings.json";
     put(path, input);
     const QJsonDocument before = QJsonDocument::fromJson(input);
 
     const QString first = settingsAfter(path, [](AppState &) {});
-    const QStringList asides = QDir(folder).entryList({QStringLiteral("*.corrupt-*")});
+    const QStringList asides = QDir(folder).entryList({"*.corrupt-*"});
     REQUIRE(asides.isEmpty() == before.isObject());
     for (const QString &aside : asides)
         REQUIRE(bytesOf(folder + u'/' + aside) == input);
@@ -98,7 +98,7 @@ void fuzz(const QByteArray &input)
 
     // What the program does not know stays.
     const QJsonObject after = QJsonDocument::fromJson(bytesOf(path)).object();
-    const QString foreign = QStringLiteral("foreign");
+    const QString foreign = "foreign";
     REQUIRE(after.value(foreign) == before.object().value(foreign));
 }
 

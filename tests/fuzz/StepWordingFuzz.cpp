@@ -59,19 +59,19 @@ void fuzz(const QByteArray &input)
     const QString text = QString::fromUtf8(rest);
     QJsonObject members = QJsonDocument::fromJson(rest).object();
     if (members.isEmpty())
-        members.insert(QStringLiteral("command"), text);
+        members.insert("command", text);
 
     const QString step = frenchStep(tool, members);
-    const bool hasCommand = members.value(QStringLiteral("command")).isString();
+    const bool hasCommand = members.value("command").isString();
     if (isOneLine(tool) && hasCommand && tool != QLatin1String("apply_patch"))
         REQUIRE(isOneLine(step));
     // Nothing else in the input says anything.
     QJsonObject more = members;
-    more.insert(QStringLiteral("description"), text);
+    more.insert("description", text);
     REQUIRE(frenchStep(tool, more) == step);
 
     const QString verb = bashVerb(text);
-    REQUIRE(QStringLiteral("Lit Cherche Teste Exécute").split(u' ').contains(verb));
+    REQUIRE((QStringList{"Lit", "Cherche", "Teste", "Exécute"}.contains(verb)));
     REQUIRE(bashVerb(u' ' + text) == verb);
     for (const int limit : {0, 1, 2, 60})
         checkOneLine(text, limit);

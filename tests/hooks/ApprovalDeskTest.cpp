@@ -30,6 +30,11 @@ struct ApprovalDeskTest : HookFixture
         return peer.receiveAll(0);
     }
 
+    static QByteArray lineOf(const char *decision)
+    {
+        return QByteArray("{\"permissionDecision\":\"") + decision + "\"}\n";
+    }
+
     bool isPending() const { return state.pendingApproval.value().has_value(); }
 
     ThreadGroup writers;
@@ -64,7 +69,7 @@ TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
          {R"({"tirlo_agent":"gemini","term_program":"vscode"})", R"({"term_program":"xterm"})",
           R"({"tirlo_agent":1,"term_program":["vscode"],"tool_input":[]})"}) {
         Peer peer = ask(other);
-        EXPECT_EQ(answerTo(peer), "{\"permissionDecision\":\"ask\"}\n");
+        EXPECT_EQ(answerTo(peer), lineOf("ask"));
     }
     EXPECT_FALSE(isPending());
     EXPECT_TRUE(sound.played.isEmpty());
@@ -72,22 +77,11 @@ TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
 
 TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
 {
-    const struct
-    {
-        const char *decision;
-        const char *line;
-    } rows[] = {
-        {"allow", "{\"permissionDecision\":\"allow\"}\n"},
-        {"always", "{\"permissionDecision\":\"always\"}\n"},
-        {"ask", "{\"permissionDecision\":\"ask\"}\n"},
-        {"deny", "{\"permissionDecision\":\"deny\"}\n"},
-        {"Allow", "{\"permissionDecision\":\"deny\"}\n"},
-    };
-    for (const auto &row : rows) {
+    for (const QByteArray decision : {"allow", "always", "ask", "deny", "Allow"}) {
         state.view = IslandView::approval;
         Peer peer = ask();
-        desk.sendApprovalDecision(QLatin1String(row.decision));
-        EXPECT_EQ(answerTo(peer), row.line);
+        desk.sendApprovalDecision(QString::fromLatin1(decision));
+        EXPECT_EQ(answerTo(peer), lineOf(decision == "Allow" ? "deny" : decision.constData()));
         EXPECT_FALSE(isPending());
         EXPECT_FALSE(state.isPinned);
         EXPECT_EQ(task("integration_claude").state, BotState::working);
@@ -111,23 +105,20 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
     EXPECT_EQ(state.view.value(), IslandView::empty);
 }
 
-TEST_F(ApprovalDeskTest, AgentThatHangsUpWasAnsweredElsewhere)
+TEST_F(ApprovalDeskTest, RequestThatEndsUnansweredLeavesANoteForAMoment)
 {
-    Peer peer = ask(R"({"bundle_id":"com.todesktop.230313mzl4w4u92"})");
-    peer.close();
+    // An agent that hangs up was answered elsewhere.
+    ask(R"({"bundle_id":"com.todesktop.230313mzl4w4u92"})").close();
     ASSERT_TRUE(eventually([&] { return !isPending(); }));
     EXPECT_EQ(state.noteMessage.value(), u"Handled in Cursor."_s);
     EXPECT_EQ(state.view.value(), IslandView::note);
     EXPECT_FALSE(state.isPinned);
-
     queue.advance(2.9);
     EXPECT_EQ(collapses, 0);
     queue.advance(0.2);
     EXPECT_EQ(collapses, 1);
-}
 
-TEST_F(ApprovalDeskTest, CardRunsOutBeforeTheRelayDoes)
-{
+    // The card runs out before the relay does.
     Peer peer = ask(codexRequest);
     queue.advance(114.9);
     EXPECT_TRUE(isPending());
@@ -146,7 +137,7 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     Peer second = ask(codexRequest);
     EXPECT_EQ(state.pendingApproval.value()->pillId, u"agent_codex"_s);
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
-    EXPECT_EQ(answerTo(first), "{\"permissionDecision\":\"ask\"}\n");
+    EXPECT_EQ(answerTo(first), lineOf("ask"));
 
     // Neither the first one's limit nor its end touches the second.
     first.close();
@@ -156,7 +147,7 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     EXPECT_FALSE(second.isReadable());
 
     desk.sendApprovalDecision(u"allow"_s);
-    EXPECT_EQ(answerTo(second), "{\"permissionDecision\":\"allow\"}\n");
+    EXPECT_EQ(answerTo(second), lineOf("allow"));
     EXPECT_EQ(state.focusId.value(), u"agent_foo"_s);
 }
 
@@ -165,69 +156,51 @@ TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
     const QString foo = u"agent_foo"_s;
     const QString codex = u"agent_codex"_s;
     const QString claude = u"integration_claude"_s;
-    const struct
-    {
-        std::optional<QString> before;
-        std::function<void()> meanwhile;
-        std::optional<QString> after;
-    } rows[] = {
-        {foo, [] {}, foo},
-        {foo, [&] { state.focusId = claude; }, claude},
-        {foo, [&] { state.removeTask(foo); }, codex},
-        {std::nullopt, [] {}, codex},
-    };
-    for (const auto &row : rows) {
+    const auto focusAfter = [&](const std::optional<QString> &before, auto meanwhile) {
         tasks.upsertExternalAgent(foo, u"foo"_s);
-        state.focusId = row.before;
+        state.focusId = before;
         const Peer peer = ask(codexRequest);
         EXPECT_EQ(state.focusId.value(), codex);
-        row.meanwhile();
+        meanwhile();
         desk.sendApprovalDecision(u"deny"_s);
-        EXPECT_EQ(state.focusId.value(), row.after);
-    }
+        return state.focusId.value();
+    };
+    EXPECT_EQ(focusAfter(foo, [] {}), foo);
+    EXPECT_EQ(focusAfter(foo, [&] { state.focusId = claude; }), claude);
+    EXPECT_EQ(focusAfter(foo, [&] { state.removeTask(foo); }), codex);
+    EXPECT_EQ(focusAfter(std::nullopt, [] {}), codex);
 }
 
 TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
 {
-    enum class Outcome { passes, dropped, dismissed };
-    constexpr auto sameCall = R"({"tool_name":"Bash","tool_input":{"n":1,"command":"ls"}})";
-    const struct
-    {
-        const char *event;
-        const char *session;
-        const char *payload;
-        Outcome outcome;
-    } rows[] = {
-        {"PostToolUse", "s", sameCall, Outcome::dismissed},
-        {"PostToolUseFailure", "s", sameCall, Outcome::dismissed},
-        {"PostToolUse", "other", sameCall, Outcome::dropped},
-        {"PostToolUse", "s", R"({"tool_name":"Bash","tool_input":{"command":"ls"}})",
-         Outcome::dropped},
-        {"PostToolUse", "s", R"({"tool_name":"Bash","tool_input":"ls"})", Outcome::dropped},
-        {"Stop", "s", "{}", Outcome::dismissed},
-        {"UserPromptSubmit", "s", "{}", Outcome::dismissed},
-        {"SessionEnd", "s", "{}", Outcome::dismissed},
-        {"Interrupt", "s", "{}", Outcome::dismissed},
-        {"Stop", "other", "{}", Outcome::dropped},
-        {"PreToolUse", "s", sameCall, Outcome::dropped},
-    };
     const HookRoute claude{u"integration_claude"_s, {}};
     const HookRoute other{u"agent_codex"_s, {}};
-    for (const auto &row : rows) {
+    const auto settles = [&](const QString &event, const char *payload, const char *session) {
         const Peer peer = ask();
         state.noteMessage = std::nullopt;
         HookOrigin origin;
-        origin.sessionId = QString::fromLatin1(row.session);
-        const QString event = QString::fromLatin1(row.event);
-        EXPECT_TRUE(desk.admits(event, other, origin, json(row.payload)));
-
-        const bool isAdmitted = desk.admits(event, claude, origin, json(row.payload));
-        EXPECT_EQ(isAdmitted, row.outcome != Outcome::dropped) << row.event;
-        EXPECT_EQ(isPending(), row.outcome == Outcome::dropped) << row.event;
-        EXPECT_EQ(state.noteMessage.value() == u"Handled in VS Code."_s,
-                  row.outcome == Outcome::dismissed);
-        EXPECT_EQ(peer.isReadable(), row.outcome == Outcome::dismissed) << row.event;
+        origin.sessionId = QLatin1String(session);
+        EXPECT_TRUE(desk.admits(event, other, origin, json(payload)));
+        const bool isSettled = desk.admits(event, claude, origin, json(payload));
+        EXPECT_EQ(isPending(), !isSettled);
+        EXPECT_EQ(state.noteMessage.value() == u"Handled in VS Code."_s, isSettled);
+        EXPECT_EQ(peer.isReadable(), isSettled);
+        return isSettled;
+    };
+    for (const QString &event :
+         {u"Stop"_s, u"StopFailure"_s, u"UserPromptSubmit"_s, u"SessionEnd"_s, u"Interrupt"_s}) {
+        EXPECT_TRUE(settles(event, "{}", "s")) << event.toStdString();
+        EXPECT_FALSE(settles(event, "{}", "other")) << event.toStdString();
     }
+    constexpr auto sameCall = R"({"tool_name":"Bash","tool_input":{"n":1,"command":"ls"}})";
+    constexpr auto otherCall = R"({"tool_name":"Bash","tool_input":{"command":"ls"}})";
+    for (const QString &event : {u"PostToolUse"_s, u"PostToolUseFailure"_s}) {
+        EXPECT_TRUE(settles(event, sameCall, "s")) << event.toStdString();
+        EXPECT_FALSE(settles(event, sameCall, "other")) << event.toStdString();
+        EXPECT_FALSE(settles(event, otherCall, "s")) << event.toStdString();
+        EXPECT_FALSE(settles(event, R"({"tool_name":"Bash","tool_input":"ls"})", "s"));
+    }
+    EXPECT_FALSE(settles(u"PreToolUse"_s, sameCall, "s"));
     desk.sendApprovalDecision(u"deny"_s);
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
 }

@@ -17,21 +17,6 @@ struct ClaudeHooksTest : InstallerFixture
     const QString path = paths.claudeSettingsPath();
 };
 
-TEST_F(ClaudeHooksTest, EveryEventGetsTheScript)
-{
-    install();
-    EXPECT_EQ(hooks().size(), 12);
-    for (const QString &event : hooks().keys()) {
-        const QJsonArray groups = hooks()[event].toArray();
-        ASSERT_EQ(groups.size(), 1);
-        EXPECT_EQ(groups[0].toObject().keys(), QStringList({"hooks"}));
-        EXPECT_EQ(groups[0]["hooks"][0]["timeout"].toInt(),
-                  event == u"PermissionRequest" ? 120 : 10);
-    }
-    EXPECT_TRUE(bytesOf(path).contains(R"(\/Library\/Application Support\/Skerry\/qv-hook\"")"));
-    EXPECT_TRUE(bytesOf(path).contains(R"(\\\"my\\\")"));
-}
-
 TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
 {
     const QByteArray foreign = R"x({"zeta":1e2,"permissions":{"allow":["Bash(ls:*)"]},
@@ -50,6 +35,12 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
     EXPECT_TRUE(written.contains(R"("id": 12345678901234567890123,)"));
     EXPECT_TRUE(written.contains(R"("zeta": 1e2)"));
     EXPECT_EQ(json(written)["permissions"]["allow"][0].toString(), "Bash(ls:*)");
+    EXPECT_EQ(hooks().size(), 2 + 12);
+    const QJsonObject group = hooks()["PermissionRequest"][0].toObject();
+    EXPECT_EQ(group.keys(), QStringList({"hooks"}));
+    EXPECT_EQ(group["hooks"][0]["timeout"].toInt(), 120);
+    EXPECT_TRUE(written.contains(R"(\/Library\/Application Support\/Skerry\/qv-hook\"")"));
+    EXPECT_TRUE(written.contains(R"(\\\"my\\\")"));
     const QJsonArray stop = hooks()["Stop"].toArray();
     ASSERT_EQ(stop.size(), 3) << "two foreign groups and one of ours";
     EXPECT_EQ(stop[0]["hooks"][0]["command"].toString(), "say hi");
@@ -83,19 +74,17 @@ TEST_F(ClaudeHooksTest, WhatIsBrokenIsReplacedAndKeptAsABackup)
 
 TEST_F(ClaudeHooksTest, NothingThatStoodInTheFileIsLostWithinAMinute)
 {
-    for (const QByteArray mine : {"first", "second", "second", "third"}) {
+    const std::pair<QByteArray, QString> backups[]{
+        {"1", u"0926"_s}, {"2", u"092654"_s}, {"2", u"092655"_s}, {"3", u"092656"_s}};
+    for (const auto &[mine, time] : backups) {
         static_cast<void>(claude.buildHooksData());
         put(path, mine);
         claude.writeHooks();
         EXPECT_TRUE(claude.hooksInstalled());
         queue.advance(1);
     }
-    const std::pair<QString, QByteArray> backups[]{{u"0926"_s, "first"},
-                                                   {u"092654"_s, "second"},
-                                                   {u"092655"_s, "second"},
-                                                   {u"092656"_s, "third"}};
-    for (const auto &[time, bytes] : backups)
-        EXPECT_EQ(bytesOf(path + u".bak-20260314-"_s + time), bytes);
+    for (const auto &[mine, time] : backups)
+        EXPECT_EQ(bytesOf(path + u".bak-20260314-"_s + time), mine);
     EXPECT_EQ(besides(path).size(), 4);
 }
 

@@ -4,8 +4,6 @@
 #include "hooks/HookTasks.h"
 #include "hooks/ThreadGroup.h"
 
-#include <QJsonArray>
-
 namespace tirlo {
 namespace {
 
@@ -45,14 +43,16 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
         {"PreCompact", "{}", idle, "", "", ""},
         {"SessionStart", "{}", idle, "", "work"},
         {"UserPromptSubmit", R"({"prompt":"","session_id":"a"})", thinking, "", "", "a"},
+        {"UserPromptSubmit", R"({"prompt":["x"]})", thinking, "", ""},
         {"UserPromptSubmit", R"({"prompt":"hello\nyou"})", thinking, "hello\nyou", ""},
         {"PreToolUse", R"({"tool_name":"Read","tool_input":{"path":"/a/b"}})", working, "Lit · b",
          ""},
         {"PreToolUse", R"({"session_id":"b"})", working, "Tool", "", "b"},
-        {"PreToolUse", "{}", working, "Tool", ""},
+        {"PreToolUse", R"({"tool_name":7,"tool_input":[1]})", working, "Tool", ""},
         {"SubagentStart", "{}", working, "+ subagent", ""},
         {"SubagentStop", "{}", working, "• subagent done", ""},
         {"Notification", R"({"message":"All is well."})", working, "• subagent done", ""},
+        {"Notification", R"({"message":{"a":"?"}})", working, "• subagent done", ""},
         {"Notification", R"({"message":"Hit the RATE Limit?"})", ratelimit, "• subagent done",
          "rate"},
         {"PostToolUse", R"({"session_id":"c"})", working, "• subagent done", ""},
@@ -84,11 +84,8 @@ TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
     process("PreToolUse", R"({"tool_name":"Ba\nsh"})");
     process("Stop", R"({"term_program":"xterm","cwd":"/a/%1"})");
     EXPECT_EQ(logLines(),
-              QStringList({
-                  u"SessionStart Project (12345678)"_s,
-                  u"PreToolUse Ba\\u000Ash"_s,
-                  u"Ignored Stop from xterm (%1)"_s,
-              }));
+              QStringList({u"SessionStart Project (12345678)"_s, u"PreToolUse Ba\\u000Ash"_s,
+                           u"Ignored Stop from xterm (%1)"_s}));
 }
 
 TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
@@ -138,26 +135,6 @@ TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
     EXPECT_EQ(task("agent_gemini").state, BotState::idle);
     EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
     EXPECT_FALSE(state.task(u"agent_foo"_s));
-}
-
-TEST_F(HookEventProcessorTest, ValuesOfAWrongTypeCountAsAbsent)
-{
-    const QStringList keys{u"session_id"_s,  u"conversation_id"_s, u"cwd"_s,
-                           u"tirlo_agent"_s, u"bundle_id"_s,       u"tool_name"_s,
-                           u"tool_input"_s,  u"prompt"_s,          u"message"_s};
-    const QList<QJsonValue> wrong{QJsonValue(), true, 1e308, QJsonArray{1, QJsonObject()}};
-    for (const QJsonValue &value : wrong) {
-        QJsonObject payload{{u"term_program"_s, u"vscode"_s}};
-        for (const QString &key : keys)
-            payload.insert(key, value);
-        for (const char *event : {"SessionStart", "UserPromptSubmit", "Notification", "Stop",
-                                  "PostToolUse", "PreToolUse"})
-            processor.processEvent(QLatin1String(event), payload);
-    }
-    EXPECT_EQ(tasks.activeSessionId, u"unknown"_s);
-    EXPECT_EQ(state.tasks.value().size(), 1);
-    EXPECT_EQ(task("integration_claude").name, u"Session"_s);
-    EXPECT_EQ(task("integration_claude").steps, QStringList(4, u"Tool"_s));
 }
 
 } // namespace

@@ -51,10 +51,8 @@ TEST(HookRouting, AcceptsFitAgentNamesOnly)
 
 TEST(ProjectColors, KnowsProjectsByNameAndByPartOfIt)
 {
-    const auto colorOf
-        = [](const char *name) { return IslandConst::colorForProject(QString::fromLatin1(name)); };
-    EXPECT_EQ(colorOf("  ORRA Hub\n"), u"#2EC4A0"_s);
-    EXPECT_EQ(colorOf("my-tessel-fork"), u"#FF5A4E"_s);
+    EXPECT_EQ(IslandConst::colorForProject(u"  ORRA Hub\n"_s), u"#2EC4A0"_s);
+    EXPECT_EQ(IslandConst::colorForProject(u"my-tessel-fork"_s), u"#FF5A4E"_s);
 }
 
 } // namespace

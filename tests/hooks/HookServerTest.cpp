@@ -4,29 +4,43 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
 namespace tirlo {
 namespace {
 
-using HookServerTest = HookFixture;
+struct HookServerTest : HookFixture
+{
+    void makeServer()
+    {
+        server.emplace(context, paths);
+        server->start();
+    }
+
+    std::optional<HookServer> server;
+};
+
+/// Files of ours, and what somebody put in their place.
+using HostileFilesTest = HookServerTest;
 
 qsizetype openDescriptors()
 {
     return QDir(u"/proc/self/fd"_s).entryList(QDir::System | QDir::AllEntries).size();
 }
 
+mode_t modeOf(const QString &path)
+{
+    struct stat present = {};
+    return lstat(QFile::encodeName(path).constData(), &present) == 0 ? present.st_mode & 07777 : 0;
+}
+
 TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
 {
-    HookServer server(context, paths);
-    server.start();
+    makeServer();
     const QByteArray request = R"({"hook_event_name":"PermissionRequest","term_program":"vscode"})";
-    const QByteArray lines[] = {
-        R"({"hook_event_name":"SubagentStart","term_program":"vscode"})",
-        "",
-        "garbage",
-        request,
-        request,
-        R"({"hook_event_name":"PermissionRequest"})",
-    };
+    const QByteArray event = R"({"hook_event_name":"SubagentStart","term_program":"vscode"})";
+    const QByteArray foreign = R"({"hook_event_name":"PermissionRequest"})";
+    const QByteArray lines[] = {event, "", "garbage", request, request, foreign};
     EXPECT_EQ(Peer::connectedTo(paths.socketPath()).send("\n").receiveAll(), "{\"ok\":true}\n");
     const qsizetype before = openDescriptors();
     for (int i = 0; i < 10000; ++i) {
@@ -44,10 +58,46 @@ TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
         }
     }
     EXPECT_TRUE(eventually([&] {
-        server.sendApprovalDecision(u"allow"_s);
+        server->sendApprovalDecision(u"allow"_s);
         return openDescriptors() == before;
     })) << openDescriptors()
         << " instead of " << before;
+}
+
+TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile)
+{
+    const QStringList ours{paths.socketPath(), paths.hookScriptPath(), paths.relayScriptPath(),
+                           paths.logFolder() + u"/qv.log"_s};
+    QFile victim(home.filePath(u"victim"_s));
+    const QByteArray name = QFile::encodeName(victim.fileName());
+    for (const mode_t mask : {0000, 0022, 0077}) {
+        for (const auto link : {::symlink, ::link, decltype(&::link)()}) {
+            SCOPED_TRACE(testing::Message() << mask << (link == ::symlink ? " symbolic" : ""));
+            QDir(home.filePath(u"Library"_s)).removeRecursively();
+            ASSERT_TRUE(victim.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            victim.write("untouched");
+            victim.close();
+            const mode_t usual = umask(mask);
+            for (const QString &path : link ? ours : QStringList()) {
+                QDir().mkpath(QFileInfo(path).path());
+                ASSERT_EQ(link(name, QFile::encodeName(path)), 0);
+            }
+            makeServer();
+            log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy"_s);
+            ASSERT_TRUE(eventually([this] { return modeOf(paths.socketPath()) == 0600; }));
+            umask(usual);
+
+            ASSERT_TRUE(victim.open(QIODevice::ReadOnly));
+            EXPECT_EQ(victim.readAll(), "untouched");
+            victim.close();
+            EXPECT_EQ(logLines().size(), 1);
+            for (const QString &folder : {paths.supportFolder(), paths.logFolder()})
+                EXPECT_EQ(modeOf(folder), mode_t(0700));
+            EXPECT_EQ(modeOf(paths.hookScriptPath()), mode_t(0755));
+            EXPECT_EQ(modeOf(ours.last()), mode_t(0600));
+            server.reset();
+        }
+    }
 }
 
 } // namespace

@@ -23,87 +23,66 @@ struct HookTasksTest : HookFixture
 
 TEST_F(HookTasksTest, NewPillsStandBehindTheMainOne)
 {
-    const struct
-    {
-        bool hasMain;
-        QStringList added;
-        QStringList ids;
-        QString focus;
-    } rows[] = {
-        {true, {foo, cursor}, {claude, cursor, foo}, claude},
-        {true, {cursor, foo, foo}, {claude, foo, cursor}, claude},
-        {false, {foo, bar, cursor}, {cursor, foo, bar}, foo},
-    };
     const QList<AgentTask> usual = state.tasks.value();
-    for (const auto &row : rows) {
-        state.tasks = row.hasMain ? usual : QList<AgentTask>();
-        state.focusId = row.hasMain ? std::optional(claude) : std::nullopt;
+    const auto idsWith = [&](const QStringList &added, bool hasMain) {
+        state.tasks = hasMain ? usual : QList<AgentTask>();
+        state.focusId = hasMain ? std::optional(claude) : std::nullopt;
         state.mode = IslandMode::hidden;
-        for (const QString &id : row.added) {
+        for (const QString &id : added) {
             if (id == cursor)
                 tasks.upsertWorkspaceTask(id, u"P"_s, u"/p"_s);
             else
                 tasks.upsertExternalAgent(id, id.mid(6));
         }
-        EXPECT_EQ(ids(), row.ids);
-        EXPECT_EQ(state.focusId.value(), row.focus);
+        EXPECT_EQ(state.focusId.value(), hasMain ? claude : added.first());
         EXPECT_EQ(state.mode.value(), IslandMode::compact);
-    }
-    EXPECT_EQ(task("agent_foo").name, u"foo"_s);
-    EXPECT_FALSE(task("agent_foo").isIntegration);
-    EXPECT_TRUE(task("agent_cursor").isIntegration);
-    EXPECT_EQ(task("agent_cursor").color, u"#C0C4CC"_s);
-    EXPECT_EQ(task("agent_cursor").sessionCwd, std::nullopt);
-
+        return ids();
+    };
+    EXPECT_EQ(idsWith({foo, cursor}, true), QStringList({claude, cursor, foo}));
+    EXPECT_EQ(idsWith({cursor, foo, foo}, true), QStringList({claude, foo, cursor}));
+    EXPECT_EQ(idsWith({foo, bar, cursor}, false), QStringList({cursor, foo, bar}));
+    EXPECT_EQ(task(foo).name, u"foo"_s);
+    EXPECT_FALSE(task(foo).isIntegration);
+    EXPECT_TRUE(task(cursor).isIntegration);
     tasks.upsertWorkspaceTask(cursor, u"Q"_s, u"/q"_s);
     tasks.upsertWorkspaceTask(cursor, u"R"_s, QString());
-    EXPECT_EQ(task("agent_cursor").name, u"R"_s);
-    EXPECT_EQ(task("agent_cursor").sessionCwd, u"/q"_s);
+    EXPECT_EQ(task(cursor).name, u"R"_s);
+    EXPECT_EQ(task(cursor).sessionCwd, u"/q"_s);
 }
 
 TEST_F(HookTasksTest, KeepsTheTwentyLatestSteps)
 {
     for (int i = 0; i < 22; ++i) {
         tasks.appendStep(claude, QString::number(i));
-        EXPECT_EQ(task("integration_claude").stepIndex, std::min(i, 19));
+        EXPECT_EQ(task(claude).stepIndex, std::min(i, 19));
     }
-    EXPECT_EQ(task("integration_claude").steps.size(), 20);
-    EXPECT_EQ(task("integration_claude").steps.first(), u"2"_s);
-    EXPECT_EQ(task("integration_claude").steps.last(), u"21"_s);
+    EXPECT_EQ(task(claude).steps.size(), 20);
+    EXPECT_EQ(task(claude).steps.first(), u"2"_s);
+    EXPECT_EQ(task(claude).steps.last(), u"21"_s);
 }
 
 TEST_F(HookTasksTest, OpensTheIslandAsFarAsTheViewDeserves)
 {
-    enum class Outcome { nothing, expand, reveal, view };
     using enum IslandView;
-    const struct
-    {
-        IslandMode mode;
-        bool hasApproval;
-        IslandView view;
-        Outcome outcome;
-    } rows[] = {
-        {IslandMode::hidden, false, overview, Outcome::reveal},
-        {IslandMode::hidden, false, finished, Outcome::expand},
-        {IslandMode::compact, false, overview, Outcome::nothing},
-        {IslandMode::compact, true, error, Outcome::expand},
-        {IslandMode::compact, false, question, Outcome::nothing},
-        {IslandMode::expanded, false, question, Outcome::nothing},
-        {IslandMode::expanded, false, confused, Outcome::view},
-        {IslandMode::expanded, true, finished, Outcome::nothing},
-        {IslandMode::expanded, true, approval, Outcome::view},
-    };
-    for (const auto &row : rows) {
+    const auto outcome = [this](IslandMode mode, IslandView view, bool hasApproval = false) {
         expanded.clear();
         reveals = 0;
-        state.mode = row.mode;
+        state.mode = mode;
         state.view = prompt;
-        state.pendingApproval = row.hasApproval ? std::optional(ApprovalInfo()) : std::nullopt;
-        tasks.expandIfNeeded(row.view);
-        EXPECT_EQ(expanded.contains(row.view), row.outcome == Outcome::expand);
-        EXPECT_EQ(reveals == 1, row.outcome == Outcome::reveal);
-        EXPECT_EQ(state.view == row.view, row.outcome == Outcome::view);
-    }
+        state.pendingApproval = hasApproval ? std::optional(ApprovalInfo()) : std::nullopt;
+        tasks.expandIfNeeded(view);
+        return std::string(expanded.contains(view) ? "expands" : "") + (reveals == 1 ? "shows" : "")
+            + (state.view == view ? "turns" : "");
+    };
+    EXPECT_EQ(outcome(IslandMode::hidden, overview), "shows");
+    EXPECT_EQ(outcome(IslandMode::hidden, finished), "expands");
+    EXPECT_EQ(outcome(IslandMode::compact, overview), "");
+    EXPECT_EQ(outcome(IslandMode::compact, error, true), "expands");
+    EXPECT_EQ(outcome(IslandMode::compact, question), "");
+    EXPECT_EQ(outcome(IslandMode::expanded, question), "");
+    EXPECT_EQ(outcome(IslandMode::expanded, confused), "turns");
+    EXPECT_EQ(outcome(IslandMode::expanded, finished, true), "");
+    EXPECT_EQ(outcome(IslandMode::expanded, approval, true), "turns");
 }
 
 } // namespace

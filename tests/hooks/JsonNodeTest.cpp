@@ -35,31 +35,15 @@ TEST(JsonNodeTest, NamesAreSortedAndTheLastOfTwinsCounts)
 
 TEST(JsonNodeTest, AnythingButOneJsonTextIsRefused)
 {
-    const QByteArray texts[] = {"",
-                                "{",
-                                "{} {}",
-                                "[1,]",
-                                "[1 2]",
-                                R"({"a"})",
-                                R"({"a":})",
-                                R"({"a":1,})",
-                                "// x\n{}",
-                                "01",
-                                "1.",
-                                "-",
-                                "NaN",
-                                "True",
-                                R"("\x")",
-                                R"("\u12g4")",
-                                "\"a\nb\"",
-                                "\"open",
-                                "\"\xff\"",
-                                QByteArray("{}\0", 3),
-                                QByteArray(100000, '[')};
-    for (const QByteArray &text : texts)
-        EXPECT_FALSE(readJson(text)) << text.left(40).toStdString();
-    EXPECT_TRUE(readJson(QByteArray(512, '[') + QByteArray(512, ']')));
+    const QByteArray broken = R"(|{|{} {}|[1,]|[1 2]|{"a"}|{"a":}|{"a":1,}|01|1.|-|NaN|True|"\x"|)"
+                              R"("\u12g4"|"open)"
+                              "|// x\n{}|\"a\nb\"|\"\xff\"";
+    for (const QByteArray &text : broken.split('|'))
+        EXPECT_FALSE(readJson(text)) << text.toStdString();
+    EXPECT_FALSE(readJson(QByteArray("{}\0", 3)));
+    EXPECT_FALSE(readJson(QByteArray(100000, '[')));
     EXPECT_FALSE(readJson(QByteArray(513, '[') + QByteArray(513, ']')));
+    EXPECT_TRUE(readJson(QByteArray(512, '[') + QByteArray(512, ']')));
 }
 
 } // namespace

@@ -29,15 +29,10 @@ public:
     static Peer connectedTo(const QString &path)
     {
         Peer peer(FileDescriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)));
-        peer.connectTo(path);
-        return peer;
-    }
-
-    void connectTo(const QString &path)
-    {
         const sockaddr_un to = address(path);
-        if (connect(m_socket.get(), reinterpret_cast<const sockaddr *>(&to), sizeof to) != 0)
-            m_socket.close();
+        if (connect(peer.m_socket.get(), reinterpret_cast<const sockaddr *>(&to), sizeof to) != 0)
+            peer.close();
+        return peer;
     }
 
     static sockaddr_un address(const QString &path)

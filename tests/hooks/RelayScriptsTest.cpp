@@ -78,24 +78,20 @@ const QByteArray permissionRequest = R"({"hook_event_name":"PermissionRequest","
 
 TEST_F(RelayScriptsTest, InstallsExecutablesOverWhatIsThere)
 {
-    for (const QString &path : {paths.hookScriptPath(), paths.relayScriptPath()}) {
+    const std::pair<QString, QByteArray> scripts[]{
+        {paths.hookScriptPath(), RelayScripts::wrapper()},
+        {paths.relayScriptPath(), RelayScripts::relay()}};
+    for (const auto &[path, script] : scripts) {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
         file.write("#!/bin/false\n");
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        file.close();
+        RelayScripts::installHookScript(paths);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), script);
+        EXPECT_EQ(QFileInfo(path).permissions(), QFileDevice::Permissions(0x7755));
     }
-    RelayScripts::installHookScript(paths);
-    const auto content = [](const QString &path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    EXPECT_TRUE(content(paths.hookScriptPath()).startsWith("#!/bin/sh\n#"));
-    EXPECT_TRUE(content(paths.relayScriptPath()).startsWith("#!/usr/bin/env python3\n"));
-
-    const auto executable = QFileDevice::Permissions(0x7755);
-    EXPECT_EQ(QFileInfo(paths.hookScriptPath()).permissions(), executable);
-    EXPECT_EQ(QFileInfo(paths.relayScriptPath()).permissions(), executable);
-    EXPECT_EQ(QFileInfo(paths.supportFolder()).permissions(), QFileDevice::Permissions(0x7700));
     EXPECT_EQ(QDir(paths.supportFolder()).entryList(QDir::Files).size(), 2);
 }
 
@@ -110,43 +106,35 @@ TEST_F(RelayScriptsTest, CodecAgreesWithThePublicOne)
 
 TEST_F(RelayScriptsTest, PassesTheCanonicalLineOn)
 {
-    const struct
-    {
-        QStringList arguments;
-        const char *payload;
-        const char *members;
-        const char *output;
-    } rows[] = {
-        {codex, R"({"hook_event_name":"PreToolUse","tool_name":"x"})",
-         R"({"tirlo_agent":"codex","hook_event_name":"PreToolUse","tool_name":"x",
-             "term_program":"vscode","bundle_id":"org.host","iterm_session_id":"",
-             "term_session_id":""})",
-         ""},
-        {{u"--agent"_s, u"antigravity"_s, u"PreInvocation"_s, u"exit"_s},
-         "{}",
-         R"({"tirlo_agent":"antigravity","hook_event_name":"UserPromptSubmit"})",
-         "{}\n"},
-        {gemini, R"({"hook_event_name":"AfterAgent","tirlo_agent":"mine","term_program":null})",
-         R"({"tirlo_agent":"mine","hook_event_name":"Stop","term_program":null})", "{}\n"},
-        {{u"--agent"_s}, R"({"hook_event_name":""})", R"({"hook_event_name":"--agent"})", ""},
-        {none, R"({"toolCall":{"name":"run","args":{"CommandLine":"ls","Path":2,"path":3}}})",
-         R"({"tool_name":"run","tool_input":{"CommandLine":"ls","command":"ls","Path":2,"path":2}})",
-         ""},
-        {none, R"({"tool":"t","conversationId":"","sessionId":"s","GEMINI_SESSION_ID":"g"})",
-         R"({"tool_name":"t","session_id":"s"})", ""},
-        {none, R"({"tool_name":"t","sessionId":"s","workspacePaths":[],"workspace_roots":["/r"]})",
-         R"({"cwd":"/r"})", ""},
-        {none, R"({"hook_event_name":"Stop"})", R"({"session_id":"env"})", ""},
-        {none, R"({"a":"é\ud800\u0000","n":123456789012345678901234567890})", R"({})", ""},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EQ(runServed(row.arguments, row.payload), row.output) << row.payload;
+    const auto expectLine = [this](const QStringList &arguments, const char *payload,
+                                   const char *members, const char *output = "") {
+        EXPECT_EQ(runServed(arguments, payload), output) << payload;
         const QJsonObject got = json(line.constData());
-        const QJsonObject expected = json(row.members);
-        EXPECT_FALSE(got.isEmpty()) << row.payload;
+        const QJsonObject expected = json(members);
+        EXPECT_FALSE(got.isEmpty()) << payload;
         for (auto it = expected.begin(); it != expected.end(); ++it)
-            EXPECT_EQ(got.value(it.key()), it.value()) << row.payload;
-    }
+            EXPECT_EQ(got.value(it.key()), it.value()) << payload;
+    };
+    expectLine(codex, R"({"hook_event_name":"PreToolUse","tool_name":"x"})",
+               R"({"tirlo_agent":"codex","hook_event_name":"PreToolUse","tool_name":"x",
+                   "term_program":"vscode","bundle_id":"org.host","iterm_session_id":"",
+                   "term_session_id":""})");
+    expectLine({u"--agent"_s, u"antigravity"_s, u"PreInvocation"_s, u"exit"_s}, "{}",
+               R"({"tirlo_agent":"antigravity","hook_event_name":"UserPromptSubmit"})", "{}\n");
+    expectLine(gemini,
+               R"({"hook_event_name":"AfterAgent","tirlo_agent":"mine","term_program":null})",
+               R"({"tirlo_agent":"mine","hook_event_name":"Stop","term_program":null})", "{}\n");
+    expectLine({u"--agent"_s}, R"({"hook_event_name":""})", R"({"hook_event_name":"--agent"})");
+    expectLine(
+        none, R"({"toolCall":{"name":"run","args":{"CommandLine":"ls","Path":2,"path":3}}})",
+        R"({"tool_name":"run","tool_input":{"CommandLine":"ls","command":"ls","Path":2,"path":2}})");
+    expectLine(none, R"({"tool":"t","conversationId":"","sessionId":"s","GEMINI_SESSION_ID":"g"})",
+               R"({"tool_name":"t","session_id":"s"})");
+    expectLine(none,
+               R"({"tool_name":"t","sessionId":"s","workspacePaths":[],"workspace_roots":["/r"]})",
+               R"({"cwd":"/r"})");
+    expectLine(none, R"({"hook_event_name":"Stop"})", R"({"session_id":"env"})");
+    expectLine(none, R"({"a":"é\ud800\u0000","n":123456789012345678901234567890})", "{}");
     EXPECT_TRUE(line.contains(R"("a":"\u00e9\ud800\u0000","n":123456789012345678901234567890)"));
     EXPECT_EQ(json(line.constData()).value(u"cwd"_s).toString(), home.path());
 
@@ -159,31 +147,16 @@ TEST_F(RelayScriptsTest, TranslatesTheDecision)
 {
     const QByteArray head
         = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":)";
-    const QByteArray allow = head + R"({"behavior":"allow"}}})" + "\n";
-    const struct
-    {
-        QStringList arguments;
-        QByteArray payload;
-        QByteArray reply;
-        QByteArray output;
-    } rows[] = {
-        {none, permissionRequest, R"({"permissionDecision":"allow"})", allow},
-        {none, permissionRequest, R"({"permissionDecision":"always"})",
-         head + R"({"behavior":"allow","updatedPermissions":[{"type":"addRules"}]}}})" + "\n"},
-        {none, R"({"hook_event_name":"PermissionRequest","permission_suggestions":"x"})",
-         R"({"permissionDecision":"always"})",
-         head + R"({"behavior":"allow","updatedPermissions":[]}}})" + "\n"},
-        {codex, permissionRequest, R"({"permissionDecision":"always"})", allow},
-        {none, permissionRequest, R"({"permissionDecision":"deny"})",
-         head + R"({"behavior":"deny","message":"Denied from Tirlo"}}})" + "\n"},
-        {none, permissionRequest, R"({"permissionDecision":"ask"})", ""},
-        {none, permissionRequest, R"({"permissionDecision":["allow"]})", ""},
-        {none, permissionRequest, "\xff", ""},
-        {gemini, permissionRequest, "", ""},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(runServed(row.arguments, row.payload, row.reply), row.output)
-            << row.reply.constData();
+    const QByteArray always = R"({"permissionDecision":"always"})";
+    EXPECT_EQ(runServed(codex, permissionRequest, always),
+              head + R"({"behavior":"allow"}}})" + "\n");
+    EXPECT_EQ(runServed(none,
+                        R"({"hook_event_name":"PermissionRequest","permission_suggestions":"x"})",
+                        always),
+              head + R"({"behavior":"allow","updatedPermissions":[]}}})" + "\n");
+    for (const char *reply :
+         {R"({"permissionDecision":"ask"})", R"({"permissionDecision":["allow"]})", "\xff", ""})
+        EXPECT_EQ(runServed(gemini, permissionRequest, reply), "") << reply;
 }
 
 TEST_F(RelayScriptsTest, HostileInputNeverFailsTheAgent)

@@ -9,6 +9,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <utility>
+
 namespace tirlo {
 
 /// The names of all items in which the pollers look for keys.
@@ -16,12 +18,6 @@ inline const QStringList serviceKeys{
     u"vercel-token"_s,   u"stripe-api-key"_s, u"github-token"_s, u"resend-api-key"_s,
     u"notion-api-key"_s, u"calcom-api-key"_s, u"n8n-api-key"_s,
 };
-
-/// Answers that are no answer, of status 200 all the same.
-inline const QByteArrayList nonsense{
-    "",    "<html>Sign in</html>",
-    "{}",  R"({"data": {}, "results": "x", "deployments": {}})",
-    "[7]", R"({"data": [7], "results": [null], "deployments": ["x"]})"};
 
 /// A body that a service may answer with; what can be told apart in it carries the number.
 inline QByteArray goodBody(const QString &path, int number)
@@ -95,8 +91,14 @@ struct PollerFixture : StoreFixture
         EXPECT_EQ(request.timeout, timeout);
     }
 
-    /// The address of the last request.
-    QString lastAddress() const { return http.requests.back().url.toString(); }
+    /// The addresses asked for since the last call.
+    QStringList takeAddresses()
+    {
+        QStringList addresses;
+        for (const HttpRequest &request : std::exchange(http.requests, {}))
+            addresses += request.url.toString();
+        return addresses;
+    }
 
     /// The lines that n8n's log has got since the last call.
     QStringList takeLogLines()

@@ -5,17 +5,17 @@
 namespace tirlo {
 namespace {
 
-/// Asks for a text and keeps it.
+/// Asks for a text and adds it to those that came.
 class TextPoller final : public Poller
 {
 public:
-    explicit TextPoller(const PollerContext &context)
+    TextPoller(const PollerContext &context, QByteArrayList &texts)
         : Poller(context, {.firstAfterStart = 5, .interval = 30})
+        , m_texts(texts)
     {
     }
 
     QList<double> times;
-    QByteArrayList texts;
 
 private:
     void runCycle() override
@@ -23,14 +23,17 @@ private:
         times.append(m_context.queue.mediaTime());
         fetch(
             {}, [](const QByteArray &body) { return body; },
-            [this](const QByteArray &body) { texts.append(body); },
-            [this](const HttpReply &) { texts.append("failed"); });
+            [this](const QByteArray &body) { m_texts.append(body); },
+            [this](const HttpReply &) { m_texts.append("failed"); });
     }
+
+    QByteArrayList &m_texts;
 };
 
 struct PollerTest : PollerFixture
 {
-    TextPoller poller{context};
+    QByteArrayList texts;
+    TextPoller poller{context, texts};
 };
 
 TEST_F(PollerTest, BeginsAnewAfterASleepAndOnlyThen)
@@ -59,25 +62,40 @@ TEST_F(PollerTest, BeginsAnewAfterASleepAndOnlyThen)
 
 TEST_F(PollerTest, AnOlderAnswerDoesNotReplaceANewerOne)
 {
+    const HttpReply one{.status = 200, .body = "1"};
+    const HttpReply two{.status = 200, .body = "2"};
+    const HttpReply failure{.status = 500};
     const struct
     {
         HttpReply older, newer;
         bool newerComesFirst;
         QByteArrayList texts;
-    } rows[] = {
-        {{.status = 200, .body = "1"}, {.status = 200, .body = "2"}, false, {"1", "2"}},
-        {{.status = 200, .body = "1"}, {.status = 200, .body = "2"}, true, {"2"}},
-        {{.status = 500}, {.status = 200, .body = "2"}, true, {"2"}},
-        {{.status = 200, .body = "1"}, {.status = 500}, true, {"failed"}},
-    };
+    } rows[] = {{one, two, false, {"1", "2"}},
+                {one, two, true, {"2"}},
+                {failure, two, true, {"2"}},
+                {one, failure, true, {"failed"}}};
     for (const auto &row : rows) {
-        poller.texts.clear();
+        texts.clear();
         poller.poll();
         poller.poll();
         ASSERT_TRUE(http.answer(row.newerComesFirst ? row.newer : row.older, row.newerComesFirst));
         ASSERT_TRUE(http.answer(row.newerComesFirst ? row.older : row.newer));
-        EXPECT_EQ(poller.texts, row.texts);
+        EXPECT_EQ(texts, row.texts);
     }
+}
+
+TEST_F(PollerTest, ALongAnswerIsReadBesideTheMainThreadAndOnlyALivingPollerTakesIt)
+{
+    const QByteArray longText(1'000'000, 'x');
+    cycle(poller, longText);
+    EXPECT_TRUE(texts.isEmpty()) << "the main thread did not wait for it";
+    ASSERT_TRUE(eventually([&] { return texts == QByteArrayList{longText}; }));
+
+    auto going = std::make_unique<TextPoller>(context, texts);
+    cycle(*going, longText);
+    going.reset();
+    queue.drain();
+    EXPECT_EQ(texts.size(), 1);
 }
 
 } // namespace

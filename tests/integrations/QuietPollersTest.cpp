@@ -39,19 +39,16 @@ TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
     expectRequest(u"https://api.github.com/user/repos?per_page=100&affiliation=owner&sort=pushed"_s,
                   headers, 15);
 
-    for (const char *body : {"{}", "[7]", "<html>", ""}) {
+    for (const char *body : {"{}", "[7]", "<html>", "", "[]"}) {
         cycle(poller, R"({"public_repos": 1})");
         ASSERT_TRUE(http.answer({.status = 200, .body = body}));
-        EXPECT_EQ(state.githubStats.value(), (GitHubStats{0, 42})) << body;
+        const bool isList = QLatin1String(body) == "[]"_L1;
+        EXPECT_EQ(state.githubStats.value(), isList ? (GitHubStats{1, 0}) : (GitHubStats{0, 42}))
+            << body;
     }
-    const size_t before = http.requests.size();
-    for (const char *body : {"[]", "<html>"})
-        cycle(poller, body);
-    EXPECT_EQ(http.requests.size(), before + 2) << "without a user nobody asks for stars";
-
-    cycle(poller, "{}");
-    ASSERT_TRUE(http.answer({.status = 200, .body = "[]"}));
-    EXPECT_EQ(state.githubStats.value(), GitHubStats());
+    takeAddresses();
+    cycle(poller, "[]");
+    EXPECT_EQ(takeAddresses().size(), 1) << "without a user nobody asks for stars";
 }
 
 TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
@@ -76,40 +73,19 @@ TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
               }));
     EXPECT_EQ(state.resendTotal.value(), 3);
 
-    for (const QByteArray &body : nonsense) {
+    const std::pair<const char *, std::optional<qint64>> totals[]{
+        {R"({"data": [], "total": "9", "count": 8})", 8},
+        {R"({"data": [], "total": 9, "count": 8})", 9},
+        {R"({"data": []})", std::nullopt}};
+    for (const auto &[body, total] : totals) {
         cycle(poller, body);
-        EXPECT_EQ(state.resendTotal.value(), 3) << body.constData();
+        EXPECT_EQ(state.resendTotal.value(), total) << body;
+        EXPECT_TRUE(state.resendEmails.value().isEmpty());
     }
-    cycle(poller, R"({"data": [], "total": "9", "count": 8})");
-    EXPECT_EQ(state.resendTotal.value(), 8);
-    EXPECT_TRUE(state.resendEmails.value().isEmpty());
-    cycle(poller, R"({"data": [], "total": 9, "count": 8})");
-    EXPECT_EQ(state.resendTotal.value(), 9);
-    cycle(poller, R"({"data": []})");
-    EXPECT_EQ(state.resendTotal.value(), std::nullopt);
-}
-
-TEST_F(QuietPollersTest, ThousandsOfMailsAreReadBesideTheMainThread)
-{
-    ResendPoller poller(context);
-    QByteArrayList rows;
-    for (int i = 0; i < 20'000; ++i) {
-        rows += QStringLiteral(R"({"id": "%1", "to": ["someone@example.com"], "subject": "Mail",
-                                   "created_at": "2026-03-14T09:26:53.589Z"})")
-                    .arg(i)
-                    .toUtf8();
-    }
-    cycle(poller, "{\"data\": [" + rows.join(',') + "]}");
-    EXPECT_EQ(state.resendTotal.value(), std::nullopt) << "the main thread did not wait for it";
-    ASSERT_TRUE(eventually([&] { return state.resendTotal.value() == 20'000; }));
+    const QByteArrayList seven(7, R"({"id": "1", "created_at": "2026-03-14T09:26:53Z"})");
+    cycle(poller, "{\"data\": [" + seven.join(',') + "]}");
+    EXPECT_EQ(state.resendTotal.value(), 7);
     EXPECT_EQ(state.resendEmails.value().size(), 5);
-    EXPECT_EQ(state.resendEmails.value().last().id, "4");
-
-    auto gone = std::make_unique<ResendPoller>(context);
-    cycle(*gone, "{\"total\": 1, \"data\": [" + rows.join(',') + "]}");
-    gone.reset();
-    queue.drain();
-    EXPECT_EQ(state.resendTotal.value(), 20'000) << "a poller that has gone tells nothing";
 }
 
 TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
@@ -147,16 +123,8 @@ TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
                   {"4", "Untitled", {}, now, ""},
                   {"5", "Untitled", {}, now, ""},
               }));
-    EXPECT_TRUE(state.notionLoaded);
-    cycle(poller, {.status = 503});
-    for (const QByteArray &body : nonsense) {
-        cycle(poller, body);
-        EXPECT_EQ(state.notionError.value(), "API error 503") << body.constData();
-        EXPECT_EQ(state.notionPages.value().size(), 5) << body.constData();
-    }
     cycle(poller, R"({"results": []})");
     EXPECT_TRUE(state.notionPages.value().isEmpty());
-    EXPECT_EQ(state.notionError.value(), std::nullopt);
 }
 
 TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
@@ -169,7 +137,7 @@ TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
          "attendees": [{"name": "Ada", "email": "ada@x.y"}, null],
          "responses": {"notes": {"value": "At the door"}}},
         {"id": 9007199254740993, "startTime": "2026-03-14T09:26:53.589Z", "end": "later",
-         "description": "Bring a chair", "responses": {"notes": {"value": ""}},
+         "description": "Chair", "responses": {"notes": {"value": ""}},
          "attendees": [{"name": 7, "email": "ada@x.y"}]},
         {"id": 3, "start": 7, "startTime": "2026-03-14T09:26:53.589Z", "attendees": [],
          "end": "later", "endTime": "2026-03-14T10:26:53Z", "description": "", "responses": []},
@@ -184,26 +152,13 @@ TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
                   {{"Authorization", "Bearer key"}, {"cal-api-version", "2024-08-13"}});
 
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(1773484013000);
-    EXPECT_EQ(state.calcomBookings.value(),
-              (QList<CalcomBooking>{
-                  {1, "Call", someDate, end, "pending", "Ada", "ada@x.y", "At the door"},
-                  {9007199254740993,
-                   "Meeting",
-                   someDate,
-                   someDate,
-                   "accepted",
-                   {},
-                   "ada@x.y",
-                   "Bring a chair"},
-                  {3, "Meeting", someDate, end, "accepted", {}, {}, {}},
-              }));
-    EXPECT_TRUE(state.calcomLoaded);
-    cycle(poller, HttpReply());
-    for (const QByteArray &body : nonsense) {
-        cycle(poller, body);
-        EXPECT_EQ(state.calcomError.value(), "No connection") << body.constData();
-        EXPECT_EQ(state.calcomBookings.value().size(), 3) << body.constData();
-    }
+    EXPECT_EQ(
+        state.calcomBookings.value(),
+        (QList<CalcomBooking>{
+            {1, "Call", someDate, end, "pending", "Ada", "ada@x.y", "At the door"},
+            {9007199254740993, "Meeting", someDate, someDate, "accepted", {}, "ada@x.y", "Chair"},
+            {3, "Meeting", someDate, end, "accepted", {}, {}, {}},
+        }));
 }
 
 } // namespace

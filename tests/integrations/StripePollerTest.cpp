@@ -7,36 +7,24 @@ namespace {
 
 const auto pillId = u"integration_stripe"_s;
 
-QByteArray charge(const char *id, const char *more = "")
+QByteArray charge(const QByteArray &id, const QByteArray &more = "")
 {
-    return QStringLiteral(
-               R"({"id": "%1", "amount": 1234, "currency": "eur", "status": "failed"%2})")
-        .arg(QLatin1String(id), QLatin1String(more))
-        .toUtf8();
-}
-
-QByteArray charges(const QByteArrayList &list)
-{
-    return "{\"object\": \"list\", \"data\": [" + list.join(',') + "]}";
-}
-
-QByteArray balanceOf(qint64 amount)
-{
-    return QByteArray(R"({"available": [{"currency": "usd", "amount": )")
-        + QByteArray::number(amount) + "}]}";
+    return R"({"id": ")" + id + R"(", "amount": 1234, "currency": "eur", "status": "failed")" + more
+        + '}';
 }
 
 struct StripePollerTest : PollerFixture
 {
-    void cycle(const HttpReply &balance, const HttpReply &charges)
+    void cycle(const QByteArray &balance, const HttpReply &charges)
     {
-        poller.poll();
-        ASSERT_TRUE(http.answer(balance));
+        PollerFixture::cycle(poller, balance);
         ASSERT_TRUE(http.answer(charges));
     }
-    void cycle(qint64 balance, const QByteArrayList &list)
+    void cycle(qint64 amount, const QByteArrayList &list)
     {
-        cycle({.status = 200, .body = balanceOf(balance)}, {.status = 200, .body = charges(list)});
+        cycle(R"({"available": [{"currency": "usd", "amount": )" + QByteArray::number(amount)
+                  + "}]}",
+              {.status = 200, .body = "{\"data\": [" + list.join(',') + "]}"});
     }
 
     QStringList shownIds() const
@@ -54,21 +42,19 @@ struct StripePollerTest : PollerFixture
 
 TEST_F(StripePollerTest, AsksForBothWithTheKeyAsUserAndReadsThem)
 {
-    cycle({.status = 200, .body = R"({"object": "balance",
-              "available": [{"amount": 9007199254740993, "currency": "gbp", "source_types": {}},
+    const QByteArrayList list{
+        charge("1", R"(, "description": "Chair", "created": 1773480413.5)"),
+        charge("2", R"(, "description": null, "billing_details": {"name": "Ada"})"),
+        charge("3", R"(, "created": "x", "billing_details": [])"),
+        R"({"id": "4", "amount": 1.5, "currency": "eur", "status": "x"})",
+        R"({"id": "5", "amount": 1, "currency": null, "status": "x"})",
+        R"({"id": "6", "amount": 1, "currency": "eur"})",
+        R"({"id": 7, "amount": 1, "currency": "eur", "status": "x"})",
+        R"({"id": "8", "amount": -9007199254740993, "currency": "eur", "status": "x"})"};
+    cycle(R"({"available": [{"amount": 9007199254740993, "currency": "gbp", "source_types": {}},
                             {"amount": "5"}],
-              "pending": [{"amount": -1}, {"amount": 1.5}, {"amount": true}]})"},
-          {.status = 200,
-           .body = charges(
-               {charge("1", R"(, "description": "Chair", "created": 1773480413.5)"),
-                charge("2", R"(, "description": null, "billing_details": {"name": "Ada"})"),
-                charge("3", R"(, "created": "x", "billing_details": [])"),
-                R"({"id": "4", "amount": 1.5, "currency": "eur", "status": "x"})",
-                R"({"id": "5", "amount": "1", "currency": "eur", "status": "x"})",
-                R"({"id": "6", "amount": 1, "currency": null, "status": "x"})",
-                R"({"id": "7", "amount": 1, "currency": "eur"})",
-                R"({"id": 8, "amount": 1, "currency": "eur", "status": "x"})",
-                R"({"id": "9", "amount": -9007199254740993, "currency": "eur", "status": "x"})"})});
+              "pending": [{"amount": -1}, {"amount": 1.5}, {"amount": true}]})",
+          {.status = 200, .body = "{\"data\": [" + list.join(',') + "]}"});
 
     const Headers headers{{"Authorization", "Basic " + QByteArray("key:").toBase64()}};
     expectRequest(u"https://api.stripe.com/v1/balance"_s, headers);
@@ -79,7 +65,7 @@ TEST_F(StripePollerTest, AsksForBothWithTheKeyAsUserAndReadsThem)
     EXPECT_EQ(state.stripeCurrency.value(), "gbp");
     EXPECT_TRUE(state.stripeLoaded);
     const QList<StripePayment> payments = state.stripePayments;
-    EXPECT_EQ(shownIds(), QStringList({"1", "2", "3", "9"}));
+    EXPECT_EQ(shownIds(), QStringList({"1", "2", "3", "8"}));
     EXPECT_EQ(payments[0],
               (StripePayment{.id = "1",
                              .amount = 1234,
@@ -104,9 +90,7 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoad)
     cycle(2000, {charge("2"), charge("1"), charge("0")});
     EXPECT_EQ(sound.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
-    EXPECT_EQ(task(pillId).state, BotState::finished);
     EXPECT_EQ(task(pillId).steps, QStringList("12.34"));
-    EXPECT_EQ(task(pillId).pillBadge, PillBadge::finished);
     EXPECT_EQ(shownIds(), QStringList({"2", "1", "0"}));
 
     // Two at once make one reaction, and the charge in between never comes up.
@@ -119,8 +103,6 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoad)
 
     queue.advance(60);
     EXPECT_EQ(task(pillId).state, BotState::idle);
-    EXPECT_EQ(task(pillId).steps, QStringList());
-
     cycle(2000, {charge("5")});
     state.updateTask(pillId, BotState::error);
     queue.advance(60);
@@ -168,26 +150,11 @@ TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
     EXPECT_TRUE(sound.played.isEmpty());
 }
 
-TEST_F(StripePollerTest, ReportsWhyThereIsNoBalanceUntilThereIsOne)
+TEST_F(StripePollerTest, ABalanceThatCannotBeReadIsNoneAndZeroIsOne)
 {
-    const std::pair<HttpReply, std::optional<QString>> rows[] = {
-        {{.error = "Offline."}, "Offline."},
-        {{}, "No connection"},
-        {{.status = 401}, "Invalid API key (401)"},
-        {{.status = 403}, "Use secret key (sk_live_… not pk_live_…)"},
-        {{.status = 500, .body = balanceOf(1)}, "API error 500"},
-        // What can't be read changes nothing, nor the error of before.
-        {{.status = 200, .body = R"({"available": [], "pending": 7})"}, "API error 500"},
-        {{.status = 200, .body = R"({"available": [{"currency": 7, "amount": 7}]})"},
-         "API error 500"},
-        {{.status = 200, .body = R"({"available": ["x"], "pending": [{"currency": "eur"}]})"},
-         std::nullopt},
-    };
-    for (const auto &[reply, error] : rows) {
-        EXPECT_FALSE(state.stripeLoaded);
-        cycle(reply, {.status = 500});
-        EXPECT_EQ(state.stripeError.value(), error);
-    }
+    cycle(R"({"available": [{"currency": 7, "amount": 7}]})", {.status = 500});
+    EXPECT_FALSE(state.stripeLoaded);
+    cycle(R"({"available": ["x"], "pending": [{"currency": "eur"}]})", {.status = 500});
     EXPECT_TRUE(state.stripeLoaded);
     EXPECT_EQ(state.stripeBalance.value(), 0);
     EXPECT_TRUE(shownIds().isEmpty());

@@ -1,73 +1,46 @@
 #include "island/IslandGeometry.h"
-#include "core/IslandConst.h"
 #include "core/model/RawText.h"
 #include "support/FakeScreens.h"
 
 #include <gtest/gtest.h>
 
-namespace tirlo {
+#include <tuple>
+
+using namespace tirlo;
 
 namespace {
 
 using namespace IslandGeometry;
 
-QSizeF expandedSize(IslandView view, qsizetype chatCount = 0)
-{
-    return islandSize(IslandMode::expanded, view, 184, 32, chatCount);
-}
-
-MascotPlace expandedPlace(IslandView view, double uploadProgress = 0)
-{
-    return mascotPlace(IslandMode::expanded, view, expandedSize(view), true, uploadProgress);
-}
-
 TEST(IslandGeometryTest, TheSizeFollowsModeNotchViewAndChat)
 {
     EXPECT_EQ(islandSize(IslandMode::hidden, IslandView::overview, 80, 24, 0), QSizeF(80, 24));
     EXPECT_EQ(islandSize(IslandMode::compact, IslandView::prompt, 200, 38, 9), QSizeF(360, 38));
-    const struct
-    {
-        IslandView view;
-        qsizetype chatCount;
-        double height;
-    } rows[] = {
-        {IslandView::overview, 5, 160}, {IslandView::choose, 0, 176}, {IslandView::mail, 0, 240},
-        {IslandView::greeting, 0, 150}, {IslandView::prompt, 0, 240}, {IslandView::prompt, 1, 280},
-        {IslandView::prompt, 2, 300},   {IslandView::prompt, 9, 300},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EQ(expandedSize(row.view, row.chatCount), QSizeF(640, row.height))
-            << rawText(row.view).toStdString() << ' ' << row.chatCount;
+    for (const auto &[view, chatCount, height] :
+         {std::tuple(IslandView::overview, 5, 160), std::tuple(IslandView::mail, 0, 240),
+          std::tuple(IslandView::prompt, 0, 240), std::tuple(IslandView::prompt, 1, 280),
+          std::tuple(IslandView::prompt, 2, 300), std::tuple(IslandView::prompt, 9, 300)}) {
+        EXPECT_EQ(islandSize(IslandMode::expanded, view, 184, 32, chatCount), QSizeF(640, height))
+            << rawText(view).toStdString() << ' ' << chatCount;
     }
 }
 
 TEST(IslandGeometryTest, TheMascotHasItsPlaceInEveryViewAndMode)
 {
-    const struct
-    {
-        IslandView view;
-        double uploadProgress;
-        MascotPlace place;
-    } open[] = {
-        {IslandView::overview, 0, {{68, 101}, 58, 1}},
-        {IslandView::mail, 0, {{56, 141}, 46, 1}},
-        {IslandView::prompt, 0, {{52, 141}, 44, 1}},
-        {IslandView::upload, 0, {{140, 104}, 62, 1}},
-        {IslandView::uploading, 0, {{36, 118}, 20, 1}},
-        {IslandView::uploading, 1, {{562, 118}, 20, 1}},
-    };
-    for (const auto &row : open)
-        EXPECT_EQ(expandedPlace(row.view, row.uploadProgress), row.place)
-            << rawText(row.view).toStdString();
-    EXPECT_EQ(expandedPlace(IslandView::greeting).diameter, 0);
-
-    const auto closed = [](IslandMode mode, double width, double height, bool hasNotch) {
-        return mascotPlace(mode, IslandView::overview, {width, height}, hasNotch, 0);
-    };
-    EXPECT_EQ(closed(IslandMode::hidden, 184, 32, true), (MascotPlace{{46, 16}, 6, 0}));
-    EXPECT_EQ(closed(IslandMode::hidden, 80, 24, false), (MascotPlace{{40, 12}, 18, 1}));
-    EXPECT_EQ(closed(IslandMode::hidden, 80, 4, false).diameter, 0);
-    EXPECT_EQ(closed(IslandMode::compact, 344, 32, true), (MascotPlace{{40, 16}, 20, 1}));
+    const auto place
+        = [](IslandMode mode, IslandView view, QSizeF size, bool hasNotch, double progress = 0) {
+              return mascotPlace(mode, view, size, hasNotch, progress);
+          };
+    using enum IslandMode;
+    using enum IslandView;
+    EXPECT_EQ(place(expanded, overview, {640, 160}, true), (MascotPlace{{68, 101}, 58, 1}));
+    EXPECT_EQ(place(expanded, prompt, {640, 240}, true), (MascotPlace{{52, 141}, 44, 1}));
+    EXPECT_EQ(place(expanded, uploading, {640, 160}, true, 1), (MascotPlace{{562, 118}, 20, 1}));
+    EXPECT_EQ(place(expanded, greeting, {640, 150}, true).diameter, 0);
+    EXPECT_EQ(place(hidden, overview, {184, 32}, true), (MascotPlace{{46, 16}, 6, 0}));
+    EXPECT_EQ(place(hidden, overview, {80, 24}, false), (MascotPlace{{40, 12}, 18, 1}));
+    EXPECT_EQ(place(hidden, overview, {80, 4}, false).diameter, 0);
+    EXPECT_EQ(place(compact, overview, {344, 32}, true), (MascotPlace{{40, 16}, 20, 1}));
 }
 
 TEST(IslandGeometryTest, TheFirstScreenWithANotchIsChosen)
@@ -88,27 +61,19 @@ TEST(IslandGeometryTest, TheIslandFitsTheNotchOrTheBarOfItsScreen)
         screen.auxiliaryTopRightWidth = right;
         return screen;
     };
-    const struct
-    {
-        ScreenInfo screen;
-        double barHeight;
-        IslandScreenGeometry geometry;
-    } rows[] = {
-        {FakeScreens::notched(), 24, {200, 38, true}},
-        {notched(std::nullopt, 656), 24, {184, 38, true}},
-        {notched(756, 756), 24, {184, 38, true}},
-        {notched(800, 800), 24, {184, 38, true}},
-        {notched(0, 0), 24, {184, 38, true}},
-        {notched(0, 1), 24, {1511, 38, true}},
-        {FakeScreens::plain(30), 22, {80, 24, false}},
-        {FakeScreens::plain(18), 22, {80, 18, false}},
-        {FakeScreens::plain(0), 22, {80, 22, false}},
-        {FakeScreens::plain(0), 40, {80, 24, false}},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(screenGeometry(row.screen, row.barHeight), row.geometry) << "row " << &row - rows;
+    EXPECT_EQ(screenGeometry(FakeScreens::notched(), 24), (IslandScreenGeometry{200, 38, true}));
+    EXPECT_EQ(screenGeometry(notched(0, 1), 24), (IslandScreenGeometry{1511, 38, true}));
+    for (const ScreenInfo &odd :
+         {notched(std::nullopt, 656), notched(756, 756), notched(800, 800), notched(0, 0)})
+        EXPECT_EQ(screenGeometry(odd, 24), (IslandScreenGeometry{184, 38, true}));
+
+    for (const auto &[menuHeight, barHeight, height] :
+         {std::tuple(30, 22, 24), std::tuple(18, 22, 18), std::tuple(0, 22, 22),
+          std::tuple(0, 40, 24)}) {
+        EXPECT_EQ(screenGeometry(FakeScreens::plain(menuHeight), barHeight),
+                  (IslandScreenGeometry{80, double(height), false}))
+            << menuHeight << ' ' << barHeight;
+    }
 }
 
 } // namespace
-
-} // namespace tirlo

@@ -1,18 +1,20 @@
 #include "IslandFixture.h"
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
-class IslandWindowControllerTest : public IslandFixture
-{ };
+using IslandWindowControllerTest = IslandFixture;
 
 TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
 {
     EXPECT_EQ(controller.panel().geometry(), QRect(360, 0, 720, 320));
-    EXPECT_EQ(state.notchWidth, 80);
-    EXPECT_EQ(state.notchHeight, 24);
     EXPECT_FALSE(state.hasNotch);
+    show();
+    controller.panel().move(0, 0);
+    controller.expand(IslandView::note);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(controller.panel().pos(), QPoint(360, 0)) << "and goes back there on a change";
 
     const FakeScreens two({FakeScreens::plain(), FakeScreens::notched()});
     ManualFrameDriver otherDriver(queue);
@@ -24,36 +26,20 @@ TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
     EXPECT_TRUE(state.hasNotch);
 }
 
-TEST_F(IslandWindowControllerTest, PanelGoesBackToItsPlaceWhenTheIslandChanges)
-{
-    show();
-    controller.panel().move(0, 0);
-    controller.expand(IslandView::note);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(controller.panel().pos(), QPoint(360, 0));
-}
-
-TEST_F(IslandWindowControllerTest, PendingApprovalHoldsTheIslandOpen)
-{
-    wait();
-    controller.expand(IslandView::approval);
-    state.isPinned = true;
-    controller.collapse();
-    Q_EMIT notifications.islandCollapse();
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    EXPECT_TRUE(state.isPinned);
-
-    controller.setMode(IslandMode::hidden);
-    EXPECT_TRUE(state.isPinned) << "a held pin outlives a change of mode";
-}
-
-TEST_F(IslandWindowControllerTest, DefaultViewIsTheApprovalElseWhatThereIs)
+TEST_F(IslandWindowControllerTest, PendingApprovalHoldsTheIslandOpenAndIsItsView)
 {
     EXPECT_EQ(controller.defaultView(), IslandView::overview);
     state.tasks = QList<AgentTask>();
     EXPECT_EQ(controller.defaultView(), IslandView::empty);
     wait();
     EXPECT_EQ(controller.defaultView(), IslandView::approval);
+    controller.expand(IslandView::approval);
+    state.isPinned = true;
+    controller.collapse();
+    Q_EMIT notifications.islandCollapse();
+    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
+    controller.setMode(IslandMode::hidden);
+    EXPECT_TRUE(state.isPinned) << "a held pin outlives a change of mode";
 }
 
 TEST_F(IslandWindowControllerTest, NotificationsOpenRevealAndClose)
@@ -79,6 +65,12 @@ TEST_F(IslandWindowControllerTest, NotificationsOpenRevealAndClose)
     Q_EMIT notifications.hookReveal();
     EXPECT_EQ(state.mode.value(), IslandMode::compact);
     EXPECT_EQ(sounds.played, QStringList{QStringLiteral("peek")});
+
+    state.mode = IslandMode::hidden;
+    controller.fsm().reveal();
+    queue.advance(0.1);
+    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::hidden)
+        << "the machine follows a store that hides the island";
 }
 
 TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOnly)
@@ -86,7 +78,6 @@ TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOn
     show();
     ASSERT_FALSE(shape.regions.empty());
     EXPECT_EQ(shape.regions.back().boundingRect(), QRect(240, 0, 240, 24));
-
     const auto count = shape.regions.size();
     state.view = IslandView::note;
     state.tasks = QList<AgentTask>();
@@ -94,11 +85,8 @@ TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOn
 
     state.mode = IslandMode::expanded;
     ASSERT_EQ(shape.regions.size(), count + 1);
-    const QRegion region = shape.regions.back();
-    EXPECT_EQ(region.boundingRect(), QRect(40, 0, 640, 160));
-    EXPECT_TRUE(region.contains(QPoint(40, 0)));
-    EXPECT_FALSE(region.contains(QPoint(42, 158))) << "round at the lower corners";
-
+    EXPECT_EQ(shape.regions.back().boundingRect(), QRect(40, 0, 640, 160));
+    EXPECT_FALSE(shape.regions.back().contains(QPoint(42, 158))) << "round at the lower corners";
     state.view = IslandView::prompt;
     state.chatHistory = {ChatMessage{}};
     EXPECT_EQ(shape.regions.back().boundingRect().height(), 280);
@@ -127,44 +115,29 @@ TEST_F(IslandWindowControllerTest, ADizzySpellEndsWhereItBegan)
     QList<BotEmote> emotes;
     QObject::connect(&notifications, &Notifications::triggerEmote, &notifications,
                      [&](BotEmote emote) { emotes.append(emote); });
-    const auto spell = [this] {
+    const auto spell = [this](double seconds) {
         Q_EMIT notifications.botDizzy();
         EXPECT_EQ(state.stateOverride.value(), BotState::dizzy);
         EXPECT_EQ(state.view.value(), IslandView::confused);
+        queue.advance(seconds);
     };
-
     controller.expand(IslandView::prompt);
-    spell();
-    queue.advance(3.4);
+    spell(3.4);
     EXPECT_EQ(state.view.value(), IslandView::prompt);
     EXPECT_FALSE(state.stateOverride.value());
-    EXPECT_EQ(emotes, QList{BotEmote::happy});
 
-    spell();
+    spell(1);
     state.view = IslandView::settings;
-    queue.advance(3.4);
+    queue.advance(2.4);
     EXPECT_EQ(state.view.value(), IslandView::settings) << "the user has moved on";
     EXPECT_FALSE(state.stateOverride.value());
 
-    spell();
-    queue.advance(2);
-    spell();
-    queue.advance(2);
+    spell(2);
+    spell(2);
     EXPECT_EQ(state.view.value(), IslandView::confused) << "the second spell starts anew";
     queue.advance(1.4);
     EXPECT_EQ(state.view.value(), IslandView::overview);
-    EXPECT_EQ(emotes.size(), 3);
-}
-
-TEST_F(IslandWindowControllerTest, AnIslandHiddenByTheStoreIsFoundHiddenByTheMachine)
-{
-    Q_EMIT notifications.hookReveal();
-    state.mode = IslandMode::hidden;
-    controller.fsm().reveal();
-    queue.advance(0.1);
-    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::hidden);
+    EXPECT_EQ(emotes, QList<BotEmote>(3, BotEmote::happy));
 }
 
 } // namespace
-
-} // namespace tirlo

@@ -3,7 +3,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
@@ -34,9 +34,6 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    /// Opens the island as an agent's event does.
-    void open(IslandView view) { Q_EMIT notifications.hookExpand(view); }
-
     /// Presses the middle of the control.
     void press(const QWidget &control)
     {
@@ -46,13 +43,16 @@ protected:
         QTest::mouseClick(panel.windowHandle(), Qt::LeftButton, Qt::NoModifier, local);
     }
 
+    [[nodiscard]] bool acceptsKeyboard()
+    {
+        return !(controller.panel().windowHandle()->flags() & Qt::WindowDoesNotAcceptFocus);
+    }
+
     [[nodiscard]] bool hasKeyboard()
     {
         QCoreApplication::processEvents();
-        const bool accepts
-            = !(controller.panel().windowHandle()->flags() & Qt::WindowDoesNotAcceptFocus);
-        EXPECT_EQ(accepts, controller.panel().isActiveWindow());
-        return accepts;
+        EXPECT_EQ(acceptsKeyboard(), controller.panel().isActiveWindow());
+        return acceptsKeyboard();
     }
 
     QWidget elsewhere;
@@ -63,7 +63,7 @@ protected:
 
 TEST_F(KeyboardTest, APressOnATextFieldOfAnyCardTakesIt)
 {
-    open(IslandView::note);
+    Q_EMIT notifications.hookExpand(IslandView::note);
     EXPECT_FALSE(hasKeyboard());
     press(*button);
     EXPECT_FALSE(hasKeyboard()) << "a button needs none";
@@ -78,32 +78,27 @@ TEST_F(KeyboardTest, APressOnATextFieldOfAnyCardTakesIt)
 
 TEST_F(KeyboardTest, HoweverTheIslandClosesTheLastApplicationGetsItBack)
 {
-    const auto closed = [this] {
-        return bool(controller.panel().windowHandle()->flags() & Qt::WindowDoesNotAcceptFocus);
-    };
-    open(IslandView::overview);
+    Q_EMIT notifications.hookExpand(IslandView::overview);
     controller.collapse();
     EXPECT_TRUE(applications.activated.empty()) << "it never had the keyboard";
 
-    open(IslandView::prompt);
+    Q_EMIT notifications.hookExpand(IslandView::prompt);
     ASSERT_TRUE(hasKeyboard());
     controller.collapse();
-    EXPECT_TRUE(closed());
+    EXPECT_FALSE(acceptsKeyboard());
     leave();
     EXPECT_EQ(applications.activated, std::vector{editor});
-    open(IslandView::prompt);
+    Q_EMIT notifications.hookExpand(IslandView::prompt);
     EXPECT_TRUE(hasKeyboard()) << "though the view has not changed";
     controller.collapse();
     leave();
 
-    open(IslandView::note);
+    Q_EMIT notifications.hookExpand(IslandView::note);
     press(*field);
     ASSERT_TRUE(hasKeyboard());
     controller.setMode(IslandMode::compact);
-    EXPECT_TRUE(closed());
+    EXPECT_FALSE(acceptsKeyboard());
     EXPECT_EQ(applications.activated.size(), 3U);
 }
 
 } // namespace
-
-} // namespace tirlo

@@ -5,12 +5,8 @@
 #include <cstdlib>
 #include <new>
 
-namespace {
-
 /// Allocations of the whole program so far.
-std::size_t allocations = 0;
-
-} // namespace
+static std::size_t allocations = 0;
 
 void *operator new(std::size_t size, const std::nothrow_t &) noexcept
 {
@@ -35,7 +31,7 @@ void operator delete(void *memory, std::size_t) noexcept
     std::free(memory);
 }
 
-namespace tirlo {
+using namespace tirlo;
 
 TEST(BotEngineAllocations, UpdateNeverAllocatesOnceWarm)
 {
@@ -62,5 +58,3 @@ TEST(BotEngineAllocations, UpdateNeverAllocatesOnceWarm)
         }
     }
 }
-
-} // namespace tirlo

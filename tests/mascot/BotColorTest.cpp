@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tirlo {
+using namespace tirlo;
 
 TEST(BotColor, HexTextGivesItsLowTwentyFourBitsOrNothing)
 {
@@ -23,5 +23,3 @@ TEST(BotColor, HexTextGivesItsLowTwentyFourBitsOrNothing)
     }
     EXPECT_EQ(lighter(QColor(0, 128, 250, 100), 0.3).rgba(), qRgba(77, 205, 255, 100));
 }
-
-} // namespace tirlo

@@ -6,6 +6,8 @@
 
 #include <QImage>
 
+#include <gtest/gtest.h>
+
 namespace tirlo {
 
 /// A square canvas of 200 points, so that the body radius is 60, with a mascot painted on it.
@@ -25,6 +27,9 @@ public:
         drawHandsBehind(painter, engine, size);
         draw(painter, engine, size);
         drawHandsAndExtras(painter, engine, size);
+        EXPECT_TRUE(painter.transform().isIdentity() && !painter.hasClipping()
+                    && painter.opacity() == 1)
+            << "the painter is given back as it was";
     }
 
     /// The colour at a place given in body radii from the body's centre.
@@ -33,24 +38,24 @@ public:
         return m_image.pixelColor(int(m_frame.cx + x * R), int(m_frame.cy + y * R));
     }
 
-    /// How many pixels the predicate holds for.
-    template<typename Predicate>
-    int count(Predicate predicate) const
-    {
-        int pixels = 0;
-        for (int y = 0; y < side; ++y) {
-            for (int x = 0; x < side; ++x)
-                pixels += predicate(m_image.pixelColor(x, y));
-        }
-        return pixels;
-    }
-
     const QImage &image() const { return m_image; }
 
 private:
     BotFrame m_frame;
     QImage m_image;
 };
+
+/// How many pixels of the area the predicate holds for.
+template<typename Predicate>
+int count(const QImage &image, const QRect &area, Predicate predicate)
+{
+    int pixels = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x)
+            pixels += predicate(image.pixelColor(x, y)) ? 1 : 0;
+    }
+    return pixels;
+}
 
 inline bool isBlack(const QColor &color)
 {

@@ -26,9 +26,9 @@ public:
 
     BotEngine *operator->() { return &*bot; }
 
-    void frame(double seconds = 0.001)
+    void frame()
     {
-        queue.advance(seconds);
+        queue.advance(0.001);
         bot->update(BotEngine::frameStep);
     }
 

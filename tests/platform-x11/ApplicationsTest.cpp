@@ -23,25 +23,25 @@ using tirlo::x11test::OtherApplication;
 
 namespace {
 
+void write(const QString &path, const QString &text)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text.toUtf8());
+}
+
 /// Installs a browser of the user's choice that writes the addresses that it is given to the file.
 void installBrowser(const QString &folder, const QString &file)
 {
-    const auto write = [](const QString &path, const QString &text) {
-        QFile written(path);
-        if (written.open(QIODevice::WriteOnly))
-            written.write(text.toUtf8());
-    };
     const QString program = folder + "/browser";
-    write(program, QStringLiteral("#!/bin/sh\nprintf '%s' \"$*\" > '%1'\n").arg(file));
+    write(program, QString("#!/bin/sh\nprintf '%s' \"$*\" > '%1'\n").arg(file));
     QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-
     const QString entries = qEnvironmentVariable("XDG_DATA_HOME") + "/applications/";
     write(entries + "browser.desktop",
-          QStringLiteral("[Desktop Entry]\nType=Application\nName=Browser\nExec=%1 %u\n"
-                         "MimeType=x-scheme-handler/https;\n")
-              .arg(program));
+          "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + program
+              + " %u\nMimeType=x-scheme-handler/https;\n");
     write(entries + "mimeapps.list",
-          QStringLiteral("[Default Applications]\nx-scheme-handler/https=browser.desktop\n"));
+          "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
 }
 
 QString readAll(const QString &path)
@@ -127,23 +127,19 @@ TEST(ApplicationsTest, OpeningStartsAProgramOnItsOwnAndLaterShowsIt)
     const RunningApplication editor = applications.running()[0];
     EXPECT_EQ(editor.bundleIdentifier, "com.microsoft.VSCode");
 
-    const QString process = QStringLiteral("/proc/%1").arg(editor.processId);
+    const QString process = QString("/proc/%1").arg(editor.processId);
     const QString status = readAll(process + "/status");
-    EXPECT_TRUE(status.contains("SigBlk:\t0000000000000000")) << status.toStdString();
-    EXPECT_TRUE(status.contains("SigIgn:\t0000000000000000")) << status.toStdString();
+    for (const char *set : {"SigBlk", "SigIgn"})
+        EXPECT_TRUE(status.contains(set + QString(":\t0000000000000000"))) << status.toStdString();
     EXPECT_NE(getsid(pid_t(editor.processId)), getsid(0));
     EXPECT_EQ(QFileInfo(process + "/fd/1").symLinkTarget(), "/dev/null");
     for (int i = 0; i < 64; ++i)
-        EXPECT_NE(QFileInfo(process + QStringLiteral("/fd/%1").arg(i)).symLinkTarget(),
-                  "/dev/zero");
+        EXPECT_NE(QFileInfo(process + QString("/fd/%1").arg(i)).symLinkTarget(), "/dev/zero");
 
-    {
-        const OtherApplication other("Lighthouse", QRect(0, 0, 400, 400));
-        EXPECT_TRUE(applications.open("com.microsoft.VSCode"));
-        EXPECT_TRUE(
-            waitUntil([&] { return OtherApplication::activeProcess() == editor.processId; }));
-        EXPECT_EQ(applications.running().size(), 2U) << "a second one was started";
-    }
+    const OtherApplication other("Lighthouse", QRect(0, 0, 400, 400));
+    EXPECT_TRUE(applications.open("com.microsoft.VSCode"));
+    EXPECT_TRUE(waitUntil([&] { return OtherApplication::activeProcess() == editor.processId; }));
+    EXPECT_EQ(applications.running().size(), 2U) << "a second one was started";
     kill(pid_t(editor.processId), SIGTERM);
     EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(process); })) << "it stays as a zombie";
 }

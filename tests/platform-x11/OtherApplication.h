@@ -1,8 +1,15 @@
 #pragma once
 
+#include "e2e/kit/Desktop.h"
+#include "platform/linux/EwmhWindows.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QProcess>
-#include <QRect>
-#include <QString>
+#include <QWidget>
+
+#include <cstring>
 
 namespace tirlo::x11test {
 
@@ -11,23 +18,69 @@ class OtherApplication
 {
 public:
     /// Starts it with windows of the class and waits until it is the active application.
-    OtherApplication(const QString &windowClass, const QRect &geometry);
-    ~OtherApplication();
+    OtherApplication(const QString &windowClass, const QRect &geometry)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_process.start(QCoreApplication::applicationFilePath(),
+                        {mark, windowClass, QString::number(geometry.x()),
+                         QString::number(geometry.y()), QString::number(geometry.width()),
+                         QString::number(geometry.height())});
+        m_process.waitForStarted();
+        e2e::waitUntil([this] { return isActive(); });
+    }
+
+    ~OtherApplication()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
 
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     [[nodiscard]] bool isActive() const { return activeProcess() == processId(); }
 
     /// The process whose window is active, 0 for none.
-    [[nodiscard]] static qint64 activeProcess();
+    [[nodiscard]] static qint64 activeProcess()
+    {
+        const EwmhWindows windows;
+        const auto active = windows.activeWindow();
+        return active ? windows.applicationOf(active).processId : 0;
+    }
 
     /// Makes a desktop entry that starts this program with windows of the class.
-    static void install(const QString &entryId, const QString &windowClass, const QString &name);
+    static void install(const QString &entryId, const QString &windowClass, const QString &name)
+    {
+        const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + "/applications";
+        QDir().mkpath(folder);
+        QFile entry(folder + "/" + entryId + ".desktop");
+        if (!entry.open(QIODevice::WriteOnly))
+            return;
+        const QString text
+            = "[Desktop Entry]\nType=Application\nName=%1\nExec=%2 %3 %4 0 0 200 200 %U\n";
+        entry.write(
+            text.arg(name, QCoreApplication::applicationFilePath(), mark, windowClass).toUtf8());
+    }
 
     /// True when main() is asked to be the other program.
-    [[nodiscard]] static bool isWanted(int argc, char *argv[]);
-    static int run(int argc, char *argv[]);
+    [[nodiscard]] static bool isWanted(int argc, char *argv[])
+    {
+        return argc == 7 && std::strcmp(argv[1], mark) == 0;
+    }
+
+    static int run(int argc, char *argv[])
+    {
+        QCoreApplication::setApplicationName(argv[2]);
+        QApplication application(argc, argv);
+        QWidget window;
+        window.setGeometry(std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]),
+                           std::atoi(argv[6]));
+        window.setStyleSheet("background: #204060");
+        window.show();
+        return QApplication::exec();
+    }
 
 private:
+    static constexpr const char *mark = "--other-application";
+
     QProcess m_process;
 };
 

@@ -17,7 +17,6 @@
 #include <malloc.h>
 #include <numbers>
 #include <string>
-#include <thread>
 #include <unistd.h>
 
 using namespace tirlo;
@@ -60,12 +59,6 @@ std::pair<long, int> wakesOfOtherThreads()
     return {wakes, threads};
 }
 
-/// The libraries read their drivers once a process, so each case says which before the first use.
-void useDriver(const char *driver)
-{
-    qputenv("ALSOFT_DRIVERS", driver);
-}
-
 /// On a device that takes what is mixed at the pace of a real one and plays it to nobody.
 class AudioOutputTest : public testing::Test
 {
@@ -73,7 +66,8 @@ protected:
     AudioOutputTest()
     {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
-        useDriver("null");
+        // Read once a process, so a case that wants another driver has one of its own.
+        qputenv("ALSOFT_DRIVERS", "null");
     }
 
     QtMainQueue queue;
@@ -84,8 +78,6 @@ TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
     AlAudioOutput output(queue);
     const auto voices = output.makeVoices(tone(0.3), 3);
     ASSERT_EQ(voices.size(), 3U);
-    EXPECT_FALSE(voices[0]->isPlaying());
-
     const double start = queue.mediaTime();
     voices[0]->play();
     voices[1]->play();
@@ -98,10 +90,6 @@ TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
     EXPECT_TRUE(voices[0]->isPlaying());
     ASSERT_TRUE(fallsSilent(*voices[0]));
     EXPECT_GE(queue.mediaTime() - start, 0.48);
-
-    voices[1]->play();
-    EXPECT_TRUE(voices[1]->isPlaying());
-    EXPECT_TRUE(fallsSilent(*voices[1]));
 }
 
 TEST_F(AudioOutputTest, WhileNothingSoundsNoThreadWakes)
@@ -150,39 +138,11 @@ TEST_F(AudioOutputTest, VoicesMayGoWhileTheySoundAndTheOutputMayBeMadeAgain)
     }
 }
 
-/// What was mixed for a device that writes it to a file, 48,000 samples a second.
-std::vector<float> recordingOf(const std::function<void(AlAudioOutput &)> &performance)
-{
-    const QTemporaryDir folder;
-    const QString recording = folder.filePath("recording");
-    QFile settings(folder.filePath("alsoft.conf"));
-    if (!settings.open(QIODevice::WriteOnly))
-        return {};
-    settings.write("[wave]\nfile = " + recording.toUtf8() + "\n");
-    settings.close();
-    qputenv("ALSOFT_CONF", settings.fileName().toUtf8());
-    useDriver("wave");
-
-    const QtMainQueue queue;
-    {
-        AlAudioOutput output(queue);
-        performance(output);
-    }
-    QFile file(recording);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    // Pausing garbles the header; beyond it there are floats, left and right in turn.
-    const QByteArray bytes = file.readAll().mid(8);
-    std::vector<float> left(std::size_t(bytes.size()) / (2 * sizeof(float)));
-    for (std::size_t i = 0; i < left.size(); ++i)
-        std::memcpy(&left[i], bytes.constData() + i * 2 * sizeof(float), sizeof(float));
-    return left;
-}
-
+/// The loudest of what was mixed between two moments, in seconds.
 float peakOf(const std::vector<float> &samples, double from, double to)
 {
     float peak = 0;
-    for (auto i = std::size_t(from * 48000); i < std::size_t(to * 48000) && i < samples.size(); ++i)
+    for (auto i = std::size_t(from * 96000); i < std::size_t(to * 96000) && i < samples.size(); ++i)
         peak = std::max(peak, std::abs(samples[i]));
     return peak;
 }
@@ -191,14 +151,29 @@ TEST_F(AudioOutputTest, AClipSoundsAsItIsTimesItsGainEvenWhileItSounds)
 {
     EXPECT_EXIT(
         {
-            const auto samples = recordingOf([](AlAudioOutput &output) {
+            // A device that writes what is mixed for it to a file.
+            const QTemporaryDir folder;
+            QFile settings(folder.filePath("alsoft.conf"));
+            QFile recording(folder.filePath("recording"));
+            settings.open(QIODevice::WriteOnly);
+            settings.write("[wave]\nfile = " + recording.fileName().toUtf8() + "\n");
+            settings.close();
+            qputenv("ALSOFT_CONF", settings.fileName().toUtf8());
+            qputenv("ALSOFT_DRIVERS", "wave");
+            {
+                AlAudioOutput output(queue);
                 const auto voices = output.makeVoices(tone(1), 1);
                 voices[0]->setGain(0.5F);
                 voices[0]->play();
                 QTest::qWait(500);
                 voices[0]->setGain(0.05F);
                 fallsSilent(*voices[0]);
-            });
+            }
+            recording.open(QIODevice::ReadOnly);
+            // Pausing garbles the header; beyond it there are floats, left and right in turn.
+            const QByteArray bytes = recording.readAll().mid(8);
+            std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
+            std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
             const float loud = peakOf(samples, 0.1, 0.25);
             const float soft = peakOf(samples, 0.75, 0.95);
             std::fprintf(stderr, "%zu samples, %f then %f", samples.size(), loud, soft);
@@ -214,7 +189,7 @@ TEST_F(AudioOutputTest, WithoutADeviceItIsQuietInEveryWay)
         {
             // A machine without a sound card.
             qputenv("ALSA_CONFIG_PATH", "/dev/null");
-            useDriver("alsa");
+            qputenv("ALSOFT_DRIVERS", "alsa");
             ManualQueue clock;
             AlAudioOutput output(clock);
             const auto voices = output.makeVoices(tone(0.5), 2);

@@ -8,37 +8,20 @@ using namespace tirlo;
 
 namespace {
 
-TEST(KeyCodesTest, KeysOfEveryKindHaveTheirCodes)
-{
-    // Scan codes as an X server with the kernel's keyboards sends them.
-    struct
-    {
-        std::uint32_t scanCode;
-        std::uint16_t keyCode;
-    } const cases[]{{9, 53}, {57, 45}, {36, 36}, {67, 122}, {111, 126}, {133, 55}};
-    for (const auto &key : cases) {
-        EXPECT_EQ(KeyCodes::fromScanCode(key.scanCode), key.keyCode) << key.scanCode;
-        EXPECT_EQ(KeyCodes::toScanCode(key.keyCode), key.scanCode) << key.keyCode;
-    }
-    EXPECT_FALSE(KeyCodes::fromScanCode(7)) << "below the first key";
-    EXPECT_FALSE(KeyCodes::fromScanCode(100000));
-    EXPECT_FALSE(KeyCodes::toScanCode(0xffff));
-}
-
-TEST(KeyCodesTest, NoTwoKeysShareACode)
+TEST(KeyCodesTest, EveryKeyHasACodeOfItsOwn)
 {
     std::set<std::uint16_t> keyCodes;
-    int keys = 0;
     for (std::uint32_t scanCode = 0; scanCode < 1024; ++scanCode) {
         const auto keyCode = KeyCodes::fromScanCode(scanCode);
         if (!keyCode)
             continue;
-        ++keys;
-        keyCodes.insert(*keyCode);
+        EXPECT_TRUE(keyCodes.insert(*keyCode).second) << scanCode;
         EXPECT_EQ(KeyCodes::toScanCode(*keyCode), scanCode);
     }
-    EXPECT_GT(keys, 100);
-    EXPECT_EQ(std::size_t(keys), keyCodes.size());
+    EXPECT_GT(keyCodes.size(), 100U);
+    EXPECT_FALSE(KeyCodes::fromScanCode(7)) << "below the first key";
+    EXPECT_FALSE(KeyCodes::fromScanCode(100000));
+    EXPECT_FALSE(KeyCodes::toScanCode(0xffff));
 }
 
 TEST(KeyCodesTest, OnlyTheFourModifiersPassAndEachKeepsItsPlace)

@@ -14,8 +14,8 @@ using namespace tirlo;
 namespace {
 
 constexpr double soon = 0.2;
-const QString key = QStringLiteral("github-token");
-const QString other = QStringLiteral("vercel-token");
+const QString key = "github-token";
+const QString other = "vercel-token";
 
 class KeychainTest : public testing::Test
 {
@@ -30,7 +30,7 @@ protected:
     void end() { m_keychain.reset(); }
 
     QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("support/secrets.json"));
+    const QString file = folder.filePath("support/secrets.json");
     PrivateKeyring keyring;
 
 private:
@@ -47,24 +47,23 @@ TEST_F(KeychainTest, KeepsOneTextAKeyInTheKeyringOrInAFileThatOnlyItsOwnerReads)
 {
     for (const bool hasKeyring : {false, true}) {
         ASSERT_TRUE(!hasKeyring || keyring.start());
-        restart().save(key, QStringLiteral("first"));
-        restart().save(key, QStringLiteral("zwölf 🔑"));
+        restart().save(key, "first");
+        restart().save(key, "zwölf 🔑");
         restart().save(other, QString());
-        EXPECT_EQ(restart().load(key), QStringLiteral("zwölf 🔑"));
+        EXPECT_EQ(restart().load(key), "zwölf 🔑");
         EXPECT_EQ(restart().load(other), QString());
-        EXPECT_EQ(restart().load(QStringLiteral("never-set")), std::nullopt);
+        EXPECT_EQ(restart().load("never-set"), std::nullopt);
         end();
         if (hasKeyring) {
             EXPECT_EQ(keyring.count("github-token"), 1);
             keyring.putBytes("n8n-url", QByteArray("cut \xe2\x82", 6));
-            EXPECT_EQ(restart().load(QStringLiteral("n8n-url")), std::nullopt);
+            EXPECT_EQ(restart().load("n8n-url"), std::nullopt) << "it is no text";
         } else {
             EXPECT_EQ(QFile::permissions(file) & QFileDevice::Permissions(0x7077), 0x6000);
             EXPECT_EQ(QFileInfo(file).dir().entryList(QDir::Files).size(), 1);
         }
-        restart().remove(key);
-        restart().remove(other);
-        restart().remove(QStringLiteral("never-set"));
+        for (const QString &each : {key, other, QString("never-set")})
+            restart().remove(each);
         EXPECT_EQ(restart().load(key), std::nullopt);
         end();
         EXPECT_FALSE(contents(file).contains("zwölf"));
@@ -76,34 +75,33 @@ TEST_F(KeychainTest, KeepsOneTextAKeyInTheKeyringOrInAFileThatOnlyItsOwnerReads)
 TEST_F(KeychainTest, AKeyringThatComesLaterTakesOverAndTheFileGoes)
 {
     ASSERT_TRUE(keyring.start());
-    restart().save(key, QStringLiteral("old"));
-    restart().save(other, QStringLiteral("old"));
+    restart().save(key, "old");
+    restart().save(other, "old");
     end();
     keyring.stop();
 
-    restart().save(key, QStringLiteral("new"));
-    restart().save(other, QStringLiteral("new"));
+    restart().save(key, "new");
     restart().remove(other);
-    restart().save(QStringLiteral("n8n-url"), QStringLiteral("u"));
+    restart().save("n8n-url", "u");
     end();
     EXPECT_TRUE(QFile::exists(file));
 
     ASSERT_TRUE(keyring.start());
-    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
+    EXPECT_EQ(restart().load(key), "new");
     EXPECT_FALSE(QFile::exists(file));
-    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
+    EXPECT_EQ(restart().load(key), "new");
     EXPECT_EQ(restart().load(other), std::nullopt) << "removed while the keyring was away";
-    EXPECT_EQ(restart().load(QStringLiteral("n8n-url")), QStringLiteral("u"));
+    EXPECT_EQ(restart().load("n8n-url"), "u");
 }
 
 TEST_F(KeychainTest, AKeyringThatDoesNotAnswerIsNotWaitedFor)
 {
     ASSERT_TRUE(keyring.start());
-    restart().save(key, QStringLiteral("old"));
+    restart().save(key, "old");
     end();
     keyring.freeze();
     EXPECT_EQ(restart(soon).load(key), std::nullopt);
-    restart(soon).save(key, QStringLiteral("new"));
+    restart(soon).save(key, "new");
     end();
     EXPECT_TRUE(contents(file).contains("new"));
 }
@@ -111,7 +109,7 @@ TEST_F(KeychainTest, AKeyringThatDoesNotAnswerIsNotWaitedFor)
 TEST_F(KeychainTest, ALockedKeyringIsLeftAsItIsWhenTheUserDoesNotUnlockIt)
 {
     ASSERT_TRUE(keyring.start());
-    restart().save(key, QStringLiteral("locked away"));
+    restart().save(key, "locked away");
     end();
     keyring.stop();
     ASSERT_TRUE(keyring.startLocked());
@@ -119,14 +117,14 @@ TEST_F(KeychainTest, ALockedKeyringIsLeftAsItIsWhenTheUserDoesNotUnlockIt)
     Keychain &keychain = restart();
     keychain.stopAsking();
     EXPECT_EQ(keychain.load(key), std::nullopt);
-    keychain.save(other, QStringLiteral("new"));
+    keychain.save(other, "new");
     end();
     EXPECT_TRUE(contents(file).contains("new"));
 
     keyring.stop();
     ASSERT_TRUE(keyring.start());
-    EXPECT_EQ(restart().load(key), QStringLiteral("locked away"));
-    EXPECT_EQ(restart().load(other), QStringLiteral("new"));
+    EXPECT_EQ(restart().load(key), "locked away");
+    EXPECT_EQ(restart().load(other), "new");
     EXPECT_FALSE(QFile::exists(file));
 }
 
@@ -135,25 +133,26 @@ TEST_F(KeychainTest, TheBusMayEndWithoutTheProgram)
     auto passing = std::make_unique<PrivateKeyring>();
     ASSERT_TRUE(passing->start());
     Keychain &keychain = restart(soon);
-    keychain.save(key, QStringLiteral("first"));
-    EXPECT_EQ(keychain.load(key), QStringLiteral("first"));
+    keychain.save(key, "first");
+    EXPECT_EQ(keychain.load(key), "first");
     passing.reset();
-    keychain.save(key, QStringLiteral("second"));
-    EXPECT_EQ(restart(soon).load(key), QStringLiteral("second"));
+    keychain.save(key, "second");
+    EXPECT_EQ(restart(soon).load(key), "second");
 }
 
 TEST_F(KeychainTest, AFileThatIsNoListOfSecretsIsSetAside)
 {
+    const QByteArray cut = R"({"github-token": "cut of)";
     QDir().mkpath(QFileInfo(file).path());
     QFile damaged(file);
     ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-    damaged.write("{\"github-token\": \"cut of");
+    damaged.write(cut);
     damaged.close();
     ASSERT_TRUE(damaged.setPermissions(QFileDevice::Permissions(0x6044)));
     EXPECT_EQ(restart().load(key), std::nullopt);
-    restart().save(key, QStringLiteral("new"));
-    EXPECT_EQ(restart().load(key), QStringLiteral("new"));
-    EXPECT_EQ(contents(file + ".corrupt"), "{\"github-token\": \"cut of");
+    restart().save(key, "new");
+    EXPECT_EQ(restart().load(key), "new");
+    EXPECT_EQ(contents(file + ".corrupt"), cut);
     EXPECT_EQ(QFile::permissions(file + ".corrupt") & QFileDevice::Permissions(0x0077), 0);
 }
 

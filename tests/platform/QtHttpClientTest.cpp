@@ -38,6 +38,12 @@ protected:
         return outcomeOf({.url = server.url()});
     }
 
+    /// What a server does that answers every request like this.
+    static auto always(const LoopbackAnswer &answer)
+    {
+        return [answer](const LoopbackRequest &) { return answer; };
+    }
+
     ManualQueue queue;
     LoopbackServer server;
     std::optional<QtHttpClient> client{std::in_place, queue};
@@ -49,8 +55,7 @@ TEST_F(QtHttpClientTest, TakesEveryStatusAndFramingAsAnAnswer)
     for (const auto manner : {LoopbackManner::whole, LoopbackManner::chunked, LoopbackManner::gzip})
         EXPECT_EQ(outcomeOf(LoopbackAnswer{.body = body, .manner = manner}).body, body);
 
-    for (const int status :
-         {200, 204, 304, 400, 401, 403, 404, 407, 409, 418, 429, 500, 503, 529}) {
+    for (const int status : {200, 204, 304, 400, 401, 403, 404, 407, 409, 418, 429, 500, 529}) {
         const QByteArray words = status == 204 || status == 304 ? "" : "words";
         EXPECT_EQ(outcomeOf(LoopbackAnswer{.status = status, .body = words}),
                   (HttpReply{.status = status, .body = words}));
@@ -65,24 +70,16 @@ TEST_F(QtHttpClientTest, AnAnswerThatBreaksOffIsNoAnswer)
     for (const auto manner : {LoopbackManner::stopsHalfway, LoopbackManner::stopsHalfwayInGzip,
                               LoopbackManner::resets}) {
         for (const int status : {200, 500}) {
-            server.respond = [&](const LoopbackRequest &) {
-                return LoopbackAnswer{.status = status, .body = body, .manner = manner};
-            };
+            server.respond = always({.status = status, .body = body, .manner = manner});
             const HttpReply reply = outcomeOf({.url = server.url()});
-            EXPECT_EQ(reply.status, 0) << int(manner);
-            EXPECT_EQ(reply.body, "") << int(manner);
+            EXPECT_EQ(reply, (HttpReply{.error = reply.error})) << int(manner);
             EXPECT_NE(reply.error, "") << int(manner);
             EXPECT_THAT(reply.error.toStdString(), Not(HasSubstr("127.0.0.1"))) << int(manner);
         }
     }
-}
-
-TEST_F(QtHttpClientTest, ARequestThatChangesSomethingIsSentOnce)
-{
-    server.respond
-        = [](const LoopbackRequest &) { return LoopbackAnswer{.manner = LoopbackManner::resets}; };
+    server.requests.clear();
     EXPECT_NE(outcomeOf({.method = "POST", .url = server.url(), .body = "mail"}).error, "");
-    EXPECT_EQ(server.requests.size(), 1u);
+    EXPECT_EQ(server.requests.size(), 1u) << "what changes something is not sent again";
 }
 
 TEST_F(QtHttpClientTest, AHangingServerIsGivenUpAfterTheTimeForTheWholeRequest)
@@ -136,21 +133,18 @@ TEST_F(QtHttpClientTest, CredentialsAreNotCarriedToAnotherServer)
     EXPECT_EQ(other.connections, 0);
 
     server.answers.clear();
-    server.respond = [](const LoopbackRequest &) {
-        return LoopbackAnswer{.status = 301, .headers = {{"Location", "/again"}}};
-    };
+    server.respond = always({.status = 301, .headers = {{"Location", "/again"}}});
     EXPECT_NE(outcomeOf({.url = server.url()}).error, "") << "a circle";
 }
 
 TEST_F(QtHttpClientTest, WhatCannotBeSentIsRefusedBeforeItIsSent)
 {
     const QUrl url = server.url();
-    const QByteArray secret = "secret";
     for (const HttpRequest &request : {
-             HttpRequest{.url = url, .headers = {{"x-api-key", secret + "\r\nHost: evil"}}},
-             HttpRequest{.url = url, .headers = {{"x-api-key", secret + "\n"}}},
-             HttpRequest{.url = url, .headers = {{"x-api-key", secret + QByteArray("\0", 1)}}},
-             HttpRequest{.url = url, .headers = {{"x-api\r\nkey", secret}}},
+             HttpRequest{.url = url, .headers = {{"x-api-key", "secret\r\nHost: evil"}}},
+             HttpRequest{.url = url, .headers = {{"x-api-key", "secret\n"}}},
+             HttpRequest{.url = url, .headers = {{"x-api-key", QByteArray("secret\0", 7)}}},
+             HttpRequest{.url = url, .headers = {{"x-api\r\nkey", "secret"}}},
              HttpRequest{.url = QUrl("file:///etc/hostname")},
              HttpRequest{.url = QUrl("//somewhere")},
              HttpRequest{.url = QUrl()},
@@ -166,7 +160,7 @@ TEST_F(QtHttpClientTest, WhatCannotBeSentIsRefusedBeforeItIsSent)
 TEST_F(QtHttpClientTest, ACertificateThatNobodyTrustsGetsNoRequest)
 {
     server.useUntrustedCertificate();
-    server.respond = [](const LoopbackRequest &) { return LoopbackAnswer{.body = "secret"}; };
+    server.respond = always({.body = "secret"});
     EXPECT_EQ(outcomeOf({.url = server.url()}),
               (HttpReply{.error = "The secure connection to the server failed."}));
     EXPECT_EQ(server.connections, 1);
@@ -178,8 +172,8 @@ TEST_F(QtHttpClientTest, UsesTheDesktopsProxyForOtherMachines)
     LoopbackServer proxy;
     LoopbackServer laterProxy;
     const HttpRequest request{.url = QUrl("http://nowhere.invalid/path")};
-    proxy.respond = [](const LoopbackRequest &) { return LoopbackAnswer{.body = "by proxy"}; };
-    laterProxy.respond = [](const LoopbackRequest &) { return LoopbackAnswer{.body = "later"}; };
+    proxy.respond = always({.body = "by proxy"});
+    laterProxy.respond = always({.body = "later"});
     qputenv("http_proxy", proxy.url().toEncoded());
     server.answers = {{.body = "directly"}};
     EXPECT_EQ(outcomeOf(request).body, "by proxy");
@@ -195,8 +189,7 @@ TEST_F(QtHttpClientTest, UsesTheDesktopsProxyForOtherMachines)
 
 TEST_F(QtHttpClientTest, RequestsEndWithTheirOwnerAndWithTheClientInSilence)
 {
-    server.respond
-        = [](const LoopbackRequest &) { return LoopbackAnswer{.manner = LoopbackManner::hangs}; };
+    server.respond = always({.manner = LoopbackManner::hangs});
     int told = 0;
     const auto count = [&](const HttpReply &) { ++told; };
     auto owner = std::make_unique<QObject>();

@@ -11,45 +11,35 @@ using namespace tirlo;
 
 namespace {
 
-class QtScreensTest : public testing::Test
+TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBuiltInScreen)
 {
-protected:
-    QTemporaryDir root;
-    const QString parameter = "/sys/module/appledrm/parameters/show_notch";
-    const QString height = "/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height";
-
-    void write(const QString &path, const QByteArray &bytes)
-    {
+    const QTemporaryDir root;
+    const auto write = [&](const QString &path, const QByteArray &bytes) {
         const QString full = root.path() + path;
         QDir().mkpath(full.section('/', 0, -2));
         QFile file(full);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
-    }
-};
-
-TEST_F(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItAndWithinBounds)
-{
+    };
     const QByteArray usual("\0\0\0\x4a", 4);
     const struct
     {
         QByteArray parameter;
         QByteArray height;
         int shown;
-    } rows[]{{"", usual, 0}, {"N\n", usual, 0}, {"Y\n", usual, 74},
-             {"Y\n", "", 0}, {"Y\n", "abc", 0}, {"Y\n", "\xff\xff\xff\xff", 160}};
+    } rows[]{{"", usual, 0},
+             {"N\n", usual, 0},
+             {"Y\n", "", 0},
+             {"Y\n", "abc", 0},
+             {"Y\n", "\xff\xff\xff\xff", 160},
+             {"Y\n", usual, 74}};
     EXPECT_EQ(shownNotchHeight(root.path()), 0) << "another kind of machine";
     for (const auto &row : rows) {
-        write(parameter, row.parameter);
-        write(height, row.height);
+        write("/sys/module/appledrm/parameters/show_notch", row.parameter);
+        write("/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height", row.height);
         EXPECT_EQ(shownNotchHeight(root.path()), row.shown);
     }
-}
 
-TEST_F(QtScreensTest, OnlyTheBuiltInScreenHasTheNotch)
-{
-    write(parameter, "Y\n");
-    write(height, QByteArray("\0\0\0\x4a", 4));
     const QtScreens screens(root.path());
     ASSERT_TRUE(screens.main());
     EXPECT_EQ(screens.main()->safeAreaTop, 0) << "this one is no laptop's panel";

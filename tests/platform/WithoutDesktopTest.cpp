@@ -1,4 +1,3 @@
-#include "platform/linux/ApplicationNames.h"
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/TrayStatusItem.h"
@@ -37,16 +36,6 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
     item.show(QIcon(QPixmap(24, 18)), "Tirlo",
               {{"Open", "", [] {}}, {}, {"Quit", "Ctrl+Q", [] {}}});
     EXPECT_TRUE(QRectF(-1e5, -1e5, 2e5, 2e5).contains(QtPointer().position()));
-}
-
-TEST(ApplicationNamesTest, AWindowClassFindsItsApplicationInAnyCase)
-{
-    const auto *names = ApplicationNames::ofWindowClass("Gnome-terminal");
-    ASSERT_TRUE(names);
-    EXPECT_EQ(names->bundleIdentifier, "com.apple.Terminal");
-    EXPECT_FALSE(ApplicationNames::ofWindowClass("Gimp"));
-    EXPECT_TRUE(
-        ApplicationNames::desktopEntriesOf("com.apple.Terminal").contains("org.kde.konsole"));
 }
 
 } // namespace

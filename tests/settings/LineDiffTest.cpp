@@ -7,37 +7,22 @@ namespace {
 
 TEST(LineDiffTest, MarksWhatIsNewAndListsWhatIsGone)
 {
-    struct Row
-    {
-        const char *before;
-        const char *after;
-        LineDiff diff;
-    };
-    const Row rows[]{
-        {"a\nb", "a\nb", {}},
-        {"", "a\nb", {{0, 1}, {}}},
-        {"a\nb", "", {{}, {"a", "b"}}},
-        {"a\na\na", "a\na", {{}, {"a"}}},
-        {"1\nx\n2\ny\n3", "x\nnew\ny\n3\n4", {{1, 4}, {"1", "2"}}},
-    };
-    for (const Row &row : rows) {
-        EXPECT_EQ(compareLines(QString::fromLatin1(row.before), QString::fromLatin1(row.after)),
-                  row.diff)
-            << row.before << "\n->\n"
-            << row.after;
-    }
+    EXPECT_EQ(compareLines("a\nb", "a\nb"), (LineDiff{{}, {}}));
+    EXPECT_EQ(compareLines("", "a\nb"), (LineDiff{{0, 1}, {}}));
+    EXPECT_EQ(compareLines("a\nb", ""), (LineDiff{{}, {"a", "b"}}));
+    EXPECT_EQ(compareLines("a\na\na", "a\na"), (LineDiff{{}, {"a"}}));
+    EXPECT_EQ(compareLines("1\nx\n2\ny\n3", "x\nnew\ny\n3\n4"), (LineDiff{{1, 4}, {"1", "2"}}));
 }
 
 TEST(LineDiffTest, AChangeBeyondMeasureIsTakenAsOne)
 {
-    QString before = QStringLiteral("head\n");
+    QString before = "head\n";
     QString after = before;
     for (int i = 0; i < 5000; ++i) {
-        before += QStringLiteral("old %1\n").arg(i);
-        after += QStringLiteral("new %1\n").arg(i);
+        before += "old " + QString::number(i) + '\n';
+        after += "new " + QString::number(i) + '\n';
     }
-    const LineDiff diff
-        = compareLines(before + QStringLiteral("tail"), after + QStringLiteral("tail"));
+    const LineDiff diff = compareLines(before + "tail", after + "tail");
     EXPECT_EQ(diff.changed.size(), 5000);
     EXPECT_EQ(diff.changed.first(), 1);
     EXPECT_EQ(diff.removed.size(), 5000);

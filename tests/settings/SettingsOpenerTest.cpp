@@ -25,25 +25,16 @@ ScreenInfo screenOf(const QRectF &frame, double barHeight, double dockHeight = 0
 
 TEST(SettingsPlacementTest, StandsBelowTheIslandAndShrinksToFit)
 {
-    const QSizeF window(480, 720);
-    const double minimum = 320;
-    struct Row
-    {
-        ScreenInfo screen;
-        QRectF place;
-    };
-    const std::vector<Row> rows{
-        // Room for all of it: right below the panel, in the middle.
-        {screenOf({0, 0, 1920, 1200}, 24), {720, 332, 480, 720}},
-        // A second screen has an origin of its own.
-        {screenOf({1920, 100, 1920, 1200}, 0), {2640, 432, 480, 720}},
-        // Too little room: it shrinks, and its lower edge keeps the margin.
-        {screenOf({0, 0, 1440, 900}, 24, 60), {480, 332, 480, 496}},
-        // Less room than it needs at the least: it reaches up over the island.
-        {screenOf({0, 0, 1024, 600}, 0), {272, 268, 480, 320}},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(placeBelowIsland(row.screen, window, minimum), row.place);
+    const auto place
+        = [](const ScreenInfo &screen) { return placeBelowIsland(screen, QSizeF(480, 720), 320); };
+    // Room for all of it: right below the panel, in the middle.
+    EXPECT_EQ(place(screenOf({0, 0, 1920, 1200}, 24)), QRectF(720, 332, 480, 720));
+    // A second screen has an origin of its own.
+    EXPECT_EQ(place(screenOf({1920, 100, 1920, 1200}, 0)), QRectF(2640, 432, 480, 720));
+    // Too little room: it shrinks, and its lower edge keeps the margin.
+    EXPECT_EQ(place(screenOf({0, 0, 1440, 900}, 24, 60)), QRectF(480, 332, 480, 496));
+    // Less room than it needs at the least: it reaches up over the island.
+    EXPECT_EQ(place(screenOf({0, 0, 1024, 600}, 0)), QRectF(272, 268, 480, 320));
 }
 
 QList<SettingsWindow *> windows()
@@ -67,9 +58,7 @@ TEST(SettingsOpenerTest, AWindowIsReusedUnlessItWasClosed)
     opener.open(screen);
     ASSERT_EQ(windows().size(), 1);
     const QPointer<SettingsWindow> first = windows().first();
-    EXPECT_EQ(first->windowTitle(), QStringLiteral("Settings — Tirlo"));
     EXPECT_EQ(QRect(first->pos(), first->size()), QRect(720, 332, 480, 720));
-    EXPECT_EQ(first->minimumSize(), QSize(420, 320));
 
     first->showMinimized();
     opener.open(screen);

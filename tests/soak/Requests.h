@@ -1,16 +1,12 @@
 #pragma once
 
+#include "EventLoad.h"
 #include "e2e/kit/Agent.h"
+#include "e2e/kit/Desktop.h"
 #include "e2e/kit/Program.h"
 
-#include <QString>
-
-#include <array>
 #include <map>
-#include <memory>
-#include <random>
 #include <string>
-#include <vector>
 
 namespace tirlo::soak {
 
@@ -18,16 +14,59 @@ namespace tirlo::soak {
 class Requests
 {
 public:
-    Requests(const e2e::Program &program, QString socketPath, unsigned seed);
+    Requests(const e2e::Program &program, unsigned seed)
+        : m_program(program)
+        , m_random(seed)
+    {
+    }
 
     /// Makes one request and sees it to its end.
-    void makeOne();
+    void makeOne()
+    {
+        const Asker &asker = anyAsker();
+        Run run = ask(asker);
+        switch (m_random() % 8) {
+        case 0:
+        case 1:
+            answer(*run, "Allow", R"("behavior":"allow")");
+            break;
+        case 2:
+            if (asker.hasAlways)
+                answer(*run, "Always", R"("updatedPermissions":[)");
+            else
+                answer(*run, "Allow", R"("behavior":"allow")");
+            break;
+        case 3:
+            answer(*run, "Deny", R"("behavior":"deny")");
+            break;
+        case 4:
+        case 5:
+            supersede(std::move(run));
+            break;
+        case 6:
+            settleElsewhere(*run, asker);
+            break;
+        default:
+            // At any moment, before the relay has connected as well.
+            e2e::rest(int(m_random() % 1200));
+            run->kill();
+            count("abandoned", true);
+        }
+    }
 
     /// Makes one request and clicks on its "Allow".
-    void allowOne();
+    void allowOne() { answer(*ask(anyAsker()), "Allow", R"("behavior":"allow")"); }
 
     /// Leaves one request without an answer until the program gives up on it.
-    void letOneRunOut();
+    void letOneRunOut()
+    {
+        const Run run = ask(askers[0]);
+        QElapsedTimer clock;
+        clock.start();
+        expectCleanClose(*run, 118000, "ran out");
+        if (clock.elapsed() < 112000)
+            m_faults.push_back("a request was closed before its time ran out");
+    }
 
     /// How often each end came to pass, and everything that went otherwise than it should.
     [[nodiscard]] const std::map<std::string, int> &ends() const { return m_ends; }
@@ -39,17 +78,84 @@ public:
 private:
     using Run = std::unique_ptr<e2e::HookRun>;
 
-    [[nodiscard]] Run ask(std::size_t agent);
-    void answer(e2e::HookRun &run, const char *button, const char *behaviour);
-    void supersede(Run older, std::size_t agent);
-    void settleElsewhere(e2e::HookRun &run, std::size_t agent);
-    bool click(const char *button);
-    [[nodiscard]] bool waitForCard() const;
-    void expectCleanClose(e2e::HookRun &run, int milliseconds, const char *what);
-    void count(const char *end, bool isGood);
+    /// An agent the island answers for, in a session that the other load leaves alone.
+    struct Asker
+    {
+        const char *tag;
+        const char *bundle;
+        const char *session;
+        bool hasAlways;
+    };
+    static constexpr Asker askers[] = {
+        {"", "", "ask-editor", true},
+        {"codex", "", "ask-codex", false},
+        {"", "com.todesktop.230313mzl4w4u92", "ask-cursor", true},
+    };
+
+    /// Milliseconds in which the relay has to have its answer.
+    static constexpr int promptly = 1000;
+
+    const Asker &anyAsker() { return askers[m_random() % std::size(askers)]; }
+
+    Run ask(const Asker &asker)
+    {
+        const e2e::Agent sender(m_program.hookScript(), asker.session, "/src/harbour", asker.tag);
+        return sender.askFor("Bash", {{"command", QString("make pier-%1").arg(++m_number)}},
+                             {{"bundle_id", asker.bundle}});
+    }
+
+    void answer(e2e::HookRun &run, const char *button, const char *behaviour)
+    {
+        for (int attempt = 0; attempt < 5 && run.isRunning(); ++attempt) {
+            // From elsewhere: the click waits for the pointer to move, in vain where it is already.
+            e2e::movePointer(e2e::screenMiddle(), 20);
+            if (!m_program.clickButton(button))
+                continue;
+            QElapsedTimer clock;
+            clock.start();
+            if (e2e::waitUntil([&] { return !run.isRunning(); }, promptly))
+                m_answerSeconds.push_back(double(clock.nsecsElapsed()) * 1e-9);
+            else
+                ++m_clicksThatMissed;
+        }
+        count(button, !run.isRunning() && run.exitCode() == 0 && run.output().contains(behaviour));
+    }
+
+    void supersede(Run older)
+    {
+        if (!m_program.waitForButton("Deny"))
+            return count("superseded", false);
+        e2e::rest(int(m_random() % 400));
+        const Run newer = ask(anyAsker());
+        // Its own relay has to start first.
+        expectCleanClose(*older, 2 * promptly, "superseded");
+        e2e::rest(int(m_random() % 300));
+        answer(*newer, "Deny", R"("behavior":"deny")");
+    }
+
+    void settleElsewhere(e2e::HookRun &run, const Asker &asker)
+    {
+        if (!m_program.waitForButton("Deny"))
+            return count("settled elsewhere", false);
+        const QByteArray stop = eventLine("Stop", asker.tag, asker.session, asker.bundle);
+        static_cast<void>(Peer::connectedTo(m_program.socketPath()).send(stop).receiveAll());
+        expectCleanClose(run, promptly, "settled elsewhere");
+    }
+
+    void expectCleanClose(e2e::HookRun &run, int milliseconds, const char *what)
+    {
+        const bool ended = e2e::waitUntil([&] { return !run.isRunning(); }, milliseconds);
+        count(what, ended && run.exitCode() == 0 && run.output().isEmpty());
+    }
+
+    void count(const char *end, bool isGood)
+    {
+        ++m_ends[end];
+        if (!isGood)
+            m_faults.push_back("request " + std::to_string(m_number) + " was not " + end);
+    }
 
     const e2e::Program &m_program;
-    const QString m_socketPath;
     std::mt19937 m_random;
     int m_number = 0;
     std::map<std::string, int> m_ends;

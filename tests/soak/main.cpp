@@ -5,23 +5,13 @@
 //   tools/stage build/release/tests/soak/soak [MINUTES [SEED]]          30 minutes by default
 //   tools/stage build/release/tests/soak/soak --approvals [COUNT]       1,000 in a row by default
 
-#include "EventLoad.h"
 #include "Requests.h"
 #include "Samples.h"
 
 #include "common/Row.h"
-#include "e2e/kit/AccessibleTree.h"
-#include "e2e/kit/Desktop.h"
 
-#include <QElapsedTimer>
-#include <QFile>
 #include <QGuiApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 
-#include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -29,8 +19,6 @@ using namespace tirlo::e2e;
 using namespace tirlo::soak;
 
 namespace {
-
-constexpr int secondsPerMinute = 60;
 
 /// A user who moves about, opens and closes the island and switches the sound.
 class User
@@ -64,17 +52,16 @@ public:
 private:
     void wander()
     {
-        constexpr int steps = 8;
-        for (int step = 0; step < steps; ++step) {
+        for (int step = 0; step < 8; ++step) {
             movePointer(screenMiddle() - 380 + int(m_random() % 760), int(m_random() % 200));
-            waitUntil([] { return false; }, 60);
+            rest(60);
         }
     }
 
     void switchSound()
     {
         for (const char *name : {"Mute", "Unmute"}) {
-            if (const auto button = findNode(m_program.processId(), "push button", name)) {
+            if (const auto button = m_program.button(name)) {
                 clickAt(button->x + button->width / 2, button->y + button->height / 2);
                 ++m_switches;
                 return;
@@ -92,9 +79,7 @@ void killARelay(const Program &program, std::mt19937 &random)
 {
     const Agent agent(program.hookScript(), "killed", "/src/lighthouse", "heron");
     const auto run = agent.start("PreToolUse", {{"tool_name", "Read"}});
-    waitUntil([] { return false; }, int(random() % 70));
-    if (run->isRunning())
-        run->kill();
+    rest(int(random() % 70));
 }
 
 bool verdict(const char *what, bool good)
@@ -103,22 +88,11 @@ bool verdict(const char *what, bool good)
     return good;
 }
 
-bool isWhole(const QString &path)
+/// Prints what every run ends with; false when the program did not stand it.
+bool finish(Program &program, const std::vector<Sample> &samples, const Requests &requests)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && QJsonDocument::fromJson(file.readAll()).isObject();
-}
-
-void printEvents(const std::vector<double> &replies, double seconds)
-{
-    std::printf("\n%zu events, %.0f a second; replies: median %.2f ms, 99.9 %% %.2f ms, last "
-                "%.2f ms.\n",
-                replies.size(), double(replies.size()) / seconds, median(replies) * 1000,
-                percentile(replies, 0.999) * 1000, percentile(replies, 1) * 1000);
-}
-
-void printRequests(const Requests &requests)
-{
+    const bool endedInOrder = program.isRunning() && program.stop();
+    printSamples(samples);
     const std::vector<double> &answers = requests.answerSeconds();
     if (!answers.empty())
         std::printf("Relays ended %.0f ms (median), %.0f ms (last) after the click; %d clicks "
@@ -129,15 +103,6 @@ void printRequests(const Requests &requests)
         std::printf("Requests %s: %d\n", end.c_str(), count);
     for (const std::string &fault : requests.faults())
         std::printf("FAULT: %s\n", fault.c_str());
-}
-
-/// Prints what every run ends with; false when the program did not stand it.
-bool finish(Program &program, const std::vector<Sample> &samples, const Requests &requests)
-{
-    const bool survived = program.isRunning();
-    const bool endedInOrder = survived && program.stop();
-    printSamples(samples);
-    printRequests(requests);
     bool good = areFlat(samples);
     good &= verdict("every request came to its end", requests.faults().empty());
     good &= verdict("the program ran to the end and ended in order", endedInOrder);
@@ -146,14 +111,13 @@ bool finish(Program &program, const std::vector<Sample> &samples, const Requests
 
 double minutesOf(const QElapsedTimer &clock)
 {
-    return double(clock.elapsed()) / 1000 / secondsPerMinute;
+    return double(clock.elapsed()) / 60000;
 }
 
 bool runMixedLoad(Program &program, int minutes, unsigned seed)
 {
-    const QString support = program.home() + "/Library/Application Support/Skerry";
-    EventLoad load(support + "/qv.sock", seed);
-    Requests requests(program, support + "/qv.sock", seed + 1);
+    EventLoad load(program.socketPath(), seed);
+    Requests requests(program, seed + 1);
     User user(program, seed + 2);
     std::mt19937 random(seed + 3);
 
@@ -179,24 +143,31 @@ bool runMixedLoad(Program &program, int minutes, unsigned seed)
         killARelay(program, random);
     }
     load.stop();
-    const double seconds = minutesOf(clock) * secondsPerMinute;
+    const double seconds = minutesOf(clock) * 60;
     // The relays that are gone and the notes that show have a moment to go.
-    waitUntil([] { return false; }, 8000);
+    rest(8000);
     samples.push_back(takeSample(program, minutesOf(clock)));
 
     bool good = finish(program, samples, requests);
-    printEvents(load.replySeconds(), seconds);
+    const std::vector<double> &replies = load.replySeconds();
+    const double slowest = percentile(replies, 0.999);
+    std::printf("\n%zu events, %.0f a second; replies: median %.2f ms, 99.9 %% %.2f ms, last "
+                "%.2f ms.\n",
+                replies.size(), double(replies.size()) / seconds, median(replies) * 1000,
+                slowest * 1000, percentile(replies, 1) * 1000);
     std::printf("Seed %u; the sound was switched %d times.\n", seed, user.switches());
     good &= verdict("every event got its reply", load.unanswered() == 0);
-    good &= verdict("999 of 1000 replies within 0.3 s",
-                    percentile(load.replySeconds(), 0.999) <= 0.3);
-    good &= verdict("the settings are whole", isWhole(support + "/settings.json"));
+    good &= verdict("999 of 1000 replies within 0.3 s", slowest <= 0.3);
+    QFile settings(program.supportFolder() + "/settings.json");
+    good &= verdict("the settings are whole",
+                    settings.open(QIODevice::ReadOnly)
+                        && QJsonDocument::fromJson(settings.readAll()).isObject());
     return good;
 }
 
 bool runApprovals(Program &program, int count)
 {
-    Requests requests(program, {}, 1);
+    Requests requests(program, 1);
     std::vector<Sample> samples;
     QElapsedTimer clock;
     clock.start();

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QMap>
 #include <QObject>
 #include <QUrl>
 
@@ -21,27 +22,26 @@ struct LoopbackRequest
     QByteArray method;
     /// Path and query, as sent.
     QByteArray target;
-    /// Lines between the request line and the body, as sent.
-    QList<QByteArray> headerLines;
+    /// By their names in lower case.
+    QMap<QByteArray, QByteArray> headers;
     QByteArray body;
 
     /// The header's value, its name in any case; a null array without it.
-    [[nodiscard]] QByteArray header(const QByteArray &name) const;
+    [[nodiscard]] QByteArray header(const QByteArray &name) const
+    {
+        return headers.value(name.toLower());
+    }
 };
 
 /// What a server does after the head of its answer, or instead of it.
 enum class LoopbackManner {
-    /// Sends the body with its length.
+    /// Sends the body: with its length, in chunks without, or compressed.
     whole,
-    /// Sends it in chunks without its length.
     chunked,
-    /// Sends it compressed.
     gzip,
-    /// Promises the whole body and closes the connection in the middle.
+    /// Promises the whole of such a body and closes the connection in the middle.
     stopsHalfway,
-    /// Sends half of the chunks and closes the connection.
     stopsBetweenChunks,
-    /// The same with a compressed body.
     stopsHalfwayInGzip,
     /// Sends the head and half of the body and then nothing.
     hangsHalfway,

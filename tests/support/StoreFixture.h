@@ -1,15 +1,8 @@
 #pragma once
 
-#include "core/AppLog.h"
-#include "core/AppState.h"
-#include "core/Notifications.h"
-#include "core/Paths.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -18,8 +11,8 @@ namespace tirlo {
 
 using namespace Qt::StringLiterals;
 
-/// The store and the services around it, in a home and a time of their own.
-struct StoreFixture : testing::Test
+/// A test of what works on the store and the services.
+struct StoreFixture : testing::Test, StoreParts
 {
     StoreFixture()
     {
@@ -51,15 +44,6 @@ struct StoreFixture : testing::Test
             },
             10000);
     }
-
-    QTemporaryDir home;
-    Paths paths{home.path()};
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sound;
-    AppLog log{paths, queue};
 
     int reveals = 0;
 };

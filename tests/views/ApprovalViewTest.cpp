@@ -4,30 +4,16 @@
 
 #include <QAccessible>
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
-class ApprovalViewTest : public ViewFixture
-{
-protected:
-    ApprovalViewTest()
-    {
-        setTasks({task(QStringLiteral("agent_shop"), QStringLiteral("shop"))});
-        setApproval(QStringLiteral("npm test"), QStringLiteral("agent_shop"));
-        open(IslandView::approval);
-    }
-
-    [[nodiscard]] const CodeBlock *code() const { return root->findChild<CodeBlock *>(); }
-};
+using ApprovalViewTest = ViewFixture;
 
 TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
 {
-    const QString who = QStringLiteral("shop");
-    const QString label = QStringLiteral("needs permission");
-    const QString command = QStringLiteral("npm test");
-    const QStringList all{QStringLiteral("Deny"), QStringLiteral("Always"),
-                          QStringLiteral("Allow")};
+    open(IslandView::approval);
+    const QStringList all{"Deny", "Always", "Allow"};
     struct Case
     {
         const char *pillId;
@@ -35,42 +21,38 @@ TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
         QStringList texts;
         QStringList buttons;
     };
-    const QList<AgentTask> shop{task(QStringLiteral("agent_shop"), who)};
     for (const auto &[pillId, tasks, texts, buttons] :
-         {Case{"agent_shop", shop, {who, label, command}, all},
+         {Case{"agent_shop",
+               {task("agent_shop", "shop")},
+               {"shop", "needs permission", "npm test"},
+               all},
           // It has no rule file for a standing approval.
-          Case{"agent_codex", shop, {who, label, command}, {all.first(), all.last()}},
-          Case{"agent_shop", {}, {label, command}, all}}) {
+          Case{"agent_codex",
+               {task("agent_shop", "shop")},
+               {"shop", "needs permission", "npm test"},
+               {"Deny", "Allow"}},
+          Case{"agent_shop", {}, {"needs permission", "npm test"}, all}}) {
         SCOPED_TRACE(pillId);
         setTasks(tasks);
-        setApproval(command, QString::fromLatin1(pillId));
+        setApproval("npm test", pillId);
         EXPECT_EQ(visibleTexts(), texts);
         EXPECT_EQ(visibleButtons(), buttons);
         decisions.clear();
-        QStringList expected;
-        for (const QString &name : buttons) {
+        for (const QString &name : buttons)
             click(name);
-            expected.append(name.toLower());
-        }
-        EXPECT_EQ(decisions, expected);
+        EXPECT_EQ(decisions.join(u' '), buttons.join(u' ').toLower());
     }
-    state.pendingApproval = std::nullopt;
-    EXPECT_TRUE(code()->text().isEmpty());
-    EXPECT_EQ(visibleButtons(), all);
-}
 
-TEST_F(ApprovalViewTest, TheWholeCommandIsTheAccessibleNameHoweverLong)
-{
-    const QString command
-        = QStringLiteral("echo ") + QString(1'000'000, u'x') + QStringLiteral("\n<b>rm</b> -rf /");
-    setApproval(command, QStringLiteral("agent_shop"));
-    QAccessibleInterface *accessible
-        = QAccessible::queryAccessibleInterface(root->findChild<CodeBlock *>());
-    ASSERT_TRUE(accessible);
-    EXPECT_EQ(accessible->text(QAccessible::Name), command);
-    EXPECT_LE(code()->geometry().right(), code()->parentWidget()->width());
+    auto *code = root->findChild<CodeBlock *>();
+    state.pendingApproval = std::nullopt;
+    EXPECT_TRUE(code->text().isEmpty());
+    EXPECT_EQ(visibleButtons(), all);
+
+    // The whole command is the accessible name, however long.
+    const QString command = "echo " + QString(1'000'000, u'x') + "\n<b>rm</b> -rf /";
+    setApproval(command, "agent_shop");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(code)->text(QAccessible::Name), command);
+    EXPECT_LE(code->geometry().right(), code->parentWidget()->width());
 }
 
 } // namespace
-
-} // namespace tirlo

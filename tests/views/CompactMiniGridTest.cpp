@@ -1,9 +1,8 @@
 #include "ViewFixture.h"
 
-#include "mascot/MiniBotCanvasView.h"
 #include "views/CompactMiniGrid.h"
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
@@ -12,15 +11,9 @@ class CompactMiniGridTest : public ViewFixture
 protected:
     void compact(int taskCount)
     {
-        QList<AgentTask> tasks;
-        for (int i = 0; i < taskCount; ++i)
-            tasks.append(task(QStringLiteral("t%1").arg(i), QStringLiteral("t")));
-        setTasks(tasks);
         state.mode = IslandMode::compact;
-        queue.advance(2);
+        setTaskCount(taskCount);
     }
-
-    [[nodiscard]] CompactMiniGrid &grid() const { return *root->findChild<CompactMiniGrid *>(); }
 
     /// Where the minis that show stand in the panel.
     [[nodiscard]] QList<QRect> minis() const
@@ -28,10 +21,12 @@ protected:
         QList<QRect> rects;
         for (const auto *child : grid().findChildren<QWidget *>()) {
             if (child->isVisible())
-                rects.append(QRect(child->mapTo(root.get(), QPoint()), child->size()));
+                rects.append(placeOf(child));
         }
         return rects;
     }
+
+    [[nodiscard]] CompactMiniGrid &grid() const { return *root->findChild<CompactMiniGrid *>(); }
 };
 
 TEST_F(CompactMiniGridTest, FourOfTheOthersStandAtTheRight)
@@ -45,9 +40,16 @@ TEST_F(CompactMiniGridTest, FourOfTheOthersStandAtTheRight)
         minis(),
         (QList<QRect>{
             {x - 18, -2, 20, 20}, {x - 2, -2, 20, 20}, {x - 18, 14, 20, 20}, {x - 2, 14, 20, 20}}));
+    for (const QRect &mini : minis()) {
+        int bright = 0;
+        const QImage image = picture().copy(mini);
+        for (int i = 0; i < 20 * 20; ++i)
+            bright += image.pixelColor(i % 20, i / 20).lightness() > 60 ? 1 : 0;
+        EXPECT_GT(bright, 10) << mini.x();
+    }
 
     state.focusId = std::nullopt;
-    EXPECT_EQ(grid().others().first().id, QStringLiteral("t0")) << "nobody is left out";
+    EXPECT_EQ(grid().others().first().id, "t0") << "nobody is left out";
     setTasks({});
     EXPECT_TRUE(minis().isEmpty());
 }
@@ -80,15 +82,13 @@ TEST_F(CompactMiniGridTest, AMiniLivesAsLongAsItsTaskIsThere)
     compact(4);
     const auto bots = [this] { return grid().findChildren<QWidget *>(); };
     const auto before = bots();
-    state.editTask(QStringLiteral("t1"), [](AgentTask &t) { t.state = BotState::working; });
+    state.editTask("t1", [](AgentTask &t) { t.state = BotState::working; });
     EXPECT_EQ(bots(), before);
-    state.removeTask(QStringLiteral("t1"));
+    state.removeTask("t1");
     EXPECT_EQ(bots(), before.last(2)) << "those after it move up";
-    state.editTask(QStringLiteral("t2"), [](AgentTask &t) { t.color = QStringLiteral("#123"); });
+    state.editTask("t2", [](AgentTask &t) { t.color = "#123"; });
     EXPECT_EQ(bots().size(), 2);
     EXPECT_TRUE(bots().contains(before.last()));
 }
 
 } // namespace
-
-} // namespace tirlo

@@ -1,13 +1,10 @@
 #include "ViewFixture.h"
 
-#include "views/IslandHeader.h"
 #include "views/TabButton.h"
 
 #include <QAccessible>
-#include <QTest>
-#include <QWindow>
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
@@ -16,94 +13,91 @@ class IslandHeaderTest : public ViewFixture
 protected:
     IslandHeaderTest()
     {
-        setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
+        setTasks({task("a")});
         open(IslandView::overview);
     }
 
     /// The accessible names of the lit tabs.
-    [[nodiscard]] QStringList litTabs() const
+    [[nodiscard]] QString litTabs() const
     {
         QStringList names;
         for (const TabButton *tab : root->findChildren<TabButton *>()) {
             if (tab->isOn() && tab->isChecked())
                 names.append(tab->accessibleName());
         }
-        return names;
+        return names.join(u' ');
     }
 
     /// The colour at the middle of a tab's left edge, where nothing but its background is.
     [[nodiscard]] QColor background(const QString &tab)
     {
-        const QAbstractButton *found = button(tab);
-        return picture().pixelColor(found->mapTo(root.get(), QPoint(1, 11)));
+        return picture().pixelColor(placeOf(button(tab)).topLeft() + QPoint(1, 11));
     }
+
+    const QColor litColor{0x1D, 0x1F, 0x23};
 };
 
 TEST_F(IslandHeaderTest, TabsLeadToTheirViewAndAreLitOnIt)
 {
-    EXPECT_EQ(litTabs(), QStringList{QStringLiteral("Home")});
-    EXPECT_EQ(background(QStringLiteral("Home")), QColor(0x1D, 0x1F, 0x23));
-    EXPECT_EQ(background(QStringLiteral("Chat")), QColor(Qt::black));
-
-    click(QStringLiteral("Chat"));
-    EXPECT_EQ(state.view.value(), IslandView::prompt);
-    EXPECT_EQ(litTabs(), QStringList{QStringLiteral("Chat")});
-    click(QStringLiteral("Drop a file"));
-    EXPECT_EQ(state.view.value(), IslandView::upload);
-    EXPECT_EQ(litTabs(), QStringList{QStringLiteral("Drop a file")});
-    click(QStringLiteral("Drop a file"));
-    EXPECT_EQ(litTabs(), QStringList{QStringLiteral("Drop a file")}) << "a click never puts it out";
+    EXPECT_EQ(litTabs(), "Home");
+    EXPECT_EQ(background("Home"), litColor);
+    EXPECT_EQ(background("Chat"), QColor(Qt::black));
+    for (const auto &[tab, view] : {std::pair("Chat", IslandView::prompt),
+                                    {"Drop a file", IslandView::upload},
+                                    {"Drop a file", IslandView::upload}}) {
+        click(tab);
+        EXPECT_EQ(state.view.value(), view);
+        EXPECT_EQ(litTabs(), tab) << "a second click never puts it out";
+    }
 
     state.view = IslandView::empty;
-    EXPECT_EQ(litTabs(), QStringList{QStringLiteral("Home")});
+    EXPECT_EQ(litTabs(), "Home");
     state.view = IslandView::approval;
-    EXPECT_TRUE(litTabs().isEmpty());
+    EXPECT_EQ(litTabs(), "");
     queue.advance(1);
-    click(QStringLiteral("Home"));
+    click("Home");
     EXPECT_EQ(state.view.value(), IslandView::overview);
     queue.advance(0.1);
     QTest::mouseMove(root->windowHandle(), QPoint(300, 300));
-    EXPECT_GT(background(QStringLiteral("Home")).green(), 0) << "it lights up";
-    EXPECT_LT(background(QStringLiteral("Home")).green(), 0x1F) << "and nothing jumps";
+    EXPECT_GT(background("Home").green(), 0) << "it lights up";
+    EXPECT_LT(background("Home").green(), litColor.green()) << "and nothing jumps";
     queue.advance(1);
-    EXPECT_EQ(background(QStringLiteral("Home")), QColor(0x1D, 0x1F, 0x23));
+    EXPECT_EQ(background("Home"), litColor);
 
-    click(QStringLiteral("Settings"));
+    click("Settings");
     EXPECT_EQ(state.view.value(), IslandView::settings);
-    click(QStringLiteral("Mute"));
+    click("Mute");
     EXPECT_FALSE(state.soundEnabled.value());
-    EXPECT_FALSE(button(QStringLiteral("Mute")));
-    click(QStringLiteral("Unmute"));
+    EXPECT_FALSE(button("Mute"));
+    click("Unmute");
     EXPECT_TRUE(state.soundEnabled.value());
 }
 
 TEST_F(IslandHeaderTest, OnlyTheChatNotesWhatTheUserLookedAtAndDoesSoFirst)
 {
-    click(QStringLiteral("Drop a file"));
-    click(QStringLiteral("Home"));
-    EXPECT_EQ(captures, 0);
-    IslandView shownAtCapture = IslandView::note;
-    onCapture = [&] { shownAtCapture = state.view; };
-    click(QStringLiteral("Chat"));
-    EXPECT_EQ(captures, 1);
-    EXPECT_EQ(shownAtCapture, IslandView::overview);
+    QList<IslandView> shownAtCapture;
+    onCapture = [&] { shownAtCapture.append(state.view); };
+    for (const char *tab : {"Drop a file", "Home", "Chat"})
+        click(tab);
+    EXPECT_EQ(shownAtCapture, QList{IslandView::overview});
 
     state.promptContext = PromptContext{};
-    click(QStringLiteral("Chat"));
-    EXPECT_EQ(captures, 1) << "what is attached already stays";
+    click("Chat");
+    EXPECT_EQ(shownAtCapture.size(), 1) << "what is attached already stays";
 }
 
 TEST_F(IslandHeaderTest, EveryControlHasANameAndARoleAndTheTabKeyFollowsTheEye)
 {
-    setApproval(QStringLiteral("ls"), QStringLiteral("a"));
+    setApproval("ls", "a");
     for (const IslandView view : allCases<IslandView>()) {
         open(view);
+        SCOPED_TRACE(rawText(view).toStdString());
         for (QAbstractButton *control : root->findChildren<QAbstractButton *>()) {
             if (!control->isVisible())
                 continue;
             const auto *told = QAccessible::queryAccessibleInterface(control);
             ASSERT_TRUE(told);
-            EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << rawText(view).toStdString();
+            EXPECT_FALSE(told->text(QAccessible::Name).isEmpty());
             EXPECT_TRUE(told->role() == QAccessible::Button
                         || told->role() == QAccessible::CheckBox)
                 << told->role();
@@ -112,20 +106,19 @@ TEST_F(IslandHeaderTest, EveryControlHasANameAndARoleAndTheTabKeyFollowsTheEye)
 
     open(IslandView::approval);
     root->activateWindow();
-    button(QStringLiteral("Home"))->setFocus();
+    button("Home")->setFocus();
     QStringList order;
     for (int i = 0; i < 8; ++i) {
         order.append(root->focusWidget()->accessibleName());
         QTest::keyClick(root->windowHandle(), Qt::Key_Tab);
     }
-    EXPECT_EQ(order.join(u' '),
-              QStringLiteral("Home Chat Drop a file Settings Mute Deny Always Allow"));
+    EXPECT_EQ(order.join(u' '), "Home Chat Drop a file Settings Mute Deny Always Allow");
 }
 
 TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
 {
     const auto *header = root->findChild<IslandHeader *>();
-    const auto brightness = [this] { return background(QStringLiteral("Home")).lightness(); };
+    const auto brightness = [this] { return background("Home").lightness(); };
     const int lit = brightness();
     const QRect room = header->geometry();
 
@@ -133,11 +126,10 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
     // The card has come to rest before the home tab would lose its light.
     queue.advance(0.1);
     EXPECT_TRUE(header->isVisible()) << "it fades and doesn't vanish";
-    click(QStringLiteral("Chat"));
+    click("Chat");
     EXPECT_EQ(state.view.value(), IslandView::confused) << "but it can't be reached any more";
     queue.advance(0.12);
     EXPECT_FALSE(header->isVisible());
-    EXPECT_FALSE(button(QStringLiteral("Home")));
     EXPECT_EQ(header->geometry(), room);
 
     state.view = IslandView::overview;
@@ -150,5 +142,3 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
 }
 
 } // namespace
-
-} // namespace tirlo

@@ -4,9 +4,8 @@
 #include "views/AgentPillsView.h"
 
 #include <QAccessible>
-#include <QTest>
 
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
 
@@ -15,26 +14,8 @@ class OverviewViewTest : public ViewFixture
 protected:
     OverviewViewTest() { open(IslandView::overview); }
 
-    /// Tasks t0, t1, … named like their ids.
-    void setTaskCount(int count)
-    {
-        QList<AgentTask> tasks;
-        for (int i = 0; i < count; ++i) {
-            const QString id = QStringLiteral("t%1").arg(i);
-            tasks.append(task(id, id));
-        }
-        settleOn(tasks);
-    }
-
-    /// Replaces the tasks and lets the pills come to rest.
-    void settleOn(const QList<AgentTask> &tasks)
-    {
-        setTasks(tasks);
-        queue.advance(2);
-    }
-
     /// The names on the pills that can be hit, in the keyboard's order.
-    [[nodiscard]] QStringList pills() const
+    [[nodiscard]] QString pills() const
     {
         QStringList names;
         const QWidget *first = root->findChild<AgentPillsView *>();
@@ -44,7 +25,7 @@ protected:
             if (pill && pill->isVisible() && !pill->testAttribute(Qt::WA_TransparentForMouseEvents))
                 names.append(pill->accessibleName());
         }
-        return names;
+        return names.join(u' ');
     }
 
     [[nodiscard]] AgentPill *pill(const QString &name) const
@@ -55,32 +36,26 @@ protected:
 
 TEST_F(OverviewViewTest, HeadLineTellsNameSourceAndProgress)
 {
-    AgentTask focused = task(QStringLiteral("a"), QStringLiteral("shop"),
-                             {QStringLiteral("Lit · a"), QStringLiteral("Lit · b")});
-    focused.source = AgentSource::claudeCode;
-    focused.stepIndex = 0;
-    setTasks({focused});
-    EXPECT_EQ(visibleTexts(),
-              (QStringList{QStringLiteral("shop"), QStringLiteral("Claude Code"),
-                           QStringLiteral("1/2"), QStringLiteral("Lit · a")}));
-
-    state.editTask(QStringLiteral("a"), [](AgentTask &edited) {
-        edited.source = AgentSource::n8n;
-        edited.stepIndex = 1;
-    });
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("n8n")));
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("2/2")));
-    state.editTask(QStringLiteral("a"), [](AgentTask &edited) { edited.stepIndex = 99; });
-    EXPECT_TRUE(visibleTexts().contains(QStringLiteral("2/2"))) << "never past the end";
-
-    state.editTask(QStringLiteral("a"), [](AgentTask &edited) {
-        edited.source = AgentSource::agent;
-        edited.steps.clear();
-        edited.stepIndex = 7;
-    });
-    EXPECT_EQ(visibleTexts(),
-              (QStringList{QStringLiteral("shop"), QStringLiteral("Agent"), QString()}));
-
+    struct Case
+    {
+        AgentSource source;
+        int stepIndex;
+        QStringList steps;
+        QStringList texts;
+    };
+    const QStringList steps{"Lit · a", "Lit · b"};
+    for (const auto &[source, stepIndex, taken, texts] :
+         {Case{AgentSource::claudeCode, 0, steps, {"shop", "Claude Code", "1/2", "Lit · a"}},
+          Case{AgentSource::n8n, 1, steps, {"shop", "n8n", "2/2", "Lit · b"}},
+          // Never past the end.
+          Case{AgentSource::n8n, 99, steps, {"shop", "n8n", "2/2", "Lit · b"}},
+          Case{AgentSource::agent, 7, {}, {"shop", "Agent", ""}}}) {
+        AgentTask focused = task("a", "shop", taken);
+        focused.source = source;
+        focused.stepIndex = stepIndex;
+        setTasks({focused});
+        EXPECT_EQ(visibleTexts(), texts);
+    }
     setTasks({});
     EXPECT_EQ(visibleTexts(), QStringList{QString()}) << "nothing of a task that has gone";
 }
@@ -88,8 +63,7 @@ TEST_F(OverviewViewTest, HeadLineTellsNameSourceAndProgress)
 TEST_F(OverviewViewTest, FourOthersHaveAPillAndTheFifthWaits)
 {
     setTaskCount(6);
-    const auto named = [](const QString &names) { return names.split(u' '); };
-    EXPECT_EQ(pills(), named(QStringLiteral("t1 t2 t3 t4")));
+    EXPECT_EQ(pills(), "t1 t2 t3 t4");
     QRegion covered;
     for (const AgentPill *shown : root->findChildren<AgentPill *>()) {
         EXPECT_TRUE(shown->parentWidget()->rect().contains(shown->geometry()));
@@ -98,63 +72,67 @@ TEST_F(OverviewViewTest, FourOthersHaveAPillAndTheFifthWaits)
         covered |= capsule;
     }
 
-    const AgentPill *last = pill(QStringLiteral("t4"));
-    state.removeTask(QStringLiteral("t2"));
-    EXPECT_EQ(pills(), named(QStringLiteral("t1 t3 t4 t5")));
+    const AgentPill *last = pill("t4");
+    state.removeTask("t2");
+    EXPECT_EQ(pills(), "t1 t3 t4 t5");
     queue.advance(2);
-    EXPECT_EQ(pill(QStringLiteral("t4")), last) << "a task keeps its pill";
+    EXPECT_EQ(pill("t4"), last) << "a task keeps its pill";
 
-    state.focusId = QStringLiteral("t3");
-    EXPECT_EQ(pills(), named(QStringLiteral("t0 t1 t4 t5")));
+    state.focusId = "t3";
+    EXPECT_EQ(pills(), "t0 t1 t4 t5");
     setTaskCount(1);
-    EXPECT_TRUE(pills().isEmpty());
-    EXPECT_EQ(visibleButtons(), QStringList{QStringLiteral("Open terminal")});
+    EXPECT_EQ(pills(), "");
+    EXPECT_EQ(visibleButtons(), QStringList{"Open terminal"});
 }
 
-TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecond)
+TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecondAndClearsTheBadge)
 {
-    setTaskCount(3);
-    const AgentPill *tapped = pill(QStringLiteral("t1"));
-    QTest::mouseDClick(root->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                       tapped->mapTo(root.get(), tapped->rect().center()));
-    EXPECT_EQ(state.focusId.value(), QStringLiteral("t1"));
-    EXPECT_TRUE(button(QStringLiteral("t0"))) << "the former focus takes its place";
+    setTasks({task("t0"), task("t1"), task("integration_claude", "shop")});
+    queue.advance(2);
+    const auto description = [this] {
+        return QAccessible::queryAccessibleInterface(button("t1"))->text(QAccessible::Description);
+    };
+    state.editTask("t1", [](AgentTask &t) { t.pillBadge = PillBadge::finished; });
+    EXPECT_EQ(description(), "finished");
 
-    click(QStringLiteral("t0"));
-    EXPECT_EQ(state.focusId.value(), QStringLiteral("t1")) << "the swap is still under way";
-    EXPECT_EQ(sounds.played, QStringList{QStringLiteral("blip")});
+    QTest::mouseDClick(root->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                       placeOf(pill("t1")).center());
+    EXPECT_EQ(state.focusId.value(), "t1");
+    click("t0");
+    EXPECT_EQ(state.focusId.value(), "t1") << "the swap is still under way";
+    EXPECT_EQ(sounds.played, QStringList{"blip"});
 
     queue.advance(0.5);
-    click(QStringLiteral("t2"));
-    EXPECT_EQ(state.focusId.value(), QStringLiteral("t2"));
+    click("VS Code");
+    EXPECT_EQ(state.focusId.value(), "integration_claude") << "its pill bears its own name";
+    EXPECT_EQ(description(), "");
 }
 
 TEST_F(OverviewViewTest, PillsComeAndGoInMotionUnlessItIsToBeReduced)
 {
     setTaskCount(3);
-    const QRect cell = pill(QStringLiteral("t1"))->geometry();
-    click(QStringLiteral("t1"));
-    EXPECT_EQ(pills(), (QStringList{QStringLiteral("t0"), QStringLiteral("t2")}));
-    EXPECT_TRUE(pill(QStringLiteral("t1"))) << "it fades where it stood";
-    EXPECT_EQ(pill(QStringLiteral("t0"))->geometry(), cell);
+    const QRect cell = pill("t1")->geometry();
+    click("t1");
+    EXPECT_EQ(pills(), "t0 t2") << "the former focus takes its place";
+    EXPECT_TRUE(pill("t1")) << "it fades where it stood";
+    EXPECT_EQ(pill("t0")->geometry(), cell);
     queue.advance(0.2);
-    EXPECT_FALSE(pill(QStringLiteral("t1")));
+    EXPECT_FALSE(pill("t1"));
     queue.advance(2);
 
     frames.setReducesMotion(true);
-    click(QStringLiteral("t2"));
-    EXPECT_FALSE(pill(QStringLiteral("t2")));
-    EXPECT_EQ(pills(), (QStringList{QStringLiteral("t0"), QStringLiteral("t1")}));
+    click("t2");
+    EXPECT_FALSE(pill("t2"));
+    EXPECT_EQ(pills(), "t0 t1");
 }
 
 TEST_F(OverviewViewTest, APillUnderThePointerGrowsAndLightsUp)
 {
     setTaskCount(2);
-    const AgentPill *hovered = pill(QStringLiteral("t1"));
-    const QPoint middle = hovered->mapTo(root.get(), hovered->rect().center());
-    const QPoint fill(middle.x() + 30, middle.y() + 8);
+    const QPoint middle = placeOf(pill("t1")).center();
+    const QPoint fill = middle + QPoint(30, 8);
     // Just right of it, where only one that has grown reaches.
-    const QPoint edge(middle.x() + 44, middle.y());
+    const QPoint edge = middle + QPoint(44, 0);
     const QImage before = picture();
     QTest::mouseMove(root->windowHandle(), middle);
     QCoreApplication::processEvents();
@@ -172,40 +150,4 @@ TEST_F(OverviewViewTest, APillUnderThePointerGrowsAndLightsUp)
     EXPECT_EQ(picture().pixelColor(fill), before.pixelColor(fill));
 }
 
-TEST_F(OverviewViewTest, StepsRebuildNoWidget)
-{
-    setTaskCount(5);
-    const auto widgets = root->findChildren<QWidget *>();
-    for (int i = 0; i < 30; ++i) {
-        state.editTask(QStringLiteral("t%1").arg(i % 5), [&](AgentTask &edited) {
-            edited.steps.append(QStringLiteral("step %1").arg(i));
-            edited.stepIndex = int(edited.steps.size()) - 1;
-            edited.state = i % 2 ? BotState::working : BotState::finished;
-        });
-        queue.advance(0.1);
-        QCoreApplication::processEvents();
-    }
-    EXPECT_EQ(root->findChildren<QWidget *>(), widgets);
-}
-
-TEST_F(OverviewViewTest, ATapClearsTheBadgeThatThePillDescribes)
-{
-    settleOn({task(QStringLiteral("t0"), QStringLiteral("t0")),
-              task(QStringLiteral("t1"), QStringLiteral("t1")),
-              task(QStringLiteral("integration_claude"), QStringLiteral("shop"))});
-    EXPECT_TRUE(pill(QStringLiteral("VS Code"))) << "the main editor's bears its own name";
-    const auto description = [this](const QString &name) {
-        return QAccessible::queryAccessibleInterface(button(name))->text(QAccessible::Description);
-    };
-    state.editTask(QStringLiteral("t1"), [](AgentTask &t) { t.pillBadge = PillBadge::finished; });
-    EXPECT_EQ(description(QStringLiteral("t1")), QStringLiteral("finished"));
-
-    click(QStringLiteral("t1"));
-    queue.advance(0.5);
-    click(QStringLiteral("t0"));
-    EXPECT_EQ(description(QStringLiteral("t1")), QString());
-}
-
 } // namespace
-
-} // namespace tirlo

@@ -1,25 +1,15 @@
 #include "ViewFixture.h"
 
-#include <QTest>
-
-namespace tirlo {
+using namespace tirlo;
 
 namespace {
-
-RunningApplication application(const char *bundleIdentifier, std::int64_t processId = 1)
-{
-    return {.processId = processId,
-            .bundleIdentifier = QString::fromLatin1(bundleIdentifier),
-            .name = {}};
-}
 
 class StatusCardsTest : public ViewFixture
 {
 protected:
     StatusCardsTest()
     {
-        setTasks({task(QStringLiteral("a"), QStringLiteral("shop"),
-                       {QStringLiteral("Lit"), QStringLiteral("Teste · npm test")})});
+        setTasks({task("a", "shop", {"Lit", "Teste · npm test"})});
         QObject::connect(&notifications, &Notifications::islandCollapse, &notifications,
                          [this] { ++collapses; });
     }
@@ -35,20 +25,16 @@ TEST_F(StatusCardsTest, EachCardTellsItsTextsAndTheSamplesDoNothing)
         QStringList texts;
         QStringList buttons;
     };
-    const QString shop = QStringLiteral("shop");
     for (const auto &[view, texts, buttons] :
          {Case{IslandView::question,
-               {shop, QStringLiteral("Claude Code is asking a question"),
-                QStringLiteral("Which search engine to use?")},
-               {QStringLiteral("Postgres full-text"), QStringLiteral("Meilisearch"),
-                QStringLiteral("Algolia")}},
+               {"shop", "Claude Code is asking a question", "Which search engine to use?"},
+               {"Postgres full-text", "Meilisearch", "Algolia"}},
           Case{IslandView::error,
-               {shop, QStringLiteral("n8n"), QStringLiteral("Workflow stopped."),
-                QStringLiteral("Gmail node timed out after 30s. Retry or open n8n.")},
-               {QStringLiteral("Retry"), QStringLiteral("Open in n8n")}},
+               {"shop", "n8n", "Workflow stopped.",
+                "Gmail node timed out after 30s. Retry or open n8n."},
+               {"Retry", "Open in n8n"}},
           Case{IslandView::confused,
-               {QStringLiteral("Too many hits at once."),
-                QStringLiteral("Give me a sec — back to work in three seconds.")},
+               {"Too many hits at once.", "Give me a sec — back to work in three seconds."},
                {}}}) {
         open(view);
         EXPECT_EQ(visibleTexts(), texts);
@@ -60,48 +46,40 @@ TEST_F(StatusCardsTest, EachCardTellsItsTextsAndTheSamplesDoNothing)
     EXPECT_EQ(collapses, 0);
 
     open(IslandView::finished);
-    const QString label = QStringLiteral("Claude Code finished");
-    EXPECT_EQ(visibleTexts(), (QStringList{shop, label, QStringLiteral("Teste · npm test")}));
-    state.editTask(QStringLiteral("a"), [](AgentTask &edited) { edited.steps.clear(); });
-    const QString without = QStringLiteral("Session finished");
-    EXPECT_EQ(visibleTexts(), (QStringList{shop, label, without}));
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Claude Code finished", "Teste · npm test"}));
+    state.editTask("a", [](AgentTask &edited) { edited.steps.clear(); });
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Claude Code finished", "Session finished"}));
     setTasks({});
-    EXPECT_EQ(visibleTexts(), (QStringList{label, without}));
+    EXPECT_EQ(visibleTexts(), (QStringList{"Claude Code finished", "Session finished"}));
 
     open(IslandView::empty);
-    click(QStringLiteral("Ask Claude"));
+    click("Ask Claude");
     EXPECT_EQ(state.view.value(), IslandView::prompt);
-    state.noteMessage = QStringLiteral("Handled in VS Code.");
+    state.noteMessage = "Handled in VS Code.";
     open(IslandView::note);
-    EXPECT_EQ(visibleTexts(), QStringList{QStringLiteral("Handled in VS Code.")});
+    EXPECT_EQ(visibleTexts(), QStringList{"Handled in VS Code."});
 }
 
 TEST_F(StatusCardsTest, OpenTerminalTakesTheMostPreferredThatRuns)
 {
     open(IslandView::finished);
-    const RunningApplication kitty = application("net.kovidgoyal.kitty", 1);
-    const RunningApplication iTerm = application("com.googlecode.iterm2", 2);
-    const RunningApplication terminal = application("com.apple.Terminal", 3);
-    applications.installed = {QStringLiteral("com.apple.Terminal")};
-
-    applications.alive = {application("com.microsoft.VSCode"), kitty, iTerm, terminal};
-    click(QStringLiteral("Open terminal"));
-    applications.alive = {kitty};
-    click(QStringLiteral("Open terminal"));
+    const RunningApplication editor{1, "com.microsoft.VSCode", {}};
+    const RunningApplication kitty{1, "net.kovidgoyal.kitty", {}};
+    const RunningApplication iTerm{2, "com.googlecode.iterm2", {}};
+    const RunningApplication terminal{3, "com.apple.Terminal", {}};
+    applications.installed = {"com.apple.Terminal"};
+    for (const auto &alive : {std::vector{editor, kitty, iTerm, terminal}, {kitty}, {editor}}) {
+        applications.alive = alive;
+        click("Open terminal");
+    }
     EXPECT_EQ(applications.activated, (std::vector{terminal, kitty}));
-    EXPECT_TRUE(applications.opened.isEmpty());
-
-    applications.alive = {application("com.microsoft.VSCode")};
-    click(QStringLiteral("Open terminal"));
-    EXPECT_EQ(applications.opened, QStringList{QStringLiteral("com.apple.Terminal")});
+    EXPECT_EQ(applications.opened, QStringList{"com.apple.Terminal"});
     EXPECT_EQ(collapses, 3) << "the island goes either way";
 
     applications.alive = {terminal};
-    click(QStringLiteral("Dismiss"));
+    click("Dismiss");
     EXPECT_EQ(collapses, 4);
     EXPECT_EQ(applications.activated.size(), 2U) << "dismissing does nothing else";
 }
 
 } // namespace
-
-} // namespace tirlo

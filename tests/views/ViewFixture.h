@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/AppState.h"
+#include "core/IslandConst.h"
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "support/FakeApplications.h"
@@ -12,14 +13,14 @@
 #include "support/RecordingSoundEngine.h"
 #include "ui/motion/FrameClock.h"
 #include "views/IslandContainer.h"
+#include "views/IslandHeader.h"
 #include "views/IslandRootView.h"
 
 #include <QAbstractButton>
-#include <QStringList>
+#include <QLabel>
+#include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <memory>
 
 namespace tirlo {
 
@@ -27,35 +28,129 @@ namespace tirlo {
 class ViewFixture : public testing::Test
 {
 protected:
-    ViewFixture();
+    ViewFixture()
+    {
+        root->setAttribute(Qt::WA_TranslucentBackground);
+        root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
+        root->show();
+        QCoreApplication::processEvents();
+    }
 
     /// Opens the island on the view and lets its motion come to rest.
-    void open(IslandView view);
+    void open(IslandView view)
+    {
+        state.view = view;
+        state.mode = IslandMode::expanded;
+        queue.advance(2);
+        QCoreApplication::processEvents();
+    }
+
+    /// A task that is named like its id unless told otherwise.
+    [[nodiscard]] static AgentTask task(const QString &id, const QString &name = {},
+                                        const QStringList &steps = {})
+    {
+        AgentTask made;
+        made.id = id;
+        made.name = name.isEmpty() ? id : name;
+        made.color = "#2DD4BF";
+        made.steps = steps;
+        made.stepIndex = std::max<qsizetype>(steps.size() - 1, 0);
+        return made;
+    }
 
     /// Replaces all tasks; the first one gets the focus.
-    void setTasks(const QList<AgentTask> &tasks);
+    void setTasks(const QList<AgentTask> &tasks)
+    {
+        state.tasks = tasks;
+        state.focusId = tasks.isEmpty() ? std::nullopt : std::optional(tasks.first().id);
+        QCoreApplication::processEvents();
+    }
 
-    void setApproval(const QString &command, const QString &pillId);
+    /// Replaces all tasks by t0, t1, … and lets the motion come to rest.
+    void setTaskCount(int count)
+    {
+        QList<AgentTask> tasks;
+        for (int i = 0; i < count; ++i)
+            tasks.append(task(QStringLiteral("t%1").arg(i)));
+        setTasks(tasks);
+        queue.advance(2);
+    }
 
-    [[nodiscard]] static AgentTask task(const QString &id, const QString &name,
-                                        const QStringList &steps = {});
+    void setApproval(const QString &command, const QString &pillId)
+    {
+        ApprovalInfo request;
+        request.command = command;
+        request.pillId = pillId;
+        state.pendingApproval = request;
+        QCoreApplication::processEvents();
+    }
 
     /// The accessible names of the card's visible buttons, left to right.
-    [[nodiscard]] QStringList visibleButtons() const;
+    [[nodiscard]] QStringList visibleButtons() const
+    {
+        QMultiMap<int, QString> names;
+        for (const auto *found : root->findChildren<QAbstractButton *>()) {
+            if (found->isVisible() && !root->findChild<IslandHeader *>()->isAncestorOf(found))
+                names.insert(placeOf(found).x(), found->accessibleName());
+        }
+        return names.values();
+    }
 
     /// The visible button of that name, or null.
-    [[nodiscard]] QAbstractButton *button(const QString &name) const;
+    [[nodiscard]] QAbstractButton *button(const QString &name) const
+    {
+        for (QAbstractButton *found : root->findChildren<QAbstractButton *>()) {
+            if (found->isVisible() && found->accessibleName() == name)
+                return found;
+        }
+        return nullptr;
+    }
 
     /// The texts of all visible labels.
-    [[nodiscard]] QStringList visibleTexts() const;
+    [[nodiscard]] QStringList visibleTexts() const
+    {
+        QStringList texts;
+        for (const QLabel *label : root->findChildren<QLabel *>()) {
+            if (label->isVisible())
+                texts.append(label->text().isEmpty() ? label->accessibleName() : label->text());
+        }
+        return texts;
+    }
+
+    /// Where the widget stands in the panel.
+    [[nodiscard]] QRect placeOf(const QWidget *widget) const
+    {
+        return {widget->mapTo(root.get(), QPoint()), widget->size()};
+    }
+
+    /// Clicks through the window, so that whatever lies on top gets it.
+    void clickAt(const QPoint &place) const
+    {
+        QTest::mouseClick(root->windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    }
 
     /// Clicks in the middle of the button of that name.
-    void click(const QString &name);
+    void click(const QString &name) const
+    {
+        const QAbstractButton *target = button(name);
+        ASSERT_TRUE(target) << name.toStdString();
+        clickAt(placeOf(target).center());
+    }
 
-    [[nodiscard]] const IslandContainer &island() const;
+    [[nodiscard]] const IslandContainer &island() const
+    {
+        return *root->findChild<IslandContainer *>();
+    }
 
-    /// The island as it looks, at one pixel a point.
-    [[nodiscard]] QImage picture();
+    /// The widget, or else the island, as it looks, at one pixel a point.
+    [[nodiscard]] QImage picture(QWidget *widget = nullptr)
+    {
+        QWidget *shown = widget ? widget : root.get();
+        QImage image(shown->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        shown->render(&image, {}, {}, QWidget::DrawChildren);
+        return image;
+    }
 
     ManualQueue queue;
     MemoryStore store;
@@ -70,18 +165,13 @@ protected:
     KeychainStore keychain{secrets};
     QStringList decisions;
     QList<ChatProvider> providers;
-    int captures = 0;
-    std::function<void()> onCapture;
+    std::function<void()> onCapture = [] {};
     IslandActions actions{
         .sendApprovalDecision = [this](const QString &decision) { decisions.append(decision); },
-        .capturePromptContext =
-            [this] {
-                ++captures;
-                if (onCapture)
-                    onCapture();
-            },
+        .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
-    std::unique_ptr<IslandRootView> root;
+    std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(ViewContext{
+        state, notifications, sounds, queue, frames, screens, applications, keychain, actions});
 };
 
 } // namespace tirlo

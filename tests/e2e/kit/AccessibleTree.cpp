@@ -25,12 +25,8 @@ std::string takeText(char *text)
 
 bool hasState(AtspiAccessible *node, AtspiStateType state)
 {
-    AtspiStateSet *states = atspi_accessible_get_state_set(node);
-    if (!states)
-        return false;
-    const bool held = atspi_state_set_contains(states, state);
-    g_object_unref(states);
-    return held;
+    const std::unique_ptr<AtspiStateSet, Unref> states(atspi_accessible_get_state_set(node));
+    return states && atspi_state_set_contains(states.get(), state);
 }
 
 void forEachChild(AtspiAccessible *parent, const std::function<void(AtspiAccessible *)> &visit)

@@ -1,29 +1,60 @@
 #pragma once
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QString>
 
+#include <csignal>
 #include <memory>
+#include <utility>
+
+#include <unistd.h>
 
 namespace tirlo::e2e {
 
-/// One run of the hook script, as an agent starts it: JSON in, an optional answer out.
+/// One run of a hook's command, as an agent starts it: JSON in, an optional answer out.
 class HookRun
 {
 public:
-    HookRun(const QString &script, const QStringList &arguments, const QString &terminalProgram,
-            const QByteArray &payload);
-    ~HookRun();
+    HookRun(const QString &home, const QString &command, const QStringList &arguments,
+            const QString &terminalProgram, const QJsonObject &payload)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("HOME", home);
+        environment.insert("TERM_PROGRAM", terminalProgram);
+        m_process.setProcessEnvironment(environment);
+        // A group of its own, so that the wrapper and the relay can be ended together.
+        m_process.setChildProcessModifier([] { setpgid(0, 0); });
+        m_process.start(command, arguments);
+        m_process.write(QJsonDocument(payload).toJson(QJsonDocument::Compact));
+        m_process.closeWriteChannel();
+        m_process.waitForStarted();
+    }
+
+    ~HookRun()
+    {
+        if (isRunning())
+            kill();
+    }
 
     /// Waits for the end; false when it takes longer than `milliseconds`.
-    bool waitForEnd(int milliseconds = 10000);
+    bool waitForEnd(int milliseconds = 10000)
+    {
+        return !isRunning() || m_process.waitForFinished(milliseconds);
+    }
+
     [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
-    /// All that the script wrote to its standard output.
-    [[nodiscard]] QByteArray output();
+
+    /// All that the command wrote to its standard output.
+    [[nodiscard]] QByteArray output() { return m_output += m_process.readAllStandardOutput(); }
+
     /// Ends the script and what it started at once, as an agent does that needs no answer any more.
-    void kill();
+    void kill()
+    {
+        ::kill(-pid_t(m_process.processId()), SIGKILL);
+        m_process.waitForFinished();
+    }
 
 private:
     QProcess m_process;
@@ -36,18 +67,50 @@ class Agent
 public:
     /// `tag` is what the hook line passes as --agent; empty passes none.
     Agent(QString script, QString session, QString folder, QString tag = {},
-          QString terminalProgram = "vscode");
+          QString terminalProgram = "vscode")
+        : m_script(std::move(script))
+        , m_session(std::move(session))
+        , m_folder(std::move(folder))
+        , m_tag(std::move(tag))
+        , m_terminalProgram(std::move(terminalProgram))
+    {
+    }
 
     /// Runs the hook for the event and returns at once.
     [[nodiscard]] std::unique_ptr<HookRun> start(const QString &event,
-                                                 const QJsonObject &members = {}) const;
+                                                 QJsonObject members = {}) const
+    {
+        members.insert("hook_event_name", event);
+        members.insert("session_id", m_session);
+        members.insert("cwd", m_folder);
+        const QStringList arguments
+            = m_tag.isEmpty() ? QStringList() : QStringList{"--agent", m_tag};
+        // The script finds the socket under the home that it was installed in.
+        return std::make_unique<HookRun>(m_script.section("/Library/", 0, 0), m_script, arguments,
+                                         m_terminalProgram, members);
+    }
+
     /// Runs the hook to its end; false when it did not end with status 0 and no output.
-    bool send(const QString &event, const QJsonObject &members = {}) const;
+    bool send(const QString &event, const QJsonObject &members = {}) const
+    {
+        const auto run = start(event, members);
+        return run->waitForEnd() && run->exitCode() == 0 && run->output().isEmpty();
+    }
+
     /// Sends the event that comes before a tool runs.
-    bool sendTool(const QString &tool, const QJsonObject &input) const;
+    bool sendTool(const QString &tool, const QJsonObject &input) const
+    {
+        return send("PreToolUse", {{"tool_name", tool}, {"tool_input", input}});
+    }
+
     /// Asks for the permission to run the tool; the run lasts until the answer.
     [[nodiscard]] std::unique_ptr<HookRun> askFor(const QString &tool, const QJsonObject &input,
-                                                  const QJsonObject &members = {}) const;
+                                                  QJsonObject members = {}) const
+    {
+        members.insert("tool_name", tool);
+        members.insert("tool_input", input);
+        return start("PermissionRequest", members);
+    }
 
 private:
     QString m_script;

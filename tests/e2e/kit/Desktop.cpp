@@ -33,11 +33,12 @@ int screenMiddle()
 
 void takePicture(const QString &path)
 {
-    QScreen *screen = QGuiApplication::primaryScreen();
-    constexpr int width = 760;
-    constexpr int height = 340;
-    const int left = screenMiddle() - width / 2;
-    screen->grabWindow(0, left, 0, width, height).save(path);
+    QGuiApplication::primaryScreen()->grabWindow(0, screenMiddle() - 380, 0, 760, 340).save(path);
+}
+
+void rest(int milliseconds)
+{
+    waitUntil([] { return false; }, milliseconds);
 }
 
 bool waitUntil(const std::function<bool()> &condition, int milliseconds)

@@ -21,6 +21,9 @@ void movePointer(int x, int y);
 /// Keeps a picture of the screen's top centre, 760 by 340 pixels, in the file.
 void takePicture(const QString &path);
 
+/// Runs the event loop for that time.
+void rest(int milliseconds);
+
 /// Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()> &condition, int milliseconds = 5000);
 

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QColor>
-#include <QImage>
-#include <QRect>
+#include "Desktop.h"
 
-#include <functional>
+#include <QColor>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
 
 namespace tirlo::e2e {
 
@@ -12,17 +14,42 @@ namespace tirlo::e2e {
 inline constexpr int compactWidth = 240;
 inline constexpr int openWidth = 640;
 
-/// How wide the island is on the screen now, in pixels.
-[[nodiscard]] int islandWidth();
+/// How wide the island is on the screen now, in pixels: the dark run across the top.
+///
+/// The greeting's light reaches up there, but stays far below the wallpaper's.
+inline int islandWidth()
+{
+    QScreen *screen = QGuiApplication::primaryScreen();
+    const QImage line = screen->grabWindow(0, 0, 2, screen->geometry().width(), 1).toImage();
+    const auto isDark = [&](int x) { return line.pixelColor(x, 0).lightness() < 32; };
+    int left = screenMiddle();
+    int right = left;
+    while (left > 0 && isDark(left - 1))
+        --left;
+    while (right < line.width() && isDark(right))
+        ++right;
+    return right - left;
+}
 
 /// Whether the island comes to be that wide within the time.
-bool waitForWidth(int width, int milliseconds = 5000);
+inline bool waitForWidth(int width, int milliseconds = 5000)
+{
+    return waitUntil([width] { return islandWidth() == width; }, milliseconds);
+}
 
-/// A picture of a part of an island that is as wide as given; the part is relative to the island's top-left corner.
-[[nodiscard]] QImage takeIslandPicture(int width, const QRect &part);
-
-/// How many pixels of a part of the island fit the description.
-[[nodiscard]] int countPixels(int width, const QRect &part,
-                              const std::function<bool(const QColor &)> &fits);
+/// How many pixels of a part of the open island fit the description.
+inline int countPixels(const QRect &part, const std::function<bool(const QColor &)> &fits)
+{
+    const int left = screenMiddle() - openWidth / 2;
+    const QImage image = QGuiApplication::primaryScreen()
+                             ->grabWindow(0, left + part.x(), part.y(), part.width(), part.height())
+                             .toImage();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            count += fits(image.pixelColor(x, y)) ? 1 : 0;
+    }
+    return count;
+}
 
 } // namespace tirlo::e2e
