@@ -42,6 +42,12 @@ std::optional<HttpRequest> request(const QString &address, const QString &apiKey
     };
 }
 
+/// The address as it may be logged: without a name and a password in it.
+QString logged(const QString &address, const QUrl &url)
+{
+    return url.userInfo().isEmpty() ? address : url.toString(QUrl::RemoveUserInfo);
+}
+
 } // namespace
 
 N8nPoller::N8nPoller(const PollerContext &context)
@@ -78,7 +84,7 @@ void N8nPoller::tryList(const QStringList &urls, const QString &apiKey, const QS
         return;
     }
 
-    writeLog(QStringLiteral("Polling ") + urls[idx]);
+    writeLog(QStringLiteral("Polling ") + logged(urls[idx], list->url));
     const auto accept
         = [=, this](const N8n::Listing &listing) { handleListing(listing, apiKey, base); };
     const auto fail = [=, this](const HttpReply &reply) {

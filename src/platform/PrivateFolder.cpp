@@ -1,18 +1,36 @@
 #include "PrivateFolder.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+
 namespace tirlo {
+
+QString makeMissingFolders(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    if (mkdir(name.constData(), S_IRWXU) == 0)
+        return {};
+    int error = errno;
+    if (error == ENOENT && !path.isEmpty()) {
+        if (const QString reason = makeMissingFolders(QFileInfo(path).path()); !reason.isEmpty())
+            return reason;
+        error = mkdir(name.constData(), S_IRWXU) == 0 ? 0 : errno;
+    }
+    if (error == EEXIST)
+        error = QFileInfo(path).isDir() ? 0 : ENOTDIR;
+    return error == 0 ? QString() : QString::fromLocal8Bit(std::strerror(error));
+}
 
 void makePrivateFolder(const QString &path)
 {
-    constexpr auto ownerAll
-        = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
-    QDir().mkpath(QFileInfo(path).path());
-    if (!QDir().mkdir(path, ownerAll))
-        QFile::setPermissions(path, ownerAll);
+    if (makeMissingFolders(path).isEmpty())
+        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner
+                                  | QFileDevice::ExeOwner);
 }
 
 } // namespace tirlo

@@ -1,5 +1,7 @@
 #include "MarkedLines.h"
 
+#include "ui/TextLine.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QPainter>
@@ -37,7 +39,7 @@ MarkedLines::MarkedLines(QChar mark, const QColor &color, QWidget *parent)
 void MarkedLines::showText(const QString &text, const QList<int> &marked)
 {
     m_marked = marked;
-    setPlainText(text);
+    setPlainText(TextLine::withoutHiddenMarks(text));
 
     if (!marked.isEmpty())
         setTextCursor(QTextCursor(document()->findBlockByNumber(marked.first())));

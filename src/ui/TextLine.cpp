@@ -1,7 +1,6 @@
 #include "TextLine.h"
 
 #include "Style.h"
-#include "core/Text.h"
 
 #include <QCache>
 #include <QFontMetricsF>
@@ -18,7 +17,7 @@ namespace {
 
 /// More code units than any line of the island can show at either end.
 constexpr qsizetype longestEnd = 400;
-constexpr int longestToolTip = 2000;
+constexpr qsizetype longestToolTipEnd = 1000;
 constexpr qsizetype longestUnwrapped = 80;
 
 /// Marks that change the order of what stands around them without being seen.
@@ -73,12 +72,12 @@ bool breaksLine(QChar c)
     return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
 }
 
-QString bothEnds(const QString &text)
+QString bothEnds(const QString &text, qsizetype length)
 {
-    if (text.size() <= 2 * longestEnd)
+    if (text.size() <= 2 * length)
         return text;
-    qsizetype head = longestEnd;
-    qsizetype tail = text.size() - longestEnd;
+    qsizetype head = length;
+    qsizetype tail = text.size() - length;
     // Never between the halves of a surrogate pair.
     if (text[head].isLowSurrogate())
         --head;
@@ -91,17 +90,26 @@ QString bothEnds(const QString &text)
 
 QString displayable(const QString &text)
 {
-    QString line = bothEnds(text);
+    QString line = bothEnds(text, longestEnd);
     line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     for (QChar &c : line) {
         if (breaksLine(c))
             c = u'⏎';
         else if (c == u'\t')
             c = u' ';
-        else if (c.category() == QChar::Other_Control || reordersText(c))
+    }
+    return withoutHiddenMarks(line);
+}
+
+QString withoutHiddenMarks(const QString &text)
+{
+    QString shown = text;
+    for (QChar &c : shown) {
+        const bool isHidden = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
+        if (isHidden || reordersText(c))
             c = QChar::ReplacementCharacter;
     }
-    return line;
+    return shown;
 }
 
 QString elided(const QString &line, const QFontMetricsF &metrics, Qt::TextElideMode mode,
@@ -139,9 +147,7 @@ void draw(QPainter &painter, const QRectF &rect, const QString &line)
 
 void showToolTip(const QPoint &position, const QString &text, QWidget *owner)
 {
-    QString shown = firstCharacters(text, longestToolTip);
-    if (shown.size() < text.size())
-        shown += u'…';
+    const QString shown = withoutHiddenMarks(bothEnds(text, longestToolTipEnd));
 
     // The style draws the tip's edge in the text's colour, so the text brings its own.
     QPalette palette = QToolTip::palette();

@@ -21,6 +21,10 @@ namespace tirlo::TextLine {
 /// "�", so that what is read is what is there. Of a very long text only both ends remain.
 [[nodiscard]] QString displayable(const QString &text);
 
+/// The text with its line breaks and tabs, but "�" for all other control characters and for the
+/// marks that reorder text invisibly.
+[[nodiscard]] QString withoutHiddenMarks(const QString &text);
+
 /// What of the line fits the width, with "…" in place of the rest; its direction is the text's own.
 [[nodiscard]] QString elided(const QString &line, const QFontMetricsF &metrics,
                              Qt::TextElideMode mode, double width);
@@ -50,7 +54,8 @@ void draw(QPainter &painter, const QRectF &rect, const Shaped &line);
 /// The same with the painter's font; the line must fit already.
 void draw(QPainter &painter, const QRectF &rect, const QString &line);
 
-/// Shows the whole text as a tool tip at a global position; a very long text is cut.
+/// Shows the whole text, without hidden marks, as a tool tip at a global position; of a very long
+/// one both ends.
 void showToolTip(const QPoint &position, const QString &text, QWidget *owner);
 
 } // namespace tirlo::TextLine

@@ -91,13 +91,26 @@ TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile
             EXPECT_EQ(victim.readAll(), "untouched");
             victim.close();
             EXPECT_EQ(logLines().size(), 1);
-            for (const QString &folder : {paths.supportFolder(), paths.logFolder()})
+            for (const QString &folder : {paths.supportFolder(), paths.logFolder()}) {
                 EXPECT_EQ(modeOf(folder), mode_t(0700));
+                // Whoever may write above it could put another in its place.
+                EXPECT_TRUE(link || modeOf(QFileInfo(folder).path()) == mode_t(0700));
+            }
             EXPECT_EQ(modeOf(paths.hookScriptPath()), mode_t(0755));
             EXPECT_EQ(modeOf(ours.last()), mode_t(0600));
             server.reset();
         }
     }
+
+    QDir(home.filePath(u"Library"_s)).removeRecursively();
+    victim.remove();
+    for (const QString &path : ours) {
+        QDir().mkpath(QFileInfo(path).path());
+        ASSERT_EQ(::symlink(name, QFile::encodeName(path)), 0);
+    }
+    makeServer();
+    log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy"_s);
+    EXPECT_FALSE(victim.exists()) << "nor does a dangling link make one";
 }
 
 } // namespace

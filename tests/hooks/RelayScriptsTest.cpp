@@ -25,6 +25,7 @@ struct RelayScriptsTest : HookFixture
         environment.insert(u"TERM_PROGRAM"_s, u"vscode"_s);
         environment.insert(u"__CFBundleIdentifier"_s, u"org.host"_s);
         environment.insert(u"GEMINI_SESSION_ID"_s, u"env"_s);
+        environment.insert(u"PYTHONPATH"_s, u"."_s);
         relay.setProcessEnvironment(environment);
         relay.setWorkingDirectory(home.path());
         relay.start(paths.hookScriptPath(), arguments);
@@ -180,6 +181,18 @@ TEST_F(RelayScriptsTest, HostileInputNeverFailsTheAgent)
         EXPECT_EQ(runServed(gemini, payload + "}"), "{}\n");
         EXPECT_NE(line, "") << value;
     }
+}
+
+TEST_F(RelayScriptsTest, CodeInTheFolderWhereItRunsStaysUnused)
+{
+    for (const QString &module : {u"sitecustomize.py"_s, u"json.py"_s}) {
+        QFile file(home.filePath(module));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("open('it-ran', 'w')\n");
+    }
+    EXPECT_EQ(runServed(gemini, "{}"), "{}\n");
+    EXPECT_NE(line, "");
+    EXPECT_FALSE(QFile::exists(home.filePath(u"it-ran"_s)));
 }
 
 TEST_F(RelayScriptsTest, WrapperFindsTheRelayHoweverItIsCalled)

@@ -3,28 +3,16 @@
 #include "HookError.h"
 #include "core/Paths.h"
 #include "platform/FileReplacement.h"
+#include "platform/PlainFile.h"
+#include "platform/PrivateFolder.h"
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <filesystem>
-#include <system_error>
 
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
 namespace {
-
-std::optional<QByteArray> readPlainFile(const QString &path)
-{
-    QFile file(path);
-    // Anything but a plain file, a pipe say, may keep its reader waiting.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
-}
 
 std::optional<JsonObject> objectIn(const QByteArray &bytes)
 {
@@ -91,13 +79,13 @@ QString AgentFile::backUp(const QByteArray &bytes, const QString &stamp) const
 
 void AgentFile::write(const QByteArray &bytes) const
 {
-    std::error_code fault;
-    std::filesystem::create_directories(QFile::encodeName(QFileInfo(m_path).path()).toStdString(),
-                                        fault);
-    if (fault)
-        throw HookError(m_label.section(u'/', 0, -2) + u": "_s
-                        + QString::fromStdString(fault.message()));
-    if (const QString reason = replaceFile(m_path, bytes); !reason.isEmpty())
+    if (const QString reason = makeMissingFolders(QFileInfo(m_path).path()); !reason.isEmpty())
+        throw HookError(m_label.section(u'/', 0, -2) + u": "_s + reason);
+    // What a new file holds is run by the agent, so nobody else may change it.
+    const auto mode = exists()
+        ? std::nullopt
+        : std::optional<QFileDevice::Permissions>(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (const QString reason = replaceFile(m_path, bytes, mode); !reason.isEmpty())
         throw HookError(reason);
 }
 

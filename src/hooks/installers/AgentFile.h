@@ -53,8 +53,8 @@ public:
     /// when it can't be made, which includes that other bytes stand there.
     QString backUp(const QByteArray &bytes, const QString &stamp) const;
 
-    /// Replaces the whole content at once, keeping the mode, and makes the folder if need be;
-    /// throws a HookError, with the file as it was, when it can't.
+    /// Replaces the whole content at once, keeping the mode, and makes the folder if need be; what
+    /// is new is the owner's alone. Throws a HookError, with the file as it was, when it can't.
     void write(const QByteArray &bytes) const;
 
 private:

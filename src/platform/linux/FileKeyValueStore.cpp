@@ -1,8 +1,9 @@
 #include "FileKeyValueStore.h"
 
 #include "platform/FileReplacement.h"
-#include "platform/PrivateFolder.h"
 #include "platform/MainQueue.h"
+#include "platform/PlainFile.h"
+#include "platform/PrivateFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -72,25 +73,19 @@ void FileKeyValueStore::setValue(const QString &key, const StoredValue &value)
 
 void FileKeyValueStore::load(const MainQueue &clock)
 {
-    QFile file(m_path);
-    if (!file.exists())
+    if (!QFile::exists(m_path))
         return;
 
     // What can't be read may be whole all the same.
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_mayWrite = false;
+    const auto bytes = readPlainFile(m_path);
+    m_mayWrite = bytes.has_value();
+    if (!bytes)
         return;
-    }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    if (file.error() != QFileDevice::NoError) {
-        m_mayWrite = false;
-        return;
-    }
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes);
     if (document.isObject()) {
         m_values = document.object();
         return;
     }
-    file.close();
     const QString stamp = clock.wallClock().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     m_mayWrite = QFile::rename(m_path, m_path + QStringLiteral(".corrupt-") + stamp);
 }

@@ -44,8 +44,8 @@ void SecretFile::load()
     if (!file.exists())
         return;
 
-    // What can't be read may be whole all the same.
-    m_mayWrite = file.open(QIODevice::ReadOnly);
+    // What can't be read may be whole all the same. A pipe would keep its reader waiting.
+    m_mayWrite = QFileInfo(m_path).isFile() && file.open(QIODevice::ReadOnly);
     if (!m_mayWrite)
         return;
     // Also for the file that is set aside; somebody may have opened it to others.
