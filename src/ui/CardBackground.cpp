@@ -57,6 +57,15 @@ CardBackground::CardBackground(std::optional<Wash> wash, QWidget *parent)
 {
 }
 
+void CardBackground::setWash(std::optional<Wash> wash)
+{
+    if (m_wash == wash)
+        return;
+    m_wash = wash;
+    m_picture = {};
+    update();
+}
+
 void CardBackground::paintEvent(QPaintEvent *event)
 {
     // What moves on the card has it painted again and again.

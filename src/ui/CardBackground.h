@@ -18,6 +18,8 @@ public:
 
     explicit CardBackground(std::optional<Wash> wash = std::nullopt, QWidget *parent = nullptr);
 
+    void setWash(std::optional<Wash> wash);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -46,6 +46,7 @@ CardButton::CardButton(const CardButtonStyle &style, const QString &title, const
     setAccessibleName(title);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     if (action)
         connect(this, &QPushButton::clicked, this, [run = std::move(action)] { run(); });

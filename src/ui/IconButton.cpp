@@ -32,6 +32,8 @@ IconButton::IconButton(const QSize &size, const IconButtonStyle &style, QWidget 
 
 void IconButton::setIcon(QLatin1String icon, const QString &meaning)
 {
+    if (icon == m_icon && meaning == accessibleName())
+        return;
     m_icon = icon;
     setAccessibleName(meaning);
     update();

@@ -15,6 +15,8 @@ StatusBadge::StatusBadge(const QString &label, bool ok, QWidget *parent)
     dot->setColor(ok ? Style::success : Style::failure);
     auto *text = new TextLabel(Style::font(Style::captionSize), Style::secondaryText);
     text->setLine(label);
+    // Not by its colour alone.
+    text->setAccessibleDescription(ok ? QStringLiteral("OK") : QStringLiteral("not OK"));
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

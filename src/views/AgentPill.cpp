@@ -9,17 +9,22 @@
 #include "ui/TextLine.h"
 
 #include <QHelpEvent>
+#include <QHoverEvent>
 #include <QPainter>
 #include <QPaintEvent>
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace tirlo {
 
 namespace {
 
+/// Room around the capsule for growth, shadow and badge. On the left it ends where the neighbour's
+/// capsule does, or a press there would be nobody's.
 constexpr int outset = 6;
+constexpr int leftOutset = 2;
 constexpr double botFrame = 22;
 constexpr double botLeft = 3;
 /// The canvas is wider than the mascot's frame, which the body fills.
@@ -97,12 +102,13 @@ AgentPill::AgentPill(const ViewContext &context, QWidget *parent)
 
 QRect AgentPill::frameAround(const QRect &capsule)
 {
-    return capsule.adjusted(-outset, -outset, outset, outset);
+    return capsule.adjusted(-leftOutset, -outset, outset, outset);
 }
 
 void AgentPill::setTask(const AgentTask &task)
 {
     const QString name = shownName(task);
+    const bool isNew = !m_bot;
     const bool looksTheSame = name == shownName(m_task) && task.color == m_task.color
         && task.pillBadge == m_task.pillBadge;
     const bool isSameCharacter = m_bot && task.id == m_task.id && task.color == m_task.color;
@@ -111,7 +117,7 @@ void AgentPill::setTask(const AgentTask &task)
         m_bot->setTask(task);
     else
         makeBot();
-    if (looksTheSame)
+    if (looksTheSame && !isNew)
         return;
     m_name = TextLine::displayable(name);
     setAccessibleName(name.isEmpty() ? QStringLiteral("Agent") : name);
@@ -133,9 +139,14 @@ bool AgentPill::event(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::HoverEnter:
-    case QEvent::HoverLeave:
-        followHover();
+    case QEvent::HoverMove:
+    case QEvent::HoverLeave: {
+        const QPointF position = static_cast<QHoverEvent *>(event)->position();
+        const bool isHovered = event->type() != QEvent::HoverLeave && capsule().contains(position);
+        if (isHovered != std::exchange(m_isHovered, isHovered))
+            followHover();
         break;
+    }
     case QEvent::ToolTip:
         TextLine::showToolTip(static_cast<QHelpEvent *>(event)->globalPos(), shownName(m_task),
                               this);
@@ -149,7 +160,7 @@ bool AgentPill::event(QEvent *event)
 void AgentPill::followHover()
 {
     const double now = m_context.frames.now();
-    const double target = !underMouse() ? 0 : isDown() ? pressedHover : 1;
+    const double target = !m_isHovered ? 0 : isDown() ? pressedHover : 1;
     m_hoverMotion.animateTo(target, m_context.frames.permitted(hoverSpring), now);
     showHover(now);
     if (!m_hoverMotion.isAtRest(now) && !m_frames.isActive())
@@ -167,6 +178,7 @@ void AgentPill::showHover(double time)
 
 void AgentPill::hideEvent(QHideEvent *event)
 {
+    m_isHovered = false;
     m_hoverMotion.jumpTo(0);
     showHover(m_context.frames.now());
     m_picture = {};
@@ -284,7 +296,7 @@ bool AgentPill::hitButton(const QPoint &position) const
 
 QRectF AgentPill::capsule() const
 {
-    return QRectF(rect()).adjusted(outset, outset, -outset, -outset);
+    return QRectF(rect()).adjusted(leftOutset, outset, -outset, -outset);
 }
 
 double AgentPill::scale() const

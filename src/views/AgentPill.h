@@ -74,6 +74,7 @@ private:
     QString m_name;
     double m_opacity = 1;
     double m_presenceScale = 1;
+    bool m_isHovered = false;
     /// From 0, at rest, to 1, under the pointer; as of the last frame.
     double m_hover = 0;
     Animated<double> m_hoverMotion;

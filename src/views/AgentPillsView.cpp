@@ -50,7 +50,7 @@ void AgentPillsView::followTasks()
             presence.leave(moves, m_context.frames);
     }
     placePills(tasks, moves);
-    followKeyboard(tasks);
+    followOrder(tasks);
     if (!showAt(m_context.frames.now()) && !m_frames.isActive())
         m_frames = m_context.frames.subscribe([this](double time) {
             if (showAt(time))
@@ -67,16 +67,21 @@ void AgentPillsView::placePills(const QList<AgentTask> &tasks, bool moves)
     }
 }
 
-/// The keyboard goes through the pills as they stand.
-void AgentPillsView::followKeyboard(const QList<AgentTask> &tasks)
+/// The keyboard goes through the pills as they stand, and each capsule lies over the room around the
+/// one on its left.
+void AgentPillsView::followOrder(const QList<AgentTask> &tasks)
 {
     QStringList order;
     for (const AgentTask &task : tasks)
         order.append(task.id);
     if (order == std::exchange(m_order, order))
         return;
-    for (qsizetype i = 1; i < tasks.size(); ++i)
-        setTabOrder(&presenceOf(tasks[i - 1]).pill(), &presenceOf(tasks[i]).pill());
+    for (qsizetype i = 0; i < tasks.size(); ++i) {
+        AgentPill &pill = presenceOf(tasks[i]).pill();
+        pill.raise();
+        if (i > 0)
+            setTabOrder(&presenceOf(tasks[i - 1]).pill(), &pill);
+    }
 }
 
 /// Shows the pills as they are at that time; true once all have arrived or are gone.

@@ -31,7 +31,7 @@ protected:
 private:
     void followTasks();
     void placePills(const QList<AgentTask> &tasks, bool moves);
-    void followKeyboard(const QList<AgentTask> &tasks);
+    void followOrder(const QList<AgentTask> &tasks);
     bool showAt(double time);
     PillPresence &presenceOf(const AgentTask &task);
     [[nodiscard]] QRect cell(int index, int count) const;

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "ViewContext.h"
+#include "platform/MainQueue.h"
 #include "ui/CardBackground.h"
 #include "ui/Observers.h"
+
+#include <array>
 
 class QPushButton;
 
@@ -20,10 +23,14 @@ public:
 
 private:
     void updateRequest();
+    void enableButtons(bool areEnabled);
 
     AppState &m_state;
     CodeBlock *m_command;
     QPushButton *m_always;
+    std::array<QPushButton *, 3> m_buttons{};
+    bool m_hasRequest = false;
+    WorkItem m_settling;
     Observers m_observers;
 };
 

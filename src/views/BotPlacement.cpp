@@ -23,6 +23,12 @@ constexpr double glowSeconds = 0.4;
 constexpr Spring formSpring{.response = 0.36, .dampingFraction = 0.72};
 constexpr double leastScale = 0.01;
 
+/// A share that springs toward 0 or 1, without what it swings beyond.
+double share(const Animated<double> &value, double time)
+{
+    return std::clamp(value.valueAt(time), 0.0, 1.0);
+}
+
 } // namespace
 
 BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
@@ -32,6 +38,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     , m_canvas(new BotCanvasView({context.state, context.notifications, context.sounds,
                                   context.queue, context.frames, context.screens},
                                  this))
+    , m_mode(context.state.mode)
     , m_place(IslandGeometry::mascotPlace(context.state))
     , m_mood(displayedState(context.state))
 {
@@ -40,7 +47,8 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
 
     jumpTo(m_place);
     m_glow.moveTo(m_mood, Animation::none(), m_clock.now());
-    m_canvas->setVisible(isShown());
+    m_presence.jumpTo(m_place.opacity);
+    m_light.jumpTo(isLit());
     m_rides = rides();
     m_isDragged = m_state.isDraggingBot;
     placeCanvas(m_clock.now());
@@ -59,18 +67,17 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.tasks, mood);
 }
 
-void BotPlacement::conceal()
+void BotPlacement::conceal(const Animation &fade)
 {
-    m_isConcealed = true;
     m_isAppearing = false;
-    m_canvas->hide();
+    m_opacity.animateTo(0, m_clock.permitted(fade), m_clock.now());
+    placeCanvas(m_clock.now());
     run();
 }
 
 void BotPlacement::takeOver(const MascotPlace &from, const Animation &appearance)
 {
     const double now = m_clock.now();
-    m_isConcealed = false;
     m_isAppearing = true;
     jumpTo(from);
     m_opacity.jumpTo(0);
@@ -94,22 +101,27 @@ void BotPlacement::paintEvent(QPaintEvent *)
                             m_leavingRect.size() * scale);
         painter.drawPixmap(target, m_leaving, m_leaving.rect());
     }
-    if (!glows())
+    const double light = lightAt(time);
+    if (light <= 0)
         return;
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(light);
     m_glow.paint(painter, {m_x.valueAt(time), m_y.valueAt(time)},
                  m_side.valueAt(time) / canvasPerDiameter, time);
 }
 
 void BotPlacement::followPlace()
 {
-    m_canvas->setVisible(isShown());
     const MascotPlace place = IslandGeometry::mascotPlace(m_state);
+    const Animation change
+        = IslandMotion::forChange(std::exchange(m_mode, m_state.mode.value()), m_state.mode);
     const bool isDragged = m_state.isDraggingBot;
     const bool changesForm = rides() != m_rides;
     if (place == m_place && isDragged == m_isDragged && !changesForm
-        && glows() == !m_glowRect.isEmpty())
+        && isLit() == (m_light.target() > 0))
         return;
+    m_presence.animateTo(place.opacity, m_clock.permitted(change), m_clock.now());
+    m_light.animateTo(isLit(), m_clock.permitted(change), m_clock.now());
     m_place = place;
     m_isDragged = isDragged;
     m_rides = rides();
@@ -127,7 +139,7 @@ void BotPlacement::followMood()
         return;
     // A light that nobody sees need not fade.
     m_glow.moveTo(
-        mood, glows() ? m_clock.permitted(TimingCurve::easeInOut(glowSeconds)) : Animation::none(),
+        mood, isLit() ? m_clock.permitted(TimingCurve::easeInOut(glowSeconds)) : Animation::none(),
         m_clock.now());
     run();
 }
@@ -185,7 +197,7 @@ void BotPlacement::frame(double time)
         if (m_leavingScale.valueAt(time) <= leastScale)
             m_leaving = {};
     }
-    const QRect glow = glows() ? glowRect() : QRect();
+    const QRect glow = lightAt(time) > 0 || m_light.target() > 0 ? glowRect(time) : QRect();
     update(glow | std::exchange(m_glowRect, glow));
     if (!isUnderWay(time))
         m_frames.reset();
@@ -198,7 +210,8 @@ void BotPlacement::frame(double time)
 bool BotPlacement::isUnderWay(double time) const
 {
     const bool isAtRest = m_x.isAtRest(time) && m_y.isAtRest(time) && m_side.isAtRest(time)
-        && m_scale.isAtRest(time) && m_glow.isAtRest(time) && m_opacity.isAtRest(time);
+        && m_scale.isAtRest(time) && m_glow.isAtRest(time) && m_opacity.isAtRest(time)
+        && m_presence.isAtRest(time) && m_light.isAtRest(time);
     const bool goesAlong = m_rides && m_state.uploadStartTime.value() && rideAt(time) < 1;
     return !isAtRest || goesAlong || !m_leaving.isNull();
 }
@@ -213,7 +226,9 @@ void BotPlacement::placeCanvas(double time)
                        side + overhang);
     m_canvas->setParticleOverhang(overhang);
     m_canvas->setGeometry(frame.toRect());
-    m_canvas->setOpacity(m_state.isDraggingBot ? 0 : m_opacity.valueAt(time));
+    const double opacity = share(m_opacity, time) * share(m_presence, time);
+    m_canvas->setOpacity(m_state.isDraggingBot ? 0 : opacity);
+    m_canvas->setVisible(opacity > 0 || (m_opacity.target() > 0 && m_presence.target() > 0));
 }
 
 bool BotPlacement::rides() const
@@ -233,25 +248,23 @@ double BotPlacement::rideAt(double time) const
     return t * (2 - t);
 }
 
-bool BotPlacement::isShown() const
+bool BotPlacement::isLit() const
 {
-    return !m_isConcealed && IslandGeometry::mascotPlace(m_state).opacity > 0;
+    return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading;
 }
 
-bool BotPlacement::glows() const
+/// How much of the glow is there, from 0 to 1.
+double BotPlacement::lightAt(double time) const
 {
-    return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading
-        && isShown();
+    return share(m_light, time) * share(m_opacity, time);
 }
 
-/// The glow's room around where the canvas is now.
-QRect BotPlacement::glowRect() const
+/// The glow's room at that time.
+QRect BotPlacement::glowRect(double time) const
 {
-    const double diameter = m_canvas->width() / canvasPerDiameter;
-    const int reach = int(std::ceil(BotGlow::reach(diameter))) + 1;
-    const QPoint centre(m_canvas->geometry().center().x(),
-                        m_canvas->geometry().bottom() - m_canvas->width() / 2);
-    return {centre - QPoint(reach, reach), QSize(2 * reach, 2 * reach)};
+    const double reach = BotGlow::reach(m_side.valueAt(time) / canvasPerDiameter) + 1;
+    const QPointF centre(m_x.valueAt(time), m_y.valueAt(time));
+    return QRectF(centre - QPointF(reach, reach), QSizeF(2 * reach, 2 * reach)).toAlignedRect();
 }
 
 } // namespace tirlo

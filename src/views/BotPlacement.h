@@ -24,8 +24,8 @@ class BotPlacement final : public QWidget
 public:
     explicit BotPlacement(const ViewContext &context, QWidget *parent = nullptr);
 
-    /// Leaves the stage to a film that has a mascot of its own.
-    void conceal();
+    /// Fades, to leave the stage to a film that has a mascot of its own.
+    void conceal(const Animation &fade);
 
     /// Comes back where the film's mascot stands and goes from there to its own place.
     void takeOver(const MascotPlace &from, const Animation &appearance);
@@ -49,9 +49,9 @@ private:
     [[nodiscard]] bool rides() const;
     [[nodiscard]] bool isUnderWay(double time) const;
     [[nodiscard]] double rideAt(double time) const;
-    [[nodiscard]] bool isShown() const;
-    [[nodiscard]] bool glows() const;
-    [[nodiscard]] QRect glowRect() const;
+    [[nodiscard]] bool isLit() const;
+    [[nodiscard]] double lightAt(double time) const;
+    [[nodiscard]] QRect glowRect(double time) const;
 
     AppState &m_state;
     FrameClock &m_clock;
@@ -61,9 +61,13 @@ private:
     Animated<double> m_x;
     Animated<double> m_y;
     Animated<double> m_side;
+    /// Opacity of the whole layer, and within it of the mascot in its place and of its glow.
     Animated<double> m_opacity{1};
+    Animated<double> m_presence;
+    Animated<double> m_light;
     Animated<double> m_scale{1};
     /// What was placed last: where, whether along with a file on its way, and in which mood.
+    IslandMode m_mode;
     MascotPlace m_place;
     bool m_rides = false;
     bool m_isDragged = false;
@@ -74,7 +78,6 @@ private:
     QPixmap m_leaving;
     QRectF m_leavingRect;
     Animated<double> m_leavingScale{1};
-    bool m_isConcealed = false;
     bool m_isAppearing = false;
     FrameClock::Subscription m_frames;
     Observers m_observers;

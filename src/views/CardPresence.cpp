@@ -34,6 +34,8 @@ void CardPresence::setSelected(bool isSelected, bool moves, const FrameClock &cl
     m_card.setAttribute(Qt::WA_TransparentForMouseEvents, !isSelected);
     if (isSelected)
         m_card.raise();
+    else if (QWidget *focused = m_card.focusWidget())
+        focused->clearFocus();
     showAt(clock.now());
 }
 

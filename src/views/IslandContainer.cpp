@@ -21,7 +21,7 @@ namespace tirlo {
 
 namespace {
 
-/// The mascot fades in over the film's one.
+/// The mascot fades in over the film's one, which fades out when another card takes its place.
 constexpr double appearSeconds = 0.25;
 /// The film's mascot is wider for its diameter than the one that takes over.
 constexpr double mascotPerFilmDiameter = 20.0 / 17;
@@ -36,10 +36,12 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     , m_contentPresence(new PresenceEffect(m_content))
     , m_greeting(new GreetingCanvasView(context.state, context.notifications, context.sounds,
                                         context.queue, context.frames, this))
+    , m_greetingPresence(new PresenceEffect(m_greeting))
     , m_mascot(new BotPlacement(context, this))
     , m_countdown(new CountdownBar(context.state, context.queue, this))
     , m_minis(new CompactMiniGrid(context, this))
     , m_mode(context.state.mode)
+    , m_chatCount(context.state.chatHistory.value().size())
 {
     m_greeting->hide();
     m_content->hide();
@@ -50,7 +52,7 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     showLayer(Animation::none());
     m_observers.follow(m_state.mode, [this] { followMode(); });
     m_observers.follow(m_state.view, [this] { followView(); });
-    m_observers.follow(m_state.chatHistory, [this] { followSize(); });
+    m_observers.follow(m_state.chatHistory, [this] { followChat(); });
 }
 
 void IslandContainer::paintEvent(QPaintEvent *)
@@ -76,6 +78,14 @@ void IslandContainer::followView()
 {
     m_content->showCard(m_state.view, m_contentOpacity.valueAt(m_clock.now()) > 0);
     followSize();
+}
+
+/// The prompt grows with the chat.
+void IslandContainer::followChat()
+{
+    const qsizetype count = m_state.chatHistory.value().size();
+    if (count != std::exchange(m_chatCount, count) && m_state.view == IslandView::prompt)
+        followSize();
 }
 
 void IslandContainer::followSize()
@@ -110,9 +120,10 @@ void IslandContainer::frame(double time)
           .cornerRadius = m_cornerRadius.valueAt(time),
           .topRadius = m_topRadius.valueAt(time)});
     showContentAt(time);
+    m_greetingPresence->setPresence(m_greetingOpacity.valueAt(time), 1);
     const bool isAtRest = m_width.isAtRest(time) && m_height.isAtRest(time)
         && m_cornerRadius.isAtRest(time) && m_topRadius.isAtRest(time)
-        && m_contentOpacity.isAtRest(time);
+        && m_contentOpacity.isAtRest(time) && m_greetingOpacity.isAtRest(time);
     if (!isAtRest)
         return;
     m_frames.reset();
@@ -203,32 +214,35 @@ void IslandContainer::placeGreeting()
 
 void IslandContainer::showGreeting()
 {
-    // A film that has folded starts anew.
-    if (m_greeting->isFolding())
+    // A film that has folded, or faded, starts anew.
+    if (m_greeting->isFolding() || m_greetingOpacity.target() == 0)
         m_greeting->hide();
     const QSizeF resting = IslandGeometry::islandSize(IslandMode::compact, m_state.view,
                                                       m_state.notchWidth, m_state.notchHeight, 0);
     m_greeting->setResting({.width = resting.width(),
                             .height = resting.height(),
                             .cornerRadius = IslandConst::closedCornerRadius});
-    m_mascot->conceal();
+    m_mascot->conceal(TimingCurve::easeInOut(appearSeconds));
+    m_greetingOpacity.jumpTo(1);
+    m_greetingPresence->setPresence(1, 1);
     m_greeting->show();
 }
 
-/// Ends the film at once, unless it is folding into the compact island.
+/// Ends the film, unless it is folding into the compact island: it fades over what took its place.
 void IslandContainer::dropGreeting()
 {
     const bool folds = m_mode == IslandMode::compact && m_greeting->isFolding();
-    if (folds || m_greeting->isHidden())
+    if (folds || m_greeting->isHidden() || m_greetingOpacity.target() == 0)
         return;
-    m_mascot->takeOver(greetingMascot(), Animation::none());
-    m_greeting->hide();
+    const Animation fade = TimingCurve::easeInOut(appearSeconds);
+    m_greetingOpacity.animateTo(0, m_clock.permitted(fade), m_clock.now());
+    m_mascot->takeOver(greetingMascot(), fade);
 }
 
 /// Lets the mascot appear over the film's last picture, which then goes.
 void IslandContainer::followFold()
 {
-    if (m_mode == IslandMode::expanded)
+    if (m_mode == IslandMode::expanded || m_greetingOpacity.target() == 0)
         return;
     if (!m_greeting->isFolding())
         return dropGreeting();

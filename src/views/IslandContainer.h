@@ -43,6 +43,7 @@ protected:
 private:
     void followMode();
     void followView();
+    void followChat();
     void followSize();
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);
@@ -64,16 +65,19 @@ private:
     IslandContentView *m_content;
     PresenceEffect *m_contentPresence;
     GreetingCanvasView *m_greeting;
+    PresenceEffect *m_greetingPresence;
     BotPlacement *m_mascot;
     CountdownBar *m_countdown;
     CompactMiniGrid *m_minis;
 
     IslandMode m_mode;
+    qsizetype m_chatCount;
     Animated<double> m_width;
     Animated<double> m_height;
     Animated<double> m_cornerRadius;
     Animated<double> m_topRadius;
     Animated<double> m_contentOpacity{0};
+    Animated<double> m_greetingOpacity{1};
     IslandShape m_shape{.width = 0, .height = 0};
     FrameClock::Subscription m_frames;
     Observers m_observers;

@@ -24,8 +24,10 @@ bool activate(Applications &applications)
     for (const QLatin1String terminal : terminals) {
         const auto found
             = std::ranges::find(running, terminal, &RunningApplication::bundleIdentifier);
-        if (found != running.end())
-            return applications.activate(*found);
+        if (found == running.end())
+            continue;
+        applications.activate(*found);
+        return true;
     }
     return false;
 }

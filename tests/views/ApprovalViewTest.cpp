@@ -35,6 +35,7 @@ TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
         SCOPED_TRACE(pillId);
         setTasks(tasks);
         setApproval("npm test", pillId);
+        queue.advance(0.5);
         EXPECT_EQ(visibleTexts(), texts);
         EXPECT_EQ(visibleButtons(), buttons);
         decisions.clear();
@@ -42,6 +43,15 @@ TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
             click(name);
         EXPECT_EQ(decisions.join(u' '), buttons.join(u' ').toLower());
     }
+
+    // What takes another's place can't be answered by a click that was meant for that.
+    setApproval("rm -rf /", "agent_shop");
+    decisions.clear();
+    click("Allow");
+    EXPECT_TRUE(decisions.isEmpty());
+    queue.advance(0.5);
+    click("Allow");
+    EXPECT_EQ(decisions.size(), 1);
 
     auto *code = root->findChild<CodeBlock *>();
     state.pendingApproval = std::nullopt;

@@ -85,6 +85,20 @@ TEST_F(OverviewViewTest, FourOthersHaveAPillAndTheFifthWaits)
     EXPECT_EQ(visibleButtons(), QStringList{"Open terminal"});
 }
 
+TEST_F(OverviewViewTest, EveryPointOfACapsuleIsItsOwn)
+{
+    setTaskCount(5);
+    for (const char *name : {"t1", "t2", "t3", "t4"}) {
+        const QRect capsule = placeOf(pill(name)).adjusted(2, 6, -6, -6);
+        for (const QPoint &corner : {QPoint(capsule.left() + 3, capsule.center().y()),
+                                     QPoint(capsule.right() - 3, capsule.center().y()),
+                                     QPoint(capsule.center().x(), capsule.top() + 1),
+                                     QPoint(capsule.center().x(), capsule.bottom() - 1)})
+            EXPECT_EQ(island().childAt(island().mapFrom(root.get(), corner)), pill(name))
+                << name;
+    }
+}
+
 TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecondAndClearsTheBadge)
 {
     setTasks({task("t0"), task("t1"), task("integration_claude", "shop")});
@@ -129,7 +143,7 @@ TEST_F(OverviewViewTest, PillsComeAndGoInMotionUnlessItIsToBeReduced)
 TEST_F(OverviewViewTest, APillUnderThePointerGrowsAndLightsUp)
 {
     setTaskCount(2);
-    const QPoint middle = placeOf(pill("t1")).center();
+    const QPoint middle = placeOf(pill("t1")).center() - QPoint(2, 0);
     const QPoint fill = middle + QPoint(30, 8);
     // Just right of it, where only one that has grown reaches.
     const QPoint edge = middle + QPoint(44, 0);
@@ -148,6 +162,22 @@ TEST_F(OverviewViewTest, APillUnderThePointerGrowsAndLightsUp)
     QCoreApplication::processEvents();
     queue.advance(1);
     EXPECT_EQ(picture().pixelColor(fill), before.pixelColor(fill));
+}
+
+TEST_F(OverviewViewTest, StepsRebuildNoWidget)
+{
+    setTaskCount(5);
+    const auto widgets = root->findChildren<QWidget *>();
+    for (int i = 0; i < 30; ++i) {
+        state.editTask(QString("t%1").arg(i % 5), [&](AgentTask &edited) {
+            edited.steps.append(QString("step %1").arg(i));
+            edited.stepIndex = int(edited.steps.size()) - 1;
+            edited.state = i % 2 ? BotState::working : BotState::finished;
+        });
+        queue.advance(0.1);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(root->findChildren<QWidget *>(), widgets);
 }
 
 } // namespace

@@ -204,6 +204,32 @@ SceneGroup foreigners()
     return group;
 }
 
+/// Every card with something to read on it, in every wash.
+SceneGroup washes()
+{
+    using enum CardBackground::Wash;
+    SceneGroup group{QStringLiteral("washes"), {}};
+    for (const IslandView view :
+         {IslandView::overview, IslandView::empty, IslandView::approval, IslandView::question,
+          IslandView::error, IslandView::finished, IslandView::confused, IslandView::note}) {
+        const std::pair<const char *, CardBackground::Wash> tints[]{
+            {"red", red},   {"green", green},   {"pink", pink}, {"amber", amber},
+            {"cyan", cyan}, {"indigo", indigo}, {"soft", soft}};
+        for (const auto &[name, wash] : tints)
+            group.scenes.push_back(
+                {QStringLiteral("%1, %2").arg(rawText(view), QString::fromLatin1(name)),
+                 [view](AppState &state) {
+                     ApprovalInfo request;
+                     request.command = QStringLiteral("npm run build -- --mode production");
+                     state.pendingApproval = request;
+                     state.noteMessage = QStringLiteral("Handled in VS Code.");
+                     open(state, view, crowd());
+                 },
+                 wash});
+    }
+    return group;
+}
+
 /// Every card's frame at its own height, whatever it holds.
 SceneGroup frames()
 {
@@ -263,7 +289,7 @@ SceneGroup outlines()
 
 std::vector<SceneGroup> allScenes()
 {
-    return {overviews(), approvals(), others(), foreigners(), frames(), outlines()};
+    return {overviews(), approvals(), others(), foreigners(), washes(), frames(), outlines()};
 }
 
 } // namespace tirlo

@@ -2,9 +2,12 @@
 
 #include "Sheet.h"
 
+#include "ui/CardBackground.h"
+
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace tirlo {
@@ -16,6 +19,8 @@ struct Scene
 {
     QString caption;
     std::function<void(AppState &)> arrange;
+    /// The wash that all cards take; their own ones when absent.
+    std::optional<CardBackground::Wash> wash = {};
 };
 
 /// Scenes that share a file.

@@ -38,6 +38,9 @@ public:
             ViewContext{state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
                         m_applications, m_keychain, m_actions});
         m_root->setAttribute(Qt::WA_TranslucentBackground);
+        if (scene.wash)
+            for (auto *card : m_root->findChildren<CardBackground *>())
+                card->setWash(scene.wash);
         m_root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
         m_root->show();
     }
@@ -104,6 +107,7 @@ std::vector<Tile> swapTiles(double devicePixelRatio)
 {
     constexpr double step = 0.05;
     constexpr int picturesEach = 8;
+    constexpr QSize higherTile{720, 300};
     Stage stage({{}, [](AppState &state) {
                      state.mousePosition = {700, 120};
                      state.view = IslandView::question;
@@ -116,10 +120,43 @@ std::vector<Tile> swapTiles(double devicePixelRatio)
         stage.state.view = view;
         for (int i = 0; i < picturesEach; ++i) {
             const QString caption = QStringLiteral("to %1, %2 s").arg(rawText(view)).arg(i * step);
-            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
+            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio, higherTile)});
         }
         stage.photographAfter(2, devicePixelRatio);
     }
+    return tiles;
+}
+
+/// A film strip of the mascot that comes and goes: over the greeting's when a request cuts that
+/// short, and with the island of a screen whose notch hides it.
+std::vector<Tile> mascotTiles(double devicePixelRatio)
+{
+    constexpr double step = 0.06;
+    Stage stage({{}, [](AppState &state) {
+                     state.mousePosition = {700, 120};
+                     state.notchWidth = 184;
+                     state.notchHeight = 32;
+                     state.hasNotch = true;
+                     state.mode = IslandMode::hidden;
+                 }});
+    stage.photographAfter(1, devicePixelRatio);
+    stage.state.view = IslandView::greeting;
+    stage.state.mode = IslandMode::expanded;
+    stage.photographAfter(1.8, devicePixelRatio);
+
+    std::vector<Tile> tiles;
+    const auto film = [&](const char *caption, int pictures) {
+        for (int i = 0; i < pictures; ++i)
+            tiles.push_back({QStringLiteral("%1, %2 s").arg(QLatin1String(caption)).arg(i * step),
+                             stage.photographAfter(i ? step : 0, devicePixelRatio)});
+        stage.photographAfter(2, devicePixelRatio);
+    };
+    stage.state.view = IslandView::question;
+    film("greeting to question", 8);
+    stage.state.mode = IslandMode::hidden;
+    film("to hidden", 6);
+    stage.state.mode = IslandMode::compact;
+    film("to compact", 6);
     return tiles;
 }
 
@@ -186,6 +223,7 @@ int main(int argc, char *argv[])
         for (const SceneGroup &group : allScenes())
             isComplete &= writeSheet(group.name, tilesOf(group, ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("motion"), motionTiles(ratio), ratio, folder);
+        isComplete &= writeSheet(QStringLiteral("mascot"), mascotTiles(ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("swap"), swapTiles(ratio), ratio, folder);
         isComplete &= writeSheet(QStringLiteral("controls"), controlTiles(ratio), ratio, folder);
     }
