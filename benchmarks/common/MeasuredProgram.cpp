@@ -1,5 +1,7 @@
 #include "MeasuredProgram.h"
 
+#include "hooks/Peer.h"
+
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
@@ -8,30 +10,10 @@
 #include <QScreen>
 #include <QThread>
 
-#include <cstring>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 namespace {
 
 constexpr auto supportFolder = "/Library/Application Support/Skerry/";
 constexpr qint64 patience = 10000;
-
-bool accepts(const QByteArray &path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= qsizetype(sizeof address.sun_path))
-        return false;
-    std::memcpy(address.sun_path, path.constData(), std::size_t(path.size()));
-    const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool connected
-        = connect(fd, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
-    close(fd);
-    return connected;
-}
 
 } // namespace
 
@@ -70,8 +52,8 @@ void MeasuredProgram::start(const QString &program, const QStringList &arguments
 
 double MeasuredProgram::waitForSocket() const
 {
-    const QByteArray path = (m_home.path() + supportFolder + "qv.sock").toUtf8();
-    while (!accepts(path) && m_clock.elapsed() < patience)
+    const QString path = m_home.path() + supportFolder + "qv.sock";
+    while (!tirlo::Peer::connectedTo(path).isConnected() && m_clock.elapsed() < patience)
         QThread::msleep(1);
     return double(m_clock.nsecsElapsed()) * 1e-6;
 }
