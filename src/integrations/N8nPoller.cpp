@@ -45,6 +45,8 @@ std::optional<HttpRequest> request(const QString &address, const QString &apiKey
 /// The address as it may be logged: without a name and a password in it.
 QString logged(const QString &address, const QUrl &url)
 {
+    if (url.host().isEmpty())
+        return QStringLiteral("an address without a host");
     return url.userInfo().isEmpty() ? address : url.toString(QUrl::RemoveUserInfo);
 }
 

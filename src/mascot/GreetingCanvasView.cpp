@@ -46,9 +46,16 @@ GreetingCanvasView::GreetingCanvasView(AppState &state, Notifications &notificat
     connect(&notifications, &Notifications::greetingHover, this, &GreetingCanvasView::hover);
 }
 
+void GreetingCanvasView::giveWay()
+{
+    m_givesWay = true;
+    m_soundWork1.cancel();
+    m_soundWork2.cancel();
+}
+
 bool GreetingCanvasView::isFolding() const
 {
-    return isVisible() && std::isfinite(m_tc);
+    return isVisible() && !m_givesWay && std::isfinite(m_tc);
 }
 
 GreetPose GreetingCanvasView::presentPose() const
@@ -64,6 +71,7 @@ void GreetingCanvasView::showEvent(QShowEvent *event)
     m_startDate = m_queue.mediaTime();
     m_tc = never;
     m_greetFired = false;
+    m_givesWay = false;
     cancelWorks();
     scheduleWorks();
     run();
@@ -114,7 +122,7 @@ void GreetingCanvasView::complete()
 
 void GreetingCanvasView::interrupt()
 {
-    if (!isVisible())
+    if (!isVisible() || m_givesWay)
         return;
     cancelWorks();
     const double t = filmTime();

@@ -37,7 +37,10 @@ public:
     /// The film time at which it was told to fold; infinite while it runs freely.
     [[nodiscard]] double tc() const { return m_tc; }
 
-    /// True from the call to fold until the view is hidden.
+    /// Lets the film fade: it goes on in silence until it is hidden, and no longer folds.
+    void giveWay();
+
+    /// True from the call to fold until the view is hidden or gives way.
     [[nodiscard]] bool isFolding() const;
 
     /// What the view shows now, in its own coordinates.
@@ -75,6 +78,7 @@ private:
     double m_startDate = 0;
     double m_tc = std::numeric_limits<double>::infinity();
     bool m_greetFired = false;
+    bool m_givesWay = false;
     WorkItem m_soundWork1;
     WorkItem m_soundWork2;
     WorkItem m_doneWork;

@@ -9,12 +9,14 @@ BackgroundWorker::BackgroundWorker(AtEnd atEnd)
 
 BackgroundWorker::~BackgroundWorker()
 {
-    m_end.request_stop();
     std::deque<std::function<void()>> dropped;
     if (m_atEnd == AtEnd::drop) {
+        // Before the work under way is told, or it might end and the next begin.
         const std::lock_guard guard(m_lock);
+        m_takesWork = false;
         dropped.swap(m_work);
     }
+    m_end.request_stop();
     if (m_thread.joinable())
         m_thread.join();
 }
@@ -22,7 +24,7 @@ BackgroundWorker::~BackgroundWorker()
 void BackgroundWorker::post(std::function<void()> work)
 {
     const std::lock_guard guard(m_lock);
-    if (m_atEnd == AtEnd::drop && m_end.stop_requested())
+    if (!m_takesWork)
         return;
     m_work.push_back(std::move(work));
     if (std::exchange(m_runs, true))

@@ -52,6 +52,7 @@ private:
     std::stop_source m_end;
     std::mutex m_lock;
     std::deque<std::function<void()>> m_work;
+    bool m_takesWork = true;
     /// True while the thread still looks for work.
     bool m_runs = false;
     std::thread m_thread;

@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstring>
 
 namespace tirlo {
 
@@ -23,7 +22,7 @@ QString makeMissingFolders(const QString &path)
     }
     if (error == EEXIST)
         error = QFileInfo(path).isDir() ? 0 : ENOTDIR;
-    return error == 0 ? QString() : QString::fromLocal8Bit(std::strerror(error));
+    return error == 0 ? QString() : qt_error_string(error);
 }
 
 void makePrivateFolder(const QString &path)

@@ -20,12 +20,14 @@ constexpr qsizetype longestEnd = 400;
 constexpr qsizetype longestToolTipEnd = 1000;
 constexpr qsizetype longestUnwrapped = 80;
 
-/// Marks that change the order of what stands around them without being seen.
-bool reordersText(QChar c)
+/// Marks that are not seen: those that change the order of what stands around them, and those that
+/// part or join words in silence.
+bool isHiddenMark(QChar c)
 {
     const char16_t code = c.unicode();
     return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069)
-        || code == 0x200E || code == 0x200F || code == 0x061C;
+        || code == 0x200B || code == 0x200E || code == 0x200F || code == 0x061C || code == 0x2060
+        || code == 0xFEFF;
 }
 
 /// Lines on the island that are drawn again and again, and as many that come and go.
@@ -104,9 +106,11 @@ QString displayable(const QString &text)
 QString withoutHiddenMarks(const QString &text)
 {
     QString shown = text;
+    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     for (QChar &c : shown) {
-        const bool isHidden = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
-        if (isHidden || reordersText(c))
+        if (c == u'\n' || c == u'\t')
+            continue;
+        if (breaksLine(c) || c.category() == QChar::Other_Control || isHiddenMark(c))
             c = QChar::ReplacementCharacter;
     }
     return shown;

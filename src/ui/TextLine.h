@@ -17,12 +17,12 @@ namespace tirlo::TextLine {
 
 /// The text fit for one line, and short enough to be laid out in no time.
 ///
-/// Line breaks show as "⏎", other control characters and the marks that reorder text invisibly as
-/// "�", so that what is read is what is there. Of a very long text only both ends remain.
+/// Line breaks show as "⏎", other control characters and hidden marks as "�", so that what is read
+/// is what is there. Of a very long text only both ends remain.
 [[nodiscard]] QString displayable(const QString &text);
 
-/// The text with its line breaks and tabs, but "�" for all other control characters and for the
-/// marks that reorder text invisibly.
+/// The text with its "\n", to which "\r\n" turns, and its tabs, but "�" for all other control
+/// characters and for marks that break lines, reorder text or part words unseen.
 [[nodiscard]] QString withoutHiddenMarks(const QString &text);
 
 /// What of the line fits the width, with "…" in place of the rest; its direction is the text's own.

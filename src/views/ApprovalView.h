@@ -1,11 +1,8 @@
 #pragma once
 
 #include "ViewContext.h"
-#include "platform/MainQueue.h"
 #include "ui/CardBackground.h"
 #include "ui/Observers.h"
-
-#include <array>
 
 class QPushButton;
 
@@ -23,14 +20,14 @@ public:
 
 private:
     void updateRequest();
-    void enableButtons(bool areEnabled);
 
     AppState &m_state;
+    const MainQueue &m_queue;
     CodeBlock *m_command;
     QPushButton *m_always;
-    std::array<QPushButton *, 3> m_buttons{};
-    bool m_hasRequest = false;
-    WorkItem m_settling;
+    bool m_hasRequest;
+    /// Media time from which a click means the request on show.
+    double m_settledAt = 0;
     Observers m_observers;
 };
 

@@ -69,9 +69,14 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
 
 void BotPlacement::conceal(const Animation &fade)
 {
+    const double now = m_clock.now();
     m_isAppearing = false;
-    m_opacity.animateTo(0, m_clock.permitted(fade), m_clock.now());
-    placeCanvas(m_clock.now());
+    // What is not there must not come while it goes.
+    if (share(m_presence, now) > 0)
+        m_opacity.animateTo(0, m_clock.permitted(fade), now);
+    else
+        m_opacity.jumpTo(0);
+    placeCanvas(now);
     run();
 }
 
@@ -80,7 +85,6 @@ void BotPlacement::takeOver(const MascotPlace &from, const Animation &appearance
     const double now = m_clock.now();
     m_isAppearing = true;
     jumpTo(from);
-    m_opacity.jumpTo(0);
     m_opacity.animateTo(1, m_clock.permitted(appearance), now);
     followPlace();
     flyTo(m_place);
@@ -177,6 +181,7 @@ void BotPlacement::changeForm()
         m_leavingScale.jumpTo(1);
         m_leavingScale.animateTo(leastScale, spring, now);
     }
+    m_light.jumpTo(isLit());
     m_scale.jumpTo(leastScale);
     m_scale.animateTo(1, spring, now);
     jumpTo(m_place);
@@ -197,7 +202,8 @@ void BotPlacement::frame(double time)
         if (m_leavingScale.valueAt(time) <= leastScale)
             m_leaving = {};
     }
-    const QRect glow = lightAt(time) > 0 || m_light.target() > 0 ? glowRect(time) : QRect();
+    const bool isLightSeen = lightAt(time) > 0 || (m_light.target() > 0 && m_opacity.target() > 0);
+    const QRect glow = isLightSeen ? glowRect(time) : QRect();
     update(glow | std::exchange(m_glowRect, glow));
     if (!isUnderWay(time))
         m_frames.reset();
@@ -250,7 +256,8 @@ double BotPlacement::rideAt(double time) const
 
 bool BotPlacement::isLit() const
 {
-    return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading;
+    return m_state.mode == IslandMode::expanded && m_state.view != IslandView::uploading
+        && m_state.view != IslandView::greeting;
 }
 
 /// How much of the glow is there, from 0 to 1.

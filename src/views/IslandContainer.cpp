@@ -235,8 +235,10 @@ void IslandContainer::dropGreeting()
     if (folds || m_greeting->isHidden() || m_greetingOpacity.target() == 0)
         return;
     const Animation fade = TimingCurve::easeInOut(appearSeconds);
+    m_greeting->giveWay();
     m_greetingOpacity.animateTo(0, m_clock.permitted(fade), m_clock.now());
     m_mascot->takeOver(greetingMascot(), fade);
+    run();
 }
 
 /// Lets the mascot appear over the film's last picture, which then goes.

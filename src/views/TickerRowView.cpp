@@ -63,7 +63,8 @@ void draw(QPainter &painter, const QRectF &row, const Texts &texts, double phase
             if (shimmerTime && isStep(texts.live))
                 TickerShimmerText::draw(painter, textRect, texts.live, *shimmerTime);
             else
-                drawPlain(painter, textRect, texts.live, Style::liveText);
+                drawPlain(painter, textRect, texts.live,
+                          isStep(texts.live) ? Style::liveText : Style::shimmerText);
         }
     }
     if (isStep(texts.spent) && setShare(unit(2 * phase - 1)))

@@ -83,7 +83,7 @@ TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile
                 ASSERT_EQ(link(name, QFile::encodeName(path)), 0);
             }
             makeServer();
-            log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy"_s);
+            log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
             ASSERT_TRUE(eventually([this] { return modeOf(paths.socketPath()) == 0600; }));
             umask(usual);
 
@@ -109,7 +109,7 @@ TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile
         ASSERT_EQ(::symlink(name, QFile::encodeName(path)), 0);
     }
     makeServer();
-    log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy"_s);
+    log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
     EXPECT_FALSE(victim.exists()) << "nor does a dangling link make one";
 }
 

@@ -65,11 +65,15 @@ public:
     /// How many unlocked items stand under the account.
     [[nodiscard]] int count(const char *account) const
     {
-        GList *items = secret_password_search_sync(schema, SECRET_SEARCH_ALL, nullptr, nullptr,
-                                                   "service", service, "account", account, nullptr);
+        GAsyncResult *result = nullptr;
+        secret_password_search(schema, SECRET_SEARCH_ALL, nullptr, keep, &result, "service", service,
+                               "account", account, nullptr);
+        waitFor(result);
+        GList *items = secret_password_search_finish(result, nullptr);
         const int count = int(g_list_length(items));
         g_list_free_full(items, g_object_unref);
-        secret_service_disconnect();
+        g_object_unref(result);
+        disconnect();
         return count;
     }
 
@@ -77,15 +81,38 @@ public:
     void putBytes(const char *account, const QByteArray &bytes) const
     {
         SecretValue *value = secret_value_new(bytes.constData(), bytes.size(), "text/plain");
-        secret_password_store_binary_sync(schema, SECRET_COLLECTION_DEFAULT, "Put by a test", value,
-                                          nullptr, nullptr, "service", service, "account", account,
-                                          nullptr);
+        GAsyncResult *result = nullptr;
+        secret_password_store_binary(schema, SECRET_COLLECTION_DEFAULT, "Put by a test", value,
+                                     nullptr, keep, &result, "service", service, "account", account,
+                                     nullptr);
+        waitFor(result);
+        secret_password_store_finish(result, nullptr);
+        g_object_unref(result);
         secret_value_unref(value);
-        secret_service_disconnect();
+        disconnect();
     }
 
 private:
     static constexpr char service[] = "org.skerryapp.Skerry";
+
+    static void keep(GObject *, GAsyncResult *outcome, void *place)
+    {
+        *static_cast<GAsyncResult **>(place) = G_ASYNC_RESULT(g_object_ref(outcome));
+    }
+
+    static void waitFor(GAsyncResult *&result)
+    {
+        while (!result)
+            g_main_context_iteration(nullptr, TRUE);
+    }
+
+    /// What listened on the bus is given back from the context, which calls that wait by themselves
+    /// do not let run.
+    static void disconnect()
+    {
+        secret_service_disconnect();
+        while (g_main_context_iteration(nullptr, FALSE)) { }
+    }
 
     static bool isThere()
     {

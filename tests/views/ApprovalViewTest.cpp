@@ -45,13 +45,17 @@ TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
     }
 
     // What takes another's place can't be answered by a click that was meant for that.
-    setApproval("rm -rf /", "agent_shop");
-    decisions.clear();
-    click("Allow");
-    EXPECT_TRUE(decisions.isEmpty());
-    queue.advance(0.5);
-    click("Allow");
-    EXPECT_EQ(decisions.size(), 1);
+    for (const bool hasGap : {false, true}) {
+        if (hasGap)
+            state.pendingApproval = std::nullopt;
+        setApproval(hasGap ? "reboot" : "rm -rf /", "agent_shop");
+        decisions.clear();
+        click("Allow");
+        EXPECT_TRUE(decisions.isEmpty());
+        queue.advance(0.5);
+        click("Allow");
+        EXPECT_EQ(decisions.size(), 1);
+    }
 
     auto *code = root->findChild<CodeBlock *>();
     state.pendingApproval = std::nullopt;

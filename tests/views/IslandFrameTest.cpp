@@ -126,6 +126,8 @@ TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
     queue.advance(2);
     state.view = IslandView::greeting;
     state.mode = IslandMode::expanded;
+    const auto *canvas = root->findChild<BotPlacement *>()->findChild<QWidget *>();
+    EXPECT_FALSE(canvas->isVisible()) << "what the notch hid doesn't come for the film";
     queue.advance(3.4);
     QRect before = brightPart(picture());
     EXPECT_NEAR(before.center().x(), 360, 2);

@@ -88,6 +88,14 @@ Keyring::Keyring(double answerLimit)
     m_service.reset(secret_service_open_finish(service.get(), nullptr));
 }
 
+Keyring::~Keyring()
+{
+    m_service.reset();
+    m_bus.reset();
+    // What listened on the bus is only given back from the context.
+    while (g_main_context_iteration(m_context.get(), FALSE)) { }
+}
+
 std::optional<QHash<QString, QString>> Keyring::items(GCancellable *asking)
 {
     auto found = search();

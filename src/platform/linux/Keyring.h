@@ -22,6 +22,9 @@ public:
     /// Connects to the service; see isOpen(). All answers may take `answerLimit` seconds, which
     /// begin anew when the user has been asked.
     explicit Keyring(double answerLimit);
+    ~Keyring();
+    Keyring(const Keyring &) = delete;
+    Keyring &operator=(const Keyring &) = delete;
 
     [[nodiscard]] bool isOpen() const { return m_service != nullptr; }
 

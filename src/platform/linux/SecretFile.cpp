@@ -54,8 +54,11 @@ void SecretFile::load()
     m_mayWrite = file.error() == QFileDevice::NoError;
     if (!m_mayWrite)
         return;
-    const QJsonDocument document
-        = bytes.size() > longestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
+    // Nor is one of this size ours to throw away.
+    m_mayWrite = bytes.size() <= longestFile;
+    if (!m_mayWrite)
+        return;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
         file.close();
         const QString aside = m_path + QStringLiteral(".corrupt");
