@@ -28,8 +28,8 @@ QString makeMissingFolders(const QString &path)
 void makePrivateFolder(const QString &path)
 {
     if (makeMissingFolders(path).isEmpty())
-        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner
-                                  | QFileDevice::ExeOwner);
+        QFile::setPermissions(
+            path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 } // namespace tirlo

@@ -46,7 +46,8 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
         this, CardMetrics::contentLeft,
         {{0, new AgentWho(m_state, QStringLiteral("needs permission"))},
          {headSpacing, m_command},
-         {buttonSpacing, CardColumn::controls({new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")),
+         {buttonSpacing,
+          CardColumn::controls({new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")),
                                 m_always,
                                 new PrimaryButton(QStringLiteral("Allow"), {}, decide("allow"))})}},
         opticalLift);

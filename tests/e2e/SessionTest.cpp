@@ -143,8 +143,7 @@ TEST_F(SessionTest, FiveOthersHaveFourSmallMascots)
     const auto isColoured = [](const QColor &c) { return c.saturation() > 90 && c.value() > 90; };
     for (const QRect &cell : {QRect(386, 0, 14, 12), QRect(400, 0, 14, 12), QRect(386, 12, 14, 12),
                               QRect(400, 12, 14, 12)})
-        EXPECT_TRUE(
-            waitUntil([&] { return countPixels(cell, isColoured) > 10; }, patience))
+        EXPECT_TRUE(waitUntil([&] { return countPixels(cell, isColoured) > 10; }, patience))
             << cell.x() << "," << cell.y();
     keepPicture("five-others");
 }

@@ -66,8 +66,8 @@ public:
     [[nodiscard]] int count(const char *account) const
     {
         GAsyncResult *result = nullptr;
-        secret_password_search(schema, SECRET_SEARCH_ALL, nullptr, keep, &result, "service", service,
-                               "account", account, nullptr);
+        secret_password_search(schema, SECRET_SEARCH_ALL, nullptr, keep, &result, "service",
+                               service, "account", account, nullptr);
         waitFor(result);
         GList *items = secret_password_search_finish(result, nullptr);
         const int count = int(g_list_length(items));

@@ -120,7 +120,8 @@ std::vector<Tile> swapTiles(double devicePixelRatio)
         stage.state.view = view;
         for (int i = 0; i < picturesEach; ++i) {
             const QString caption = QStringLiteral("to %1, %2 s").arg(rawText(view)).arg(i * step);
-            tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio, higherTile)});
+            tiles.push_back(
+                {caption, stage.photographAfter(i ? step : 0, devicePixelRatio, higherTile)});
         }
         stage.photographAfter(2, devicePixelRatio);
     }
