@@ -8,8 +8,8 @@
 #include "common/Row.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
+#include "core/SoundEngine.h"
 #include "hooks/HookServer.h"
-#include "mascot/SoundEngine.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/QtMainQueue.h"
 

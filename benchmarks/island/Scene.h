@@ -3,13 +3,13 @@
 #include "core/AppState.h"
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
 #include "ui/motion/FrameClock.h"
-#include "views/IslandRootView.h"
+#include "views/frame/IslandRootView.h"
 
 #include <memory>
 

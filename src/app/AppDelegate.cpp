@@ -3,7 +3,7 @@
 #include "chat/ProviderSwitch.h"
 #include "ui/Icon.h"
 #include "ui/Style.h"
-#include "views/IslandRootView.h"
+#include "views/frame/IslandRootView.h"
 
 #include <QApplication>
 #include <QDebug>

@@ -2,7 +2,7 @@
 
 #include "ProviderHosts.h"
 #include "core/model/Chat.h"
-#include "core/model/Enumerations.h"
+#include "core/model/ChatProvider.h"
 #include "platform/BackgroundWorker.h"
 #include "platform/HttpClient.h"
 

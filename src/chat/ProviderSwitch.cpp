@@ -2,7 +2,7 @@
 
 #include "core/AppState.h"
 #include "core/Notifications.h"
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 
 namespace tirlo {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/model/Enumerations.h"
+#include "core/model/ChatProvider.h"
 
 namespace tirlo {
 

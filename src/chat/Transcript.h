@@ -1,7 +1,7 @@
 #pragma once
 
 #include "FileBlock.h"
-#include "core/model/Enumerations.h"
+#include "core/model/ChatProvider.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

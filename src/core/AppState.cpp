@@ -1,6 +1,7 @@
 #include "AppState.h"
 
 #include "PillCatalog.h"
+#include "ServiceData.h"
 #include "platform/MainQueue.h"
 
 #include <algorithm>
@@ -37,11 +38,14 @@ std::ptrdiff_t catalogPosition(const QString &id)
 AppState::AppState(KeyValueStore &store, const MainQueue &clock)
     : lastMouseMove(clock.mediaTime())
     , lastActivity(lastMouseMove)
+    , m_services(std::make_unique<ServiceData>())
     , m_settings(store)
 {
     m_settings.apply(*this);
     loadIntegrationTasks();
 }
+
+AppState::~AppState() = default;
 
 std::optional<AgentTask> AppState::focusTask() const
 {

@@ -4,8 +4,8 @@
 #include "model/AgentTask.h"
 #include "model/ApprovalInfo.h"
 #include "model/Chat.h"
+#include "model/IslandView.h"
 #include "model/Results.h"
-#include "model/Services.h"
 #include "platform/Applications.h"
 
 #include <QList>
@@ -14,10 +14,13 @@
 #include <QProperty>
 #include <QSet>
 
+#include <memory>
+
 namespace tirlo {
 
 class KeyValueStore;
 class MainQueue;
+struct ServiceData;
 
 /// The one observable store: every subsystem reads and writes it, on the main thread only.
 ///
@@ -28,6 +31,7 @@ class AppState
 public:
     /// Applies the persisted settings and makes the tasks of the main pill and the active tools.
     AppState(KeyValueStore &store, const MainQueue &clock);
+    ~AppState();
     AppState(const AppState &) = delete;
     AppState &operator=(const AppState &) = delete;
 
@@ -100,24 +104,9 @@ public:
     QProperty<std::optional<QString>> noteMessage;
     QProperty<std::optional<SearchResult>> searchResult;
 
-    // Services.
-    QProperty<QList<VercelDeployment>> vercelDeployments;
-    QProperty<QList<ResendEmail>> resendEmails;
-    QProperty<std::optional<qint64>> resendTotal;
-    QProperty<std::optional<GitHubStats>> githubStats;
-    QProperty<QList<StripePayment>> stripePayments;
-    /// In the currency's smallest unit, as is what the card shows of it.
-    QProperty<qint64> stripeBalance{0};
-    QProperty<qint64> stripeDisplayBalance{0};
-    QProperty<QString> stripeCurrency{QStringLiteral("eur")};
-    QProperty<bool> stripeLoaded{false};
-    QProperty<std::optional<QString>> stripeError;
-    QProperty<QList<CalcomBooking>> calcomBookings;
-    QProperty<bool> calcomLoaded{false};
-    QProperty<std::optional<QString>> calcomError;
-    QProperty<QList<NotionPage>> notionPages;
-    QProperty<bool> notionLoaded{false};
-    QProperty<std::optional<QString>> notionError;
+    /// What the pollers know of the user's web services.
+    [[nodiscard]] ServiceData &services() { return *m_services; }
+    [[nodiscard]] const ServiceData &services() const { return *m_services; }
 
     QProperty<QList<ChatMessage>> chatHistory;
     /// The permission request on show.
@@ -171,6 +160,8 @@ private:
     void dropTasks(const QString &id);
     void sortTasksByCatalog();
 
+    // Behind a pointer, so that a new field of theirs compiles those alone who read it.
+    const std::unique_ptr<ServiceData> m_services;
     Settings m_settings;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "model/Enumerations.h"
+#include "model/BotState.h"
+#include "model/IslandView.h"
 
 #include <QObject>
 

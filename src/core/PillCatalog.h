@@ -1,12 +1,26 @@
 #pragma once
 
-#include "model/Enumerations.h"
+#include "model/AgentTask.h"
 
 #include <QString>
 
 #include <array>
 
 namespace tirlo {
+
+/// The group of a catalogue row in the settings.
+enum class PillCategory { workspace, agent, ai, service };
+
+template<>
+struct RawTexts<PillCategory>
+{
+    static constexpr std::array texts{
+        QLatin1String("workspace"),
+        QLatin1String("agent"),
+        QLatin1String("ai"),
+        QLatin1String("service"),
+    };
+};
 
 /// One tool that the program knows by name.
 struct PillDefinition

@@ -152,9 +152,8 @@ void Settings::writeHotkey(const AppState &state)
 template<typename T, typename Read, typename Encode>
 void Settings::bind(QProperty<T> &property, const QString &key, Read read, Encode encode)
 {
-    const auto write = [this, &property, key, encode] {
-        m_store.setValue(key, encode(property.value()));
-    };
+    const auto write
+        = [this, &property, key, encode] { m_store.setValue(key, encode(property.value())); };
     if (const auto stored = read(m_store, key)) {
         property = *stored;
         // A reading may have brought the value up to date.

@@ -7,7 +7,7 @@
 #include "core/AppState.h"
 #include "core/Json.h"
 #include "core/Notifications.h"
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 #include "platform/MainQueue.h"
 
 #include <QJsonDocument>

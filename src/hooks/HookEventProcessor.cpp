@@ -5,8 +5,8 @@
 #include "StepWording.h"
 #include "core/AppState.h"
 #include "core/Json.h"
+#include "core/SoundEngine.h"
 #include "core/Text.h"
-#include "mascot/SoundEngine.h"
 #include "platform/MainQueue.h"
 
 #include <QHash>

@@ -2,7 +2,8 @@
 
 #include "HookContext.h"
 #include "HookRouting.h"
-#include "core/model/Enumerations.h"
+#include "core/model/AgentTask.h"
+#include "core/model/IslandView.h"
 
 #include <QJsonObject>
 #include <QObject>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/model/AgentTask.h"
+#include "core/model/IslandView.h"
 
 #include <QString>
 

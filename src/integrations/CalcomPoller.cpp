@@ -1,6 +1,7 @@
 #include "CalcomPoller.h"
 
 #include "core/AppState.h"
+#include "core/ServiceData.h"
 
 namespace tirlo {
 
@@ -82,7 +83,8 @@ void CalcomPoller::runCycle()
         = {{"Authorization", "Bearer " + key->toUtf8()}, {"cal-api-version", "2024-08-13"}},
     };
     AppState &state = m_context.state;
-    fetchList(request, parseBookings, state.calcomBookings, state.calcomLoaded, state.calcomError);
+    fetchList(request, parseBookings, state.services().calcomBookings,
+              state.services().calcomLoaded, state.services().calcomError);
 }
 
 } // namespace tirlo

@@ -1,6 +1,7 @@
 #include "GithubPoller.h"
 
 #include "core/AppState.h"
+#include "core/ServiceData.h"
 
 namespace tirlo {
 
@@ -69,7 +70,7 @@ void GithubPoller::fetchStars(const QString &token, qint64 totalRepos)
         = request(QStringLiteral("/user/repos?per_page=100&affiliation=owner&sort=pushed"), token);
     stars.timeout = starsTimeout;
     fetch(stars, parseStars, [this, totalRepos](qint64 totalStars) {
-        m_context.state.githubStats = GitHubStats{totalRepos, totalStars};
+        m_context.state.services().githubStats = GitHubStats{totalRepos, totalStars};
     });
 }
 

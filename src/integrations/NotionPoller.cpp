@@ -1,6 +1,7 @@
 #include "NotionPoller.h"
 
 #include "core/AppState.h"
+#include "core/ServiceData.h"
 
 namespace tirlo {
 
@@ -79,7 +80,8 @@ void NotionPoller::runCycle()
                           [&now](const QJsonObject &object) { return parsePage(object, now); });
     };
     AppState &state = m_context.state;
-    fetchList(request, parse, state.notionPages, state.notionLoaded, state.notionError);
+    fetchList(request, parse, state.services().notionPages, state.services().notionLoaded,
+              state.services().notionError);
 }
 
 } // namespace tirlo

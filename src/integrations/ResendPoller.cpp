@@ -1,6 +1,7 @@
 #include "ResendPoller.h"
 
 #include "core/AppState.h"
+#include "core/ServiceData.h"
 
 namespace tirlo {
 
@@ -82,8 +83,8 @@ void ResendPoller::runCycle()
         return parseEmails(body, now);
     };
     fetch(request, parse, [this](const SentEmails &emails) {
-        m_context.state.resendEmails = emails.latest;
-        m_context.state.resendTotal = emails.total;
+        m_context.state.services().resendEmails = emails.latest;
+        m_context.state.services().resendTotal = emails.total;
     });
 }
 

@@ -2,7 +2,7 @@
 
 #include "PollerContext.h"
 #include "core/AppState.h"
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 #include "platform/MainQueue.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/model/Enumerations.h"
+#include "core/model/BotState.h"
 
 #include <QList>
 #include <QObject>

@@ -1,6 +1,7 @@
 #include "StripePoller.h"
 
 #include "core/AppState.h"
+#include "core/ServiceData.h"
 
 namespace tirlo {
 
@@ -47,7 +48,7 @@ std::optional<QList<StripePayment>> parseCharges(const QByteArray &body)
 StripePoller::StripePoller(const PollerContext &context)
     : Poller(context, {.firstAfterStart = 6, .interval = 30})
     , m_pill(m_context, QStringLiteral("integration_stripe"), {BotState::finished})
-    , m_displayBalance(double(m_context.state.stripeDisplayBalance.value()))
+    , m_displayBalance(double(m_context.state.services().stripeDisplayBalance.value()))
 {
 }
 
@@ -73,7 +74,7 @@ void StripePoller::fetchBalance(const QString &key)
 {
     const auto accept = [this](const Balance &balance) { handleBalance(balance); };
     const auto fail = [this](const HttpReply &reply) {
-        m_context.state.stripeError = reply.status == 403
+        m_context.state.services().stripeError = reply.status == 403
             ? QStringLiteral("Use secret key (sk_live_… not pk_live_…)")
             : failureText(reply);
     };
@@ -104,13 +105,13 @@ std::optional<StripePoller::Balance> StripePoller::parseBalance(const QByteArray
 void StripePoller::handleBalance(const Balance &balance)
 {
     AppState &state = m_context.state;
-    state.stripeError = std::nullopt;
-    state.stripeCurrency = balance.currency;
-    state.stripeBalance = balance.amount;
+    state.services().stripeError = std::nullopt;
+    state.services().stripeCurrency = balance.currency;
+    state.services().stripeBalance = balance.amount;
     // A number that is on show waits for the charge that it will count up for.
-    if (state.stripeDisplayBalance == 0)
+    if (state.services().stripeDisplayBalance == 0)
         showBalance(Animation::none());
-    state.stripeLoaded = true;
+    state.services().stripeLoaded = true;
 }
 
 void StripePoller::fetchCharges(const QString &key)
@@ -122,12 +123,12 @@ void StripePoller::fetchCharges(const QString &key)
 void StripePoller::handleCharges(const QList<StripePayment> &list)
 {
     AppState &state = m_context.state;
-    if (state.stripePayments.value().isEmpty()) {
+    if (state.services().stripePayments.value().isEmpty()) {
         // What was sold before the start is no news.
-        state.stripePayments = list;
+        state.services().stripePayments = list;
         m_lastChargeId = list.isEmpty() ? QString() : list.first().id;
         showBalance(Animation::none());
-        state.stripeLoaded = true;
+        state.services().stripeLoaded = true;
         return;
     }
     if (list.isEmpty() || list.first().id == m_lastChargeId)
@@ -137,7 +138,8 @@ void StripePoller::handleCharges(const QList<StripePayment> &list)
 
     if (!m_pill.exists())
         return;
-    state.stripePayments = (QList{charge} + state.stripePayments.value()).mid(0, shownCharges);
+    state.services().stripePayments
+        = (QList{charge} + state.services().stripePayments.value()).mid(0, shownCharges);
     m_pill.show(
         BotState::finished,
         {charge.description.value_or(QString::asprintf("%.2f", double(charge.amount) / 100))});
@@ -147,9 +149,9 @@ void StripePoller::handleCharges(const QList<StripePayment> &list)
 
 void StripePoller::showBalance(const Animation &animation)
 {
-    const qint64 balance = m_context.state.stripeBalance;
+    const qint64 balance = m_context.state.services().stripeBalance;
     m_displayBalance.animateTo(double(balance), animation, m_context.queue.mediaTime());
-    m_context.state.stripeDisplayBalance = balance;
+    m_context.state.services().stripeDisplayBalance = balance;
 }
 
 } // namespace tirlo

@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 #include "core/Notifications.h"
+#include "core/ServiceData.h"
 
 #include <algorithm>
 #include <array>
@@ -83,7 +84,7 @@ void VercelPoller::runCycle()
 
 void VercelPoller::handleDeployments(const QList<VercelDeployment> &list)
 {
-    m_context.state.vercelDeployments = list;
+    m_context.state.services().vercelDeployments = list;
 
     const QSet<QString> filter = m_context.state.vercelProjectFilter;
     const auto newest = std::ranges::find_if(list, [&filter](const VercelDeployment &deployment) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "IslandShape.h"
-#include "core/model/Enumerations.h"
+#include "core/model/IslandView.h"
 #include "platform/Screens.h"
 
 #include <QPointF>

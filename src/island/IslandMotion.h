@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/model/Enumerations.h"
+#include "core/model/IslandView.h"
 #include "ui/motion/Animation.h"
 
 /// How the island goes from one size to the next.

@@ -2,9 +2,9 @@
 
 #include "BotDrawing.h"
 #include "BotGaze.h"
-#include "SoundEngine.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
+#include "core/SoundEngine.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "BotColor.h"
-#include "core/model/Enumerations.h"
+#include "core/model/BotState.h"
 
 #include <QLatin1String>
 #include <QPointF>

@@ -2,8 +2,8 @@
 
 #include "GreetCast.h"
 #include "GreetDrawing.h"
-#include "SoundEngine.h"
 #include "core/Notifications.h"
+#include "core/SoundEngine.h"
 
 #include <QHideEvent>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SoundEngine.h"
+#include "core/SoundEngine.h"
 #include "platform/AudioOutput.h"
 #include "ui/Observers.h"
 

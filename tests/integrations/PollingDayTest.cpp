@@ -1,4 +1,5 @@
 #include "PollerFixture.h"
+#include "core/ServiceData.h"
 #include "integrations/ServicePollers.h"
 
 #include <QMap>
@@ -90,26 +91,27 @@ TEST_F(PollingDayTest, KeepsToTheIntervalsAndNeverMixesAnswers)
 
     int mixed = 0;
     web.afterAnswer = [&] {
-        const auto deployments = state.vercelDeployments.value();
-        const auto emails = state.resendEmails.value();
-        const auto pages = state.notionPages.value();
-        const auto bookings = state.calcomBookings.value();
+        const auto deployments = state.services().vercelDeployments.value();
+        const auto emails = state.services().resendEmails.value();
+        const auto pages = state.services().notionPages.value();
+        const auto bookings = state.services().calcomBookings.value();
         QStringList vercel, resend, notion, calcom;
         for (const auto &each : deployments)
             vercel += {each.id, each.url};
         for (const auto &each : emails)
-            resend += {each.id, QString::number(state.resendTotal.value().value_or(-1))};
+            resend += {each.id, QString::number(state.services().resendTotal.value().value_or(-1))};
         for (const auto &each : pages)
             notion += each.id;
         for (const auto &each : bookings)
             calcom += {each.title, QString::number(each.id)};
-        const bool balanceAgrees = !state.stripeBalance.value()
-            || state.stripeCurrency.value() == u"c%1"_s.arg(state.stripeBalance.value());
+        const bool balanceAgrees = !state.services().stripeBalance.value()
+            || state.services().stripeCurrency.value()
+                == u"c%1"_s.arg(state.services().stripeBalance.value());
         mixed += !agree(vercel) || !agree(resend) || !agree(notion) || !agree(calcom)
             || !balanceAgrees || deployments.size() % 2 || emails.size() % 2 || pages.size() % 2
-            || bookings.size() % 2 || state.stripePayments.value().size() > 3
-            || state.notionLoaded.value() == pages.isEmpty()
-            || state.calcomLoaded.value() == bookings.isEmpty();
+            || bookings.size() % 2 || state.services().stripePayments.value().size() > 3
+            || state.services().notionLoaded.value() == pages.isEmpty()
+            || state.services().calcomLoaded.value() == bookings.isEmpty();
     };
 
     pollers.start();
@@ -129,8 +131,9 @@ TEST_F(PollingDayTest, KeepsToTheIntervalsAndNeverMixesAnswers)
 
     EXPECT_EQ(mixed, 0);
     EXPECT_LE(web.mostPending, 12) << "hanging requests don't pile up";
-    EXPECT_TRUE(state.githubStats.value());
-    EXPECT_TRUE(state.stripeLoaded && state.notionLoaded && state.calcomLoaded);
+    EXPECT_TRUE(state.services().githubStats.value());
+    EXPECT_TRUE(state.services().stripeLoaded && state.services().notionLoaded
+                && state.services().calcomLoaded);
     EXPECT_GT(reveals, 1000);
 
     // Whatever has run before, after a sleep all begin anew, each just once.

@@ -1,4 +1,5 @@
 #include "PollerFixture.h"
+#include "core/ServiceData.h"
 #include "integrations/CalcomPoller.h"
 #include "integrations/GithubPoller.h"
 #include "integrations/NotionPoller.h"
@@ -31,7 +32,7 @@ TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
         cycle(poller, row.user);
         ASSERT_TRUE(http.answer({.status = 200, .body = R"([
             {"stargazers_count": 40}, {"stargazers_count": "1"}, {}, {"stargazers_count": 2}])"}));
-        EXPECT_EQ(state.githubStats.value(), (GitHubStats{row.repos, 42})) << row.user;
+        EXPECT_EQ(state.services().githubStats.value(), (GitHubStats{row.repos, 42})) << row.user;
     }
     const Headers headers{{"Authorization", "Bearer key"},
                           {"Accept", "application/vnd.github+json"}};
@@ -43,7 +44,8 @@ TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
         cycle(poller, R"({"public_repos": 1})");
         ASSERT_TRUE(http.answer({.status = 200, .body = body}));
         const bool isList = QLatin1String(body) == "[]"_L1;
-        EXPECT_EQ(state.githubStats.value(), isList ? (GitHubStats{1, 0}) : (GitHubStats{0, 42}))
+        EXPECT_EQ(state.services().githubStats.value(),
+                  isList ? (GitHubStats{1, 0}) : (GitHubStats{0, 42}))
             << body;
     }
     takeAddresses();
@@ -65,13 +67,13 @@ TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
 
     expectRequest(u"https://api.resend.com/emails?limit=100"_s,
                   {{"Authorization", "Bearer key"}, {"Accept", "application/json"}});
-    EXPECT_EQ(state.resendEmails.value(),
+    EXPECT_EQ(state.services().resendEmails.value(),
               (QList<ResendEmail>{
                   {"1", {"a@x.y", "b@x.y"}, "Hi", someDate, "delivered"},
                   {"2", {"c@x.y"}, "", queue.wallClock(), ""},
                   {"3", {}, "", QDateTime::fromMSecsSinceEpoch(1773480413000), ""},
               }));
-    EXPECT_EQ(state.resendTotal.value(), 3);
+    EXPECT_EQ(state.services().resendTotal.value(), 3);
 
     const std::pair<const char *, std::optional<qint64>> totals[]{
         {R"({"data": [], "total": "9", "count": 8})", 8},
@@ -79,13 +81,13 @@ TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
         {R"({"data": []})", std::nullopt}};
     for (const auto &[body, total] : totals) {
         cycle(poller, body);
-        EXPECT_EQ(state.resendTotal.value(), total) << body;
-        EXPECT_TRUE(state.resendEmails.value().isEmpty());
+        EXPECT_EQ(state.services().resendTotal.value(), total) << body;
+        EXPECT_TRUE(state.services().resendEmails.value().isEmpty());
     }
     const QByteArrayList seven(7, R"({"id": "1", "created_at": "2026-03-14T09:26:53Z"})");
     cycle(poller, "{\"data\": [" + seven.join(',') + "]}");
-    EXPECT_EQ(state.resendTotal.value(), 7);
-    EXPECT_EQ(state.resendEmails.value().size(), 5);
+    EXPECT_EQ(state.services().resendTotal.value(), 7);
+    EXPECT_EQ(state.services().resendEmails.value().size(), 5);
 }
 
 TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
@@ -115,7 +117,7 @@ TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
                    {"Content-Type", "application/json"}});
 
     const QDateTime now = queue.wallClock();
-    EXPECT_EQ(state.notionPages.value(),
+    EXPECT_EQ(state.services().notionPages.value(),
               (QList<NotionPage>{
                   {"1", "Chairs", "🪑", someDate, "https://www.notion.so/1"},
                   {"2", "Orders", {}, now, ""},
@@ -124,7 +126,7 @@ TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
                   {"5", "Untitled", {}, now, ""},
               }));
     cycle(poller, R"({"results": []})");
-    EXPECT_TRUE(state.notionPages.value().isEmpty());
+    EXPECT_TRUE(state.services().notionPages.value().isEmpty());
 }
 
 TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
@@ -153,7 +155,7 @@ TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
 
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(1773484013000);
     EXPECT_EQ(
-        state.calcomBookings.value(),
+        state.services().calcomBookings.value(),
         (QList<CalcomBooking>{
             {1, "Call", someDate, end, "pending", "Ada", "ada@x.y", "At the door"},
             {9007199254740993, "Meeting", someDate, someDate, "accepted", {}, "ada@x.y", "Chair"},

@@ -1,4 +1,5 @@
 #include "integrations/ServicePollers.h"
+#include "core/ServiceData.h"
 
 #include "PollerFixture.h"
 #include "platform/linux/QtHttpClient.h"
@@ -30,16 +31,18 @@ struct ServicePollersTest : PollerFixture
 
     auto stored() const
     {
-        return std::tuple(state.vercelDeployments.value(), state.stripeBalance.value(),
-                          state.stripePayments.value(), state.githubStats.value(),
-                          state.resendEmails.value(), state.resendTotal.value(),
-                          state.notionPages.value(), state.calcomBookings.value());
+        return std::tuple(
+            state.services().vercelDeployments.value(), state.services().stripeBalance.value(),
+            state.services().stripePayments.value(), state.services().githubStats.value(),
+            state.services().resendEmails.value(), state.services().resendTotal.value(),
+            state.services().notionPages.value(), state.services().calcomBookings.value());
     }
 
     auto errors() const
     {
-        return std::array{state.stripeError.value(), state.notionError.value(),
-                          state.calcomError.value()};
+        return std::array{state.services().stripeError.value(),
+                          state.services().notionError.value(),
+                          state.services().calcomError.value()};
     }
 };
 
@@ -101,12 +104,13 @@ TEST_F(ServicePollersTest, EveryServiceIsReadFromAServer)
                             {base, base, base, base, base, base}});
     pollAll(pollers);
     EXPECT_TRUE(eventually([&] {
-        return state.vercelDeployments.value().value(0).id == "7" && state.stripeBalance == 7
-            && state.stripePayments.value().value(0).id == "7"
-            && state.githubStats.value() == GitHubStats{7, 7}
-        && state.resendEmails.value().value(0).id == "7"
-            && state.notionPages.value().value(0).id == "7"
-            && state.calcomBookings.value().value(0).id == 7
+        return state.services().vercelDeployments.value().value(0).id == "7"
+            && state.services().stripeBalance == 7
+            && state.services().stripePayments.value().value(0).id == "7"
+            && state.services().githubStats.value() == GitHubStats{7, 7}
+        && state.services().resendEmails.value().value(0).id == "7"
+            && state.services().notionPages.value().value(0).id == "7"
+            && state.services().calcomBookings.value().value(0).id == 7
             && task("integration_n8n").steps == QStringList("w7");
     }));
 }
@@ -126,9 +130,11 @@ TEST_F(ServicePollersTest, EveryFailureLeavesTheStoreAsItWas)
     const auto fine
         = [](const QString &path) { return HttpReply{.status = 200, .body = goodBody(path, 7)}; };
     cycleWith([](const QString &) { return HttpReply{.status = 500}; });
-    EXPECT_FALSE(state.stripeLoaded || state.notionLoaded || state.calcomLoaded);
+    EXPECT_FALSE(state.services().stripeLoaded || state.services().notionLoaded
+                 || state.services().calcomLoaded);
     cycleWith(fine);
-    EXPECT_TRUE(state.stripeLoaded && state.notionLoaded && state.calcomLoaded);
+    EXPECT_TRUE(state.services().stripeLoaded && state.services().notionLoaded
+                && state.services().calcomLoaded);
     const auto good = stored();
 
     const struct

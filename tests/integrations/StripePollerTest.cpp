@@ -1,4 +1,5 @@
 #include "integrations/StripePoller.h"
+#include "core/ServiceData.h"
 
 #include "PollerFixture.h"
 
@@ -30,7 +31,7 @@ struct StripePollerTest : PollerFixture
     QStringList shownIds() const
     {
         QStringList ids;
-        for (const StripePayment &each : state.stripePayments.value())
+        for (const StripePayment &each : state.services().stripePayments.value())
             ids += each.id;
         return ids;
     }
@@ -60,11 +61,11 @@ TEST_F(StripePollerTest, AsksForBothWithTheKeyAsUserAndReadsThem)
     expectRequest(u"https://api.stripe.com/v1/balance"_s, headers);
     expectRequest(u"https://api.stripe.com/v1/charges?limit=3"_s, headers);
 
-    EXPECT_EQ(state.stripeBalance.value(), 9007199254740992);
-    EXPECT_EQ(state.stripeDisplayBalance.value(), 9007199254740992);
-    EXPECT_EQ(state.stripeCurrency.value(), "gbp");
-    EXPECT_TRUE(state.stripeLoaded);
-    const QList<StripePayment> payments = state.stripePayments;
+    EXPECT_EQ(state.services().stripeBalance.value(), 9007199254740992);
+    EXPECT_EQ(state.services().stripeDisplayBalance.value(), 9007199254740992);
+    EXPECT_EQ(state.services().stripeCurrency.value(), "gbp");
+    EXPECT_TRUE(state.services().stripeLoaded);
+    const QList<StripePayment> payments = state.services().stripePayments;
     EXPECT_EQ(shownIds(), QStringList({"1", "2", "3", "8"}));
     EXPECT_EQ(payments[0],
               (StripePayment{.id = "1",
@@ -85,7 +86,7 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoad)
     cycle(1000, {});
     cycle(1000, {charge("1"), charge("0")});
     EXPECT_TRUE(sound.played.isEmpty());
-    EXPECT_EQ(state.stripeDisplayBalance.value(), 1000);
+    EXPECT_EQ(state.services().stripeDisplayBalance.value(), 1000);
 
     cycle(2000, {charge("2"), charge("1"), charge("0")});
     EXPECT_EQ(sound.played, QStringList("finish"));
@@ -114,8 +115,8 @@ TEST_F(StripePollerTest, CountsUpTheBalanceOnShow)
     activate(pillId);
     cycle(1000, {charge("1")});
     cycle(3000, {charge("1")});
-    EXPECT_EQ(state.stripeBalance.value(), 3000);
-    EXPECT_EQ(state.stripeDisplayBalance.value(), 1000);
+    EXPECT_EQ(state.services().stripeBalance.value(), 3000);
+    EXPECT_EQ(state.services().stripeDisplayBalance.value(), 1000);
 
     cycle(3000, {charge("2")});
     queue.advance(0.49);
@@ -123,10 +124,10 @@ TEST_F(StripePollerTest, CountsUpTheBalanceOnShow)
     EXPECT_TRUE(poller.displayBalance().isAtRest(queue.mediaTime()));
 
     bool wasOnItsWay = false;
-    const auto watch = state.stripeDisplayBalance.addNotifier(
+    const auto watch = state.services().stripeDisplayBalance.addNotifier(
         [&] { wasOnItsWay = poller.displayBalance().target() == 3000; });
     queue.advance(0.01);
-    EXPECT_EQ(state.stripeDisplayBalance.value(), 3000);
+    EXPECT_EQ(state.services().stripeDisplayBalance.value(), 3000);
     EXPECT_TRUE(wasOnItsWay);
     EXPECT_EQ(shown(), 1000);
     queue.advance(0.6);
@@ -142,7 +143,7 @@ TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
     cycle(0, {charge("1")});
     cycle(700, {charge("2"), charge("1")});
     EXPECT_EQ(shownIds(), QStringList("1"));
-    EXPECT_EQ(state.stripeDisplayBalance.value(), 700) << "a zero follows at once";
+    EXPECT_EQ(state.services().stripeDisplayBalance.value(), 700) << "a zero follows at once";
     EXPECT_EQ(shown(), 700);
 
     activate(pillId);
@@ -153,10 +154,10 @@ TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
 TEST_F(StripePollerTest, ABalanceThatCannotBeReadIsNoneAndZeroIsOne)
 {
     cycle(R"({"available": [{"currency": 7, "amount": 7}]})", {.status = 500});
-    EXPECT_FALSE(state.stripeLoaded);
+    EXPECT_FALSE(state.services().stripeLoaded);
     cycle(R"({"available": ["x"], "pending": [{"currency": "eur"}]})", {.status = 500});
-    EXPECT_TRUE(state.stripeLoaded);
-    EXPECT_EQ(state.stripeBalance.value(), 0);
+    EXPECT_TRUE(state.services().stripeLoaded);
+    EXPECT_EQ(state.services().stripeBalance.value(), 0);
     EXPECT_TRUE(shownIds().isEmpty());
 }
 

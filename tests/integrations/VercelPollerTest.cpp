@@ -1,4 +1,5 @@
 #include "integrations/VercelPoller.h"
+#include "core/ServiceData.h"
 
 #include "PollerFixture.h"
 
@@ -45,10 +46,10 @@ TEST_F(VercelPollerTest, KeepsTheEndedDeploymentsInOrderAndDropsWhatItCannotRead
         {"3", "c", "", "CANCELED", epoch, {}, {}},
         {"7", "g", "", "ERROR", epoch, {}, {}},
     };
-    EXPECT_EQ(state.vercelDeployments.value(), kept);
+    EXPECT_EQ(state.services().vercelDeployments.value(), kept);
     cycle({deployment("8", "a", "QUEUED")});
     cycle({});
-    EXPECT_EQ(state.vercelDeployments.value(), kept) << "nothing has ended since";
+    EXPECT_EQ(state.services().vercelDeployments.value(), kept) << "nothing has ended since";
 }
 
 TEST_F(VercelPollerTest, ReactsOnceToTheNewestDeployment)
@@ -107,7 +108,7 @@ TEST_F(VercelPollerTest, LeavesAPillAloneThatSomebodyElseTookOver)
 
 TEST_F(VercelPollerTest, FillsTheListWithoutAReactionWhereNoneIsWanted)
 {
-    const auto newest = [&] { return state.vercelDeployments.value().value(0).id; };
+    const auto newest = [&] { return state.services().vercelDeployments.value().value(0).id; };
     cycle({deployment("1", "site", "READY")});
     EXPECT_EQ(newest(), "1");
     EXPECT_TRUE(sound.played.isEmpty()) << "there is no pill";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 
 #include <QStringList>
 

@@ -1,7 +1,8 @@
-"""Fails for a file under src that includes from a folder its own one may not use.
+"""Fails for a file under src that includes from a library its own one may not use.
 
-A folder may use those that its CMakeLists.txt links, and what those may use; all of them are built
-before it. All folders share one include path, so the compiler itself lets a header in from anywhere.
+A library is a folder with a CMakeLists.txt; it may use those that this links, and what those may use;
+all of them are built before it. All share one include path, so the compiler itself lets a header in
+from anywhere.
 """
 
 import pathlib
@@ -20,24 +21,39 @@ def commands(path):
     return " ".join(line.split("#")[0] for line in lines(path))
 
 
-order = re.findall(r"add_subdirectory\(src/(\w+)\)", commands(root / "CMakeLists.txt"))
+order = re.findall(r"add_subdirectory\(src/([\w/]+)\)", commands(root / "CMakeLists.txt"))
+by_target = {folder.split("/")[-1]: folder for folder in order}
+
+
+def library_of(path):
+    """The innermost library that a path under src lies in, or None."""
+    fitting = [folder for folder in order if pathlib.PurePath(path).is_relative_to(folder)]
+    return max(fitting, key=len, default=None)
+
+
 reach = {}
 wrong = []
 checked = 0
-for name in order:
-    linked = set(re.findall(r"\btirlo_(\w+)", commands(source / name / "CMakeLists.txt")))
-    for above in linked & set(order) - set(reach) - {name}:
-        wrong.append(f"src/{name} links {above}, which stands above it")
-    reach[name] = {name}.union(*(reach.get(below, set()) for below in linked))
-    for path in sorted((source / name).rglob("*")):
-        if path.suffix not in {".cpp", ".h"}:
+for folder in order:
+    linked = {by_target[target] for target in
+              re.findall(r"\btirlo_(\w+)", commands(source / folder / "CMakeLists.txt"))
+              if target in by_target}
+    for above in linked - set(reach) - {folder}:
+        wrong.append(f"src/{folder} links {above}, which stands above it")
+    reach[folder] = {folder}.union(*(reach.get(below, set()) for below in linked))
+    for path in sorted((source / folder).rglob("*")):
+        if path.suffix not in {".cpp", ".h"} or library_of(path.relative_to(source)) != folder:
             continue
         for number, line in enumerate(lines(path), 1):
-            included = re.match(r'#include "([\w.]+)/', line)
-            if included and (included[1] in order or included[1] == ".."):
-                checked += 1
-                if included[1] not in reach[name]:
-                    wrong.append(f"{path.relative_to(root)}:{number}: {line}")
+            included = re.match(r'#include "([\w./]+/[\w.]+)"', line)
+            if not included:
+                continue
+            beside = path.parent / included[1]
+            target = beside.relative_to(source) if beside.exists() else included[1]
+            library = None if ".." in included[1] else library_of(target)
+            checked += 1
+            if library not in reach[folder]:
+                wrong.append(f"{path.relative_to(root)}:{number}: {line}")
 
 for line in wrong:
     print(line)

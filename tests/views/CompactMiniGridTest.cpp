@@ -1,6 +1,6 @@
 #include "ViewFixture.h"
 
-#include "views/CompactMiniGrid.h"
+#include "views/frame/CompactMiniGrid.h"
 
 using namespace tirlo;
 

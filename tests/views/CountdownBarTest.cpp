@@ -1,6 +1,6 @@
 #include "ViewFixture.h"
 
-#include "views/CountdownBar.h"
+#include "views/frame/CountdownBar.h"
 
 #include <limits>
 

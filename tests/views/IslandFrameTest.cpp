@@ -2,9 +2,9 @@
 
 #include "mascot/GreetingCanvasView.h"
 #include "ui/CardBackground.h"
-#include "views/AgentPill.h"
-#include "views/BotPlacement.h"
-#include "views/TickerView.h"
+#include "views/frame/BotPlacement.h"
+#include "views/overview/AgentPill.h"
+#include "views/overview/TickerView.h"
 
 #include <QPaintEvent>
 #include <QTest>

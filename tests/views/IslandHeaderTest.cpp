@@ -1,6 +1,6 @@
 #include "ViewFixture.h"
 
-#include "views/TabButton.h"
+#include "views/frame/TabButton.h"
 
 #include <QAccessible>
 

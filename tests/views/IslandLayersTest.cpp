@@ -1,7 +1,7 @@
 #include "ViewFixture.h"
 
-#include "views/BotPlacement.h"
-#include "views/IslandContentView.h"
+#include "views/frame/BotPlacement.h"
+#include "views/frame/IslandContentView.h"
 
 using namespace tirlo;
 

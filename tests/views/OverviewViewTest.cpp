@@ -1,7 +1,7 @@
 #include "ViewFixture.h"
 
-#include "views/AgentPill.h"
-#include "views/AgentPillsView.h"
+#include "views/overview/AgentPill.h"
+#include "views/overview/AgentPillsView.h"
 
 #include <QAccessible>
 

@@ -1,6 +1,6 @@
 #include "ViewFixture.h"
 
-#include "views/TickerView.h"
+#include "views/overview/TickerView.h"
 
 #include <QAccessible>
 

@@ -12,9 +12,9 @@
 #include "support/MemoryStore.h"
 #include "support/RecordingSoundEngine.h"
 #include "ui/motion/FrameClock.h"
-#include "views/IslandContainer.h"
-#include "views/IslandHeader.h"
-#include "views/IslandRootView.h"
+#include "views/frame/IslandContainer.h"
+#include "views/frame/IslandHeader.h"
+#include "views/frame/IslandRootView.h"
 
 #include <QAbstractButton>
 #include <QLabel>

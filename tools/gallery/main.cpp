@@ -6,7 +6,7 @@
 #include "core/IslandConst.h"
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
-#include "mascot/SoundEngine.h"
+#include "core/SoundEngine.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
@@ -14,7 +14,7 @@
 #include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
 #include "ui/motion/FrameClock.h"
-#include "views/IslandRootView.h"
+#include "views/frame/IslandRootView.h"
 
 #include <QApplication>
 #include <QDir>

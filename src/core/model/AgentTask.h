@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Enumerations.h"
+#include "BotState.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,6 +8,12 @@
 #include <optional>
 
 namespace tirlo {
+
+/// Where a task comes from.
+enum class AgentSource { claudeCode, n8n, agent };
+
+/// The small mark on a pill that is not in focus.
+enum class PillBadge { approval, finished, error };
 
 /// One pill: an agent's session, a chat provider or a service.
 struct AgentTask

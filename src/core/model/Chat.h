@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Enumerations.h"
+#include "ChatProvider.h"
 
 #include <QString>
 #include <QUrl>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Enumerations.h"
+#include "IslandView.h"
 
 #include <optional>
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "views/ViewContext.h"
+
+#include <QWidget>
+
+namespace tirlo {
+
+class IslandContainer;
+
+/// The see-through layer that fills the panel, with the island pinned to its top centre.
+class IslandRootView final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IslandRootView(const ViewContext &context, QWidget *parent = nullptr);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void placeIsland();
+
+    IslandContainer *m_island;
+};
+
+} // namespace tirlo
