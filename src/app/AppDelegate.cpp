@@ -14,8 +14,8 @@ namespace tirlo {
 
 namespace {
 
-/// Seconds from the start to the loading of the sounds and the keys: behind the first frames, before
-/// the first use of a key. A sound that is played earlier is loaded by itself.
+/// Seconds from the start to the loading of the sounds and the keys: behind the first frames,
+/// before the first use of a key. A sound that is played earlier is loaded by itself.
 constexpr double loadingDelay = 0.3;
 
 } // namespace

@@ -43,7 +43,8 @@ public:
     explicit AppDelegate(const Paths &paths);
     ~AppDelegate();
 
-    /// Shows the island and begins to listen to agents; false when there is no screen to show it on.
+    /// Shows the island and begins to listen to agents; false when there is no screen to show it
+    /// on.
     [[nodiscard]] bool applicationDidFinishLaunching();
 
     /// Opens the island on its overview.

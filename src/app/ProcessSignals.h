@@ -7,8 +7,8 @@
 
 namespace tirlo {
 
-/// Brings the process's signals to the event loop: SIGTERM, SIGINT and SIGHUP end the application in
-/// order, SIGUSR1 calls back.
+/// Brings the process's signals to the event loop: SIGTERM, SIGINT and SIGHUP end the application
+/// in order, SIGUSR1 calls back.
 ///
 /// There is one for the whole process. Signals are caught rather than blocked, since programs that
 /// are started from here would inherit a blocked one.

@@ -11,8 +11,9 @@ namespace {
 
 bool isRunning = false;
 
-/// Qt calls exit() from within the event loop when the X server is gone. Sounds and sockets are still
-/// at work on threads of their own then, and must not see the statics go that exit() takes down.
+/// Qt calls exit() from within the event loop when the X server is gone. Sounds and sockets are
+/// still at work on threads of their own then, and must not see the statics go that exit() takes
+/// down.
 void leaveAtOnce()
 {
     if (isRunning)

@@ -14,8 +14,8 @@ namespace tirlo {
 
 /// The file as a block of a message: a document, a picture or its text, by its extension.
 ///
-/// Nothing when it can't be read or has more than 100 MB, when it is text of more than 200,000 bytes
-/// or no UTF-8, and after a stop. It may take a while.
+/// Nothing when it can't be read or has more than 100 MB, when it is text of more than 200,000
+/// bytes or no UTF-8, and after a stop. It may take a while.
 [[nodiscard]] std::optional<QJsonObject> readFileAsBlock(const QUrl &url,
                                                          const std::stop_token &stop = {});
 

@@ -22,8 +22,9 @@ class MainQueue;
 
 /// Takes the connections of hook relays on a local stream socket and reads one JSON line from each.
 ///
-/// A thread of its own accepts, a short one a connection reads, so that a busy main thread never keeps an agent
-/// waiting: an event is answered before it is handled. Only the handlers run on the main thread.
+/// A thread of its own accepts, a short one a connection reads, so that a busy main thread never
+/// keeps an agent waiting: an event is answered before it is handled. Only the handlers run on the
+/// main thread.
 class HookSocketServer
 {
 public:

@@ -11,7 +11,8 @@ namespace tirlo {
 /// What a shell command does, in a word: it reads, searches, tests or just runs.
 [[nodiscard]] QString bashVerb(const QString &command);
 
-/// The text on one line: the pieces between line breaks and tabs, joined by a blank; empty ones drop out.
+/// The text on one line: the pieces between line breaks and tabs, joined by a blank; empty ones
+/// drop out.
 ///
 /// Past `limit` characters it is cut there and gets "…".
 [[nodiscard]] QString oneLine(const QString &text, int limit);

@@ -27,8 +27,8 @@ struct IslandDesktop
     FrameDriver &pollDriver;
 };
 
-/// Owns the island's panel and its state machine, and turns the machine's transitions and what other
-/// parts ask for into the island's mode and view.
+/// Owns the island's panel and its state machine, and turns the machine's transitions and what
+/// other parts ask for into the island's mode and view.
 ///
 /// The panel stays on the screen chosen at start. All collaborators must outlive the controller.
 class IslandWindowController final : public QObject

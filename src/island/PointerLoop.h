@@ -15,8 +15,8 @@ class Notifications;
 
 /// Polls the pointer 60 times a second and tells the island's parts what it does there.
 ///
-/// Nothing is delivered to a window that lets the pointer through, so the position is polled. A tick
-/// allocates nothing and writes nothing that has not changed.
+/// Nothing is delivered to a window that lets the pointer through, so the position is polled. A
+/// tick allocates nothing and writes nothing that has not changed.
 class PointerLoop final : public QObject
 {
     Q_OBJECT

@@ -103,7 +103,8 @@ TEST(FaultTest, TooFewDescriptorsLeaveNobodyWithoutAnEnd)
 {
     const Program program{TIRLO_PROGRAM};
     ASSERT_TRUE(program.isReady());
-    // By then it has asked for the keyring, with a library that ends any program without descriptors.
+    // By then it has asked for the keyring, with a library that ends any program without
+    // descriptors.
     rest(1500);
     const rlimit few{30, 30};
     ASSERT_EQ(prlimit(pid_t(program.processId()), RLIMIT_NOFILE, &few, nullptr), 0);

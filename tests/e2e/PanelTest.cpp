@@ -38,7 +38,8 @@ TEST(StartTest, ThePanelNeitherTakesTheFocusNorClicksBesideTheIsland)
     ASSERT_TRUE(waitForWidth(openWidth));
     EXPECT_TRUE(window.isActiveWindow()) << "the island opened over a window that has the keyboard";
 
-    // The panel reaches from x 280 to 1000 and to y 320, the open island from 320 to 960 and to 160.
+    // The panel reaches from x 280 to 1000 and to y 320, the open island from 320 to 960 and to
+    // 160.
     for (const QPoint beside :
          {QPoint(300, 80), QPoint(980, 80), QPoint(640, 240), QPoint(322, 158)}) {
         const int before = window.presses;

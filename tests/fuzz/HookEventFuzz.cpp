@@ -66,8 +66,8 @@ void checkLog(const QByteArray &log)
 
 } // namespace
 
-/// A day of hooks: each line is a connection of its own, but "!word" the user's answer to a request,
-/// "-" an agent that hangs up on its last request, and "+" a minute that passes.
+/// A day of hooks: each line is a connection of its own, but "!word" the user's answer to a
+/// request, "-" an agent that hangs up on its last request, and "+" a minute that passes.
 void fuzz(const QByteArray &input)
 {
     HookRig rig;

@@ -156,7 +156,8 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
     const QString backup = codex.path + ".bak-20260314-092653";
     int killed = 0;
     int survived = 0;
-    // Ever later, until some come to their end: finely at first, as nobody knows how long one takes.
+    // Ever later, until some come to their end: finely at first, as nobody knows how long one
+    // takes.
     for (useconds_t delay = 0; survived < 3 && delay < 1000000; delay += 10 + delay / 50) {
         for (const QString &left : besides(codex.path))
             QFile::remove(QFileInfo(codex.path).dir().filePath(left));

@@ -33,7 +33,8 @@ inline QByteArray eventLine(const char *event, const char *tag, const char *sess
     return QJsonDocument(payload).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// Eight agents that send their events straight to the socket, as their relays do, at a steady rate.
+/// Eight agents that send their events straight to the socket, as their relays do, at a steady
+/// rate.
 ///
 /// The load begins at once and ends with stop(); a thread of its own makes it.
 class EventLoad

@@ -19,7 +19,8 @@ public:
     /// Moves time on and runs all that falls due, in the order of time; posted work runs first.
     void advance(double seconds);
 
-    /// Lets the machine sleep: the date goes on, while media time and what waits for it stand still.
+    /// Lets the machine sleep: the date goes on, while media time and what waits for it stand
+    /// still.
     void sleep(double seconds) { m_asleep += seconds; }
 
     /// Runs what was posted, and what that posts, without moving time.

@@ -8,10 +8,11 @@ namespace tirlo {
 
 class MainQueue;
 
-/// Plays through OpenAL, on a thread of its own, so that a slow sound server never holds up a frame.
+/// Plays through OpenAL, on a thread of its own, so that a slow sound server never holds up a
+/// frame.
 ///
-/// The thread and the device sleep while nothing sounds, and the device is closed after a while. One
-/// that is closed, missing or lost is looked for when something is to be played. One object a
+/// The thread and the device sleep while nothing sounds, and the device is closed after a while.
+/// One that is closed, missing or lost is looked for when something is to be played. One object a
 /// process. A sound that can't begin within half a second is left out.
 class AlAudioOutput final : public AudioOutput
 {

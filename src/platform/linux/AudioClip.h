@@ -18,7 +18,8 @@ struct AudioClip
     bool operator==(const AudioClip &) const = default;
 };
 
-/// The clip in a sound file's bytes, its channels mixed into one; nothing if it is damaged or empty.
+/// The clip in a sound file's bytes, its channels mixed into one; nothing if it is damaged or
+/// empty.
 [[nodiscard]] std::optional<AudioClip> decodeAudioClip(const QByteArray &file);
 
 } // namespace tirlo

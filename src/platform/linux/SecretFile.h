@@ -11,8 +11,8 @@ namespace tirlo {
 /// Secrets in one file, mode 0600, replaced atomically on each change.
 ///
 /// An entry without a text stands for one that was removed here and may still be in a keyring. A
-/// file that does not parse, or is far too long, is set aside as `<name>.corrupt`; where even that fails, and where the
-/// file can't be read, it is left alone and changes hold for this run only.
+/// file that does not parse, or is far too long, is set aside as `<name>.corrupt`; where even that
+/// fails, and where the file can't be read, it is left alone and changes hold for this run only.
 class SecretFile
 {
 public:

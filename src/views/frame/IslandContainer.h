@@ -22,8 +22,8 @@ struct MascotPlace;
 /// The black island itself with what is on it; it moves from one size to the next.
 ///
 /// The widget is just wide enough for the outline as drawn now, so that it clips what it holds, and
-/// just high enough while it is closed. Its width is even: its middle stays where it is whatever the
-/// size.
+/// just high enough while it is closed. Its width is even: its middle stays where it is whatever
+/// the size.
 class IslandContainer final : public QWidget
 {
     Q_OBJECT

@@ -67,8 +67,8 @@ void AgentPillsView::placePills(const QList<AgentTask> &tasks, bool moves)
     }
 }
 
-/// The keyboard goes through the pills as they stand, and each capsule lies over the room around the
-/// one on its left.
+/// The keyboard goes through the pills as they stand, and each capsule lies over the room around
+/// the one on its left.
 void AgentPillsView::followOrder(const QList<AgentTask> &tasks)
 {
     QStringList order;

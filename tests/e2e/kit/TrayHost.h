@@ -9,7 +9,8 @@ namespace tirlo::e2e {
 
 /// A desktop's tray as programs see it on the session bus: it takes note of what registers there.
 ///
-/// It lives on a thread and a bus connection of its own, as the program asks it questions and waits.
+/// It lives on a thread and a bus connection of its own, as the program asks it questions and
+/// waits.
 class TrayHost : public QObject
 {
     Q_OBJECT
