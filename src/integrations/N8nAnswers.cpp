@@ -1,5 +1,6 @@
 #include "N8nAnswers.h"
 
+#include "core/json/JsonNode.h"
 #include "core/Text.h"
 
 #include <algorithm>
@@ -17,78 +18,73 @@ constexpr QLatin1String messageKey("message");
 constexpr QLatin1String nameKey("name");
 constexpr QLatin1String runDataKey("runData");
 
-bool isArrayOf(const JsonSlice &value, JsonSlice::Kind kind)
+std::optional<QString> textOf(const JsonNode &node)
 {
-    return value.isArray() && std::ranges::all_of(value.elements(), [kind](const JsonSlice &each) {
-               return each.kind() == kind;
-           });
+    return node.text() ? std::optional(*node.text()) : std::nullopt;
 }
 
-QString extractWorkflowName(const JsonSlice &from)
+QString extractWorkflowName(const JsonNode &from)
 {
-    if (const auto name = from[QLatin1String("workflowData")][nameKey].text())
+    if (const auto name = textOf(from[QLatin1String("workflowData")][nameKey]))
         return *name;
-    return from[nameKey].text().value_or(unnamedWorkflow);
+    return textOf(from[nameKey]).value_or(unnamedWorkflow);
 }
 
 /// A value in few characters, as a digest shows it.
-QString fmtValue(const JsonSlice &value)
+QString fmtValue(const JsonNode &value)
 {
-    switch (value.kind()) {
-    case JsonSlice::Kind::string:
-        return firstCharacters(value.text().value_or(QString()), longestValue);
-    case JsonSlice::Kind::array:
-        return QStringLiteral("[%1]").arg(value.elements().size());
-    case JsonSlice::Kind::object:
+    if (value.text())
+        return firstCharacters(*value.text(), longestValue);
+    if (value.array())
+        return QStringLiteral("[%1]").arg(value.array()->size());
+    if (value.object())
         return QStringLiteral("{…}");
-    default:
-        return firstCharacters(value.source(), longestValue);
-    }
+    return firstCharacters(QString::fromUtf8(writeJson(value, JsonSlashes::plain)), longestValue);
 }
 
-std::optional<QString> parseSuccessDetail(const JsonSlice &resultData)
+std::optional<QString> parseSuccessDetail(const JsonNode &resultData)
 {
-    const auto node = resultData[QLatin1String("lastNodeExecuted")].text();
+    const auto node = textOf(resultData[QLatin1String("lastNodeExecuted")]);
     if (!node)
         return std::nullopt;
-    const JsonSlice main = resultData[runDataKey][*node].first()[dataKey][QLatin1String("main")];
-    const JsonSlice output = main.first();
-    if (!isArrayOf(main, JsonSlice::Kind::array) || !output.isArray())
+    const JsonNode &main = resultData[runDataKey][*node].first()[dataKey][QLatin1String("main")];
+    const JsonArray *items = main.first().array();
+    if (!items || !std::ranges::all_of(*main.array(), &JsonNode::array))
         return std::nullopt;
 
-    const QList<JsonSlice> items = output.elements();
-    const qsizetype count = items.size();
+    const qsizetype count = items->size();
     QStringList lines{
         QStringLiteral("→ %1 · %2 item%3")
             .arg(*node, QString::number(count), count == 1 ? QString() : QStringLiteral("s"))};
-    for (const auto &[key, value] :
-         items.value(0)[QLatin1String("json")].members().mid(0, shownMembers))
-        lines.append(key + QStringLiteral(": ") + fmtValue(value));
+    const JsonNode &shown = main.first().first()[QLatin1String("json")];
+    for (const QString &key : namesInOrder(shown).mid(0, shownMembers))
+        lines.append(key + QStringLiteral(": ") + fmtValue(shown[key]));
     return lines.join(QLatin1Char('\n'));
 }
 
-std::optional<QString> parseErrorDetail(const JsonSlice &resultData)
+std::optional<QString> parseErrorDetail(const JsonNode &resultData)
 {
     const auto titled = [](const QString &title, const QString &message) {
         return title + QLatin1Char('\n') + message;
     };
-    const JsonSlice error = resultData[errorKey];
-    if (error.isObject()) {
-        const QString message = error[messageKey].text().value_or(QString());
-        const QString node = error[QLatin1String("node")][nameKey].text().value_or(QString());
+    const JsonNode &error = resultData[errorKey];
+    if (error.object()) {
+        const QString message = textOf(error[messageKey]).value_or(QString());
+        const QString node = textOf(error[QLatin1String("node")][nameKey]).value_or(QString());
         return node.isEmpty() ? message : titled(node, message);
     }
-    for (const auto &[node, runs] : resultData[runDataKey].members()) {
-        if (const auto message = runs.first()[errorKey][messageKey].text())
+    const JsonNode &runData = resultData[runDataKey];
+    for (const QString &node : namesInOrder(runData)) {
+        if (const auto message = textOf(runData[node].first()[errorKey][messageKey]))
             return titled(node, *message);
     }
     return std::nullopt;
 }
 
-std::optional<QString> parseDetail(const JsonSlice &from, bool success)
+std::optional<QString> parseDetail(const JsonNode &from, bool success)
 {
-    const JsonSlice resultData = from[dataKey][QLatin1String("resultData")];
-    if (!resultData.isObject())
+    const JsonNode &resultData = from[dataKey][QLatin1String("resultData")];
+    if (!resultData.object())
         return std::nullopt;
     return success ? parseSuccessDetail(resultData) : parseErrorDetail(resultData);
 }
@@ -97,27 +93,27 @@ std::optional<QString> parseDetail(const JsonSlice &from, bool success)
 
 Listing parseListing(const QByteArray &body)
 {
-    const JsonSlice root = JsonSlice::of(body);
-    const JsonSlice list = root.isObject() ? root[dataKey] : root;
-    if (!isArrayOf(list, JsonSlice::Kind::object))
+    const JsonNode root = readJson(body).value_or(JsonNode());
+    const JsonNode &list = root.object() ? root[dataKey] : root;
+    if (!list.array() || !std::ranges::all_of(*list.array(), &JsonNode::object))
         return {};
-    const JsonSlice newest = list.first();
-    if (newest.kind() == JsonSlice::Kind::none)
+    if (list.array()->isEmpty())
         return {.isList = true};
 
-    const JsonSlice id = newest[QLatin1String("id")];
+    const JsonNode &newest = list.first();
+    const JsonNode &id = newest[QLatin1String("id")];
     return {
         .isList = true,
         .isEmpty = false,
-        .id = id.text() ? id.text() : id.integerDigits(),
-        .status = newest[QLatin1String("status")].text().value_or(QString()),
+        .id = id.text() ? textOf(id) : id.integerDigits(),
+        .status = textOf(newest[QLatin1String("status")]).value_or(QString()),
     };
 }
 
 std::optional<Execution> parseExecution(const QByteArray &body, bool success)
 {
-    const JsonSlice root = JsonSlice::of(body);
-    if (!root.isObject())
+    const JsonNode root = readJson(body).value_or(JsonNode());
+    if (!root.object())
         return std::nullopt;
     return Execution{extractWorkflowName(root), parseDetail(root, success)};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "JsonSlice.h"
-
+#include <QByteArray>
+#include <QLatin1String>
 #include <QString>
 
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "JsonNode.h"
+#include "core/json/JsonNode.h"
 
 #include <QString>
 

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <variant>
@@ -25,12 +26,14 @@ struct JsonNumber
     bool operator==(const JsonNumber &) const = default;
 };
 
-/// A value of a file that belongs to another program: nothing in it is lost or rounded.
+/// A value of a text that belongs to another program: nothing in it is lost or rounded.
 struct JsonNode
 {
     std::variant<std::nullptr_t, bool, JsonNumber, QString, JsonArray, JsonObject> value = nullptr;
+    /// Where it stood among the members of its object, the first at 0; it tells no two apart.
+    int place = 0;
 
-    bool operator==(const JsonNode &) const = default;
+    bool operator==(const JsonNode &other) const { return value == other.value; }
 
     /// The members if this is an object, else null.
     [[nodiscard]] const JsonObject *object() const { return std::get_if<JsonObject>(&value); }
@@ -38,9 +41,19 @@ struct JsonNode
     [[nodiscard]] const JsonArray *array() const { return std::get_if<JsonArray>(&value); }
     /// The text if this is a string, else null.
     [[nodiscard]] const QString *text() const { return std::get_if<QString>(&value); }
+    /// The digits of a number without fraction or exponent, however large; else none.
+    [[nodiscard]] std::optional<QString> integerDigits() const;
     /// The number if this is one without fraction or exponent that fits, else none.
     [[nodiscard]] std::optional<qint64> integer() const;
+
+    /// The member of that name; a null value when this is no object or has none.
+    [[nodiscard]] const JsonNode &operator[](const QString &key) const;
+    /// The first element; a null value when this is no array or an empty one.
+    [[nodiscard]] const JsonNode &first() const;
 };
+
+/// The names of the members in the order in which the text has them; none for anything but an object.
+[[nodiscard]] QStringList namesInOrder(const JsonNode &node);
 
 /// The elements if there is such a member and it is an array of nothing but objects, else none.
 [[nodiscard]] std::optional<QList<JsonObject>> listOfObjects(const JsonObject &parent,

@@ -54,13 +54,14 @@ private:
 
     bool readObject(JsonObject &object)
     {
+        int place = 0;
         return readList(u"{", u"}", [&] {
             QString name;
             skipBlanks();
             if (!readText(name))
                 return false;
             skipBlanks();
-            JsonNode node;
+            JsonNode node{.place = place++};
             if (!take(u":") || !readNode(node))
                 return false;
             object.insert(name, node);

@@ -1,4 +1,4 @@
-#include "hooks/installers/JsonNode.h"
+#include "core/json/JsonNode.h"
 
 #include <gtest/gtest.h>
 
@@ -33,11 +33,26 @@ TEST(JsonNodeTest, NamesAreSortedAndTheLastOfTwinsCounts)
               "{\n  \"a\": {\n    \"Z\": 0,\n    \"é\": [\n      1\n    ]\n  },\n  \"b\": 3\n}");
 }
 
+TEST(JsonNodeTest, TheOrderOfTheTextAndTheDigitsOfItsNumbersAreKept)
+{
+    const JsonNode root = readJson(R"({"z": [], "a": 1, "10": 1.50, "2": [-18446744073709551617, 2],
+                                       "é": null, "a": 3})")
+                              .value_or(JsonNode());
+    EXPECT_EQ(namesInOrder(root), QStringList({"z", "10", "2", "é", "a"}));
+    EXPECT_EQ(root["a"].integer(), 3);
+    EXPECT_EQ(root["2"].first().integerDigits(), "-18446744073709551617");
+    EXPECT_EQ(root["2"].first().integer(), std::nullopt);
+    EXPECT_EQ(root["10"].integerDigits(), std::nullopt);
+    EXPECT_EQ(root["z"].first()["deeper"].first(), JsonNode());
+    EXPECT_EQ(namesInOrder(root["z"]), QStringList());
+}
+
 TEST(JsonNodeTest, AnythingButOneJsonTextIsRefused)
 {
-    const QByteArray broken = R"(|{|{} {}|[1,]|[1 2]|{"a"}|{"a":}|{"a":1,}|01|1.|-|NaN|True|"\x"|)"
-                              R"("\u12g4"|"open)"
-                              "|// x\n{}|\"a\nb\"|\"\xff\"";
+    const QByteArray broken
+        = R"(|{|{} {}|{}x|<html>|[1,]|[1 2]|{"a"}|{"a":}|{"a":1,}|01|1.|-|NaN|True|)"
+          R"("\x"|"\u12g4"|"open)"
+          "|// x\n{}|\"a\nb\"|\"\xff\"|{\"a\": \"\xff\"}";
     for (const QByteArray &text : broken.split('|'))
         EXPECT_FALSE(readJson(text)) << text.toStdString();
     EXPECT_FALSE(readJson(QByteArray("{}\0", 3)));
