@@ -15,9 +15,6 @@ namespace {
 
 constexpr double timeout = 10;
 
-/// Bytes that are read well within the time of a frame.
-constexpr qsizetype shortBody = 128 * 1024;
-
 /// What the name of the provider's usual model contains.
 QLatin1String marker(ChatProvider provider)
 {
@@ -99,12 +96,8 @@ void ModelCatalogues::fetchOpenAIModels(const QString &apiKey, Fetched done)
 void ModelCatalogues::ask(const HttpRequest &request, Read read, Fetched done)
 {
     m_http.send(request, &m_owner, [=, this](const HttpReply &reply) {
-        if (reply.body.size() <= shortBody) {
-            done(read(reply));
-            return;
-        }
-        m_worker.post(
-            m_queue, &m_owner, [=] { return read(reply); }, done);
+        m_worker.postIfLong(
+            m_queue, &m_owner, reply.body.size(), [=] { return read(reply); }, done);
     });
 }
 

@@ -2,8 +2,6 @@
 
 #include "core/KeychainStore.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <cmath>
 
@@ -16,9 +14,6 @@ constexpr double slackShare = 0.1;
 
 /// Seconds; two clocks that are read one after the other differ by less.
 constexpr double shortestSleep = 1;
-
-/// Bytes that are read well within the time of a frame.
-constexpr qsizetype shortBody = 128 * 1024;
 
 } // namespace
 
@@ -79,29 +74,18 @@ void Poller::send(const HttpRequest &request, const Reading &read,
         m_answeredCycle = std::max(m_answeredCycle, cycle);
         return true;
     };
-    m_context.http.send(request, &m_life, [=, this](const HttpReply &reply) {
-        if (reply.status == 200 && reply.error.isEmpty())
-            handOver(reply.body, read, isWanted);
-        else if (isWanted() && fail)
-            fail(reply);
-    });
-}
-
-void Poller::handOver(const QByteArray &body, const Reading &read, std::function<bool()> isWanted)
-{
-    const auto accept = [isWanted = std::move(isWanted)](const Acceptance &acceptance) {
+    const auto accept = [isWanted](const Acceptance &acceptance) {
         if (isWanted() && acceptance)
             acceptance();
     };
-    if (body.size() <= shortBody) {
-        accept(read(body));
-        return;
-    }
-    m_reader.post([=, &queue = m_context.queue, life = QPointer(&m_life)] {
-        queue.post([life, accept, acceptance = read(body)] {
-            if (life)
-                accept(acceptance);
-        });
+    m_context.http.send(request, &m_life, [=, this](const HttpReply &reply) {
+        if (reply.status == 200 && reply.error.isEmpty()) {
+            m_reader.postIfLong(
+                m_context.queue, &m_life, reply.body.size(), [=] { return read(reply.body); },
+                accept);
+        } else if (isWanted() && fail) {
+            fail(reply);
+        }
     });
 }
 

@@ -59,9 +59,9 @@ protected:
 
     /// Sends the request and hands what `parse` makes of a whole answer of status 200 to `accept`.
     ///
-    /// `parse` takes the body and is pure: a long body is read off the main thread. Where it
-    /// returns an optional, nothing happens if that is empty. Any other outcome goes to `fail`, if
-    /// there is one.
+    /// `parse` takes the body and is pure: a long body is read off the main thread. Where it returns
+    /// an optional, nothing happens if that is empty. Any other outcome goes to `fail`, if there is
+    /// one.
     template<typename Parse, typename Accept>
     void fetch(const HttpRequest &request, Parse parse, Accept accept,
                std::function<void(const HttpReply &)> fail = {}, Wanted wanted = Wanted::newest)
@@ -105,9 +105,6 @@ private:
     void scheduleCycle(double deadline, double slack);
     void send(const HttpRequest &request, const Reading &read,
               std::function<void(const HttpReply &)> fail, Wanted wanted);
-    /// Calls on the main thread what `read` makes of the body, which is done elsewhere if it is
-    /// long.
-    void handOver(const QByteArray &body, const Reading &read, std::function<bool()> isWanted);
 
     const Schedule m_schedule;
     WorkItem m_timer;

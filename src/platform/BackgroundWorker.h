@@ -42,10 +42,23 @@ public:
         });
     }
 
+    /// Does the work at once if it reads no more bytes than are read well within the time of a frame,
+    /// else in the background; `then` gets the result on the main thread, which calls this.
+    template<typename Work, typename Then>
+    void postIfLong(MainQueue &queue, const QObject *owner, qsizetype bytes, Work work, Then then)
+    {
+        if (bytes <= shortInput)
+            then(work());
+        else
+            post(queue, owner, std::move(work), std::move(then));
+    }
+
     /// Tells long work that the worker is going and waits for it.
     [[nodiscard]] std::stop_token stopToken() const { return m_end.get_token(); }
 
 private:
+    static constexpr qsizetype shortInput = 128 * 1024;
+
     void run();
 
     const AtEnd m_atEnd;

@@ -1,5 +1,9 @@
 #include "platform/BackgroundWorker.h"
 
+#include "support/ManualQueue.h"
+
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 #include <future>
@@ -50,6 +54,31 @@ TEST(BackgroundWorkerTest, TakesUpWorkAgainAfterARest)
         worker.post([&] { done.set_value(round); });
         ASSERT_EQ(done.get_future().get(), round);
     }
+}
+
+TEST(BackgroundWorkerTest, ShortInputIsWorkedOnAtOnceAndLongInputElsewhereForALivingOwner)
+{
+    BackgroundWorker worker;
+    ManualQueue queue;
+    auto owner = std::make_unique<QObject>();
+    std::thread::id thread;
+    const auto post = [&](qsizetype size) {
+        thread = {};
+        worker.postIfLong(queue, owner.get(), size, std::this_thread::get_id,
+                          [&](std::thread::id used) { thread = used; });
+        return thread;
+    };
+    EXPECT_EQ(post(1), std::this_thread::get_id());
+    EXPECT_EQ(post(1 << 20), std::thread::id()) << "the main thread did not wait for it";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return queue.drain(), thread != std::thread::id(); }));
+    EXPECT_NE(thread, std::this_thread::get_id());
+    post(1 << 20);
+    owner.reset();
+    std::promise<void> done;
+    worker.post([&] { done.set_value(); });
+    done.get_future().wait();
+    queue.drain();
+    EXPECT_EQ(thread, std::thread::id());
 }
 
 } // namespace

@@ -17,8 +17,8 @@ namespace {
 
 /// Bytes of the longest body that is taken, packed or not.
 constexpr qsizetype bodyLimit = 32 * 1024 * 1024;
-/// Bytes of a packed body that become few enough to be unpacked within the time of a frame.
-constexpr qsizetype shortBody = 4 * 1024;
+/// A packed body counts for so many times its bytes: what it holds is much longer.
+constexpr qsizetype usualPacking = 32;
 constexpr int mostRedirects = 8;
 
 /// True if a redirect keeps the credentials with the server they were meant for.
@@ -193,12 +193,9 @@ void HttpExchange::unpack(int status)
         else
             fail(QStringLiteral("The server's answer is damaged or too long."));
     };
-    if (m_body.size() <= shortBody) {
-        take(gunzip(m_body, bodyLimit));
-        return;
-    }
-    m_road.unpacker.post(
-        m_road.queue, this, [body = m_body] { return gunzip(body, bodyLimit); }, take);
+    m_road.unpacker.postIfLong(
+        m_road.queue, this, m_body.size() * usualPacking,
+        [body = m_body] { return gunzip(body, bodyLimit); }, take);
 }
 
 void HttpExchange::follow(const QUrl &target)
