@@ -1,6 +1,7 @@
 #include "IslandPanel.h"
 
 #include "core/AppState.h"
+#include "core/IslandLayout.h"
 #include "platform/WindowShape.h"
 
 #include <QEvent>
@@ -58,8 +59,8 @@ void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &
 
 QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
 {
-    const QSizeF size = IslandGeometry::islandSize(m_state.mode, m_state.view, nw, nh,
-                                                   m_state.chatHistory.value().size());
+    const QSizeF size = IslandLayout::islandSize(m_state.mode, m_state.view, nw, nh,
+                                                 m_state.chatHistory.value().size());
     return {QPointF((width() - size.width()) / 2, 0), size};
 }
 

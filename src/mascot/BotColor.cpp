@@ -9,14 +9,13 @@ namespace tirlo {
 QColor BotColor::paint(double opacity) const
 {
     const auto component = [](double value) { return float(std::clamp(value, 0.0, 1.0)); };
-    return QColor::fromRgbF(component(red), component(green), component(blue),
-                            component(alpha * opacity));
+    return QColor::fromRgbF(component(red), component(green), component(blue), component(opacity));
 }
 
 BotColor BotColor::lightened(double amount) const
 {
     const auto lighten = [amount](double value) { return value + (1 - value) * amount; };
-    return {lighten(red), lighten(green), lighten(blue), alpha};
+    return {lighten(red), lighten(green), lighten(blue)};
 }
 
 std::optional<BotColor> cgColorFromHex(QStringView text)

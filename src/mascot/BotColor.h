@@ -13,11 +13,10 @@ struct BotColor
     double red = 0;
     double green = 0;
     double blue = 0;
-    double alpha = 1;
 
     bool operator==(const BotColor &) const = default;
 
-    /// The paint of this colour, its alpha taken times `opacity`.
+    /// The paint of this colour.
     [[nodiscard]] QColor paint(double opacity = 1) const;
 
     /// This colour moved toward white; 0 leaves it, 1 is white.

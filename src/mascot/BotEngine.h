@@ -152,8 +152,8 @@ public:
     /// Gives a mini its standing expression, or takes it away.
     void setPermanentEmote(std::optional<BotEmote> emote);
 
-    /// Plays an expression; `duration` in seconds. Being silent makes no difference.
-    void triggerEmote(BotEmote emote, double duration, bool silent = false);
+    /// Plays an expression; `duration` in seconds.
+    void triggerEmote(BotEmote emote, double duration);
     /// Takes a slap; three within 1.7 s make it dizzy.
     void slap();
     /// Swallows a file.

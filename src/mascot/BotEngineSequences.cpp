@@ -134,7 +134,7 @@ void BotEngine::interruptGreet()
     startTween(BotProperty::hands, {{0, 150, easeInOutCubic}});
 }
 
-void BotEngine::triggerEmote(BotEmote emote, double duration, bool)
+void BotEngine::triggerEmote(BotEmote emote, double duration)
 {
     const double now = m_queue.mediaTime();
     const double until = now + duration;

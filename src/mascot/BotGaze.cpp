@@ -1,10 +1,9 @@
 #include "BotGaze.h"
 
 #include "core/AppState.h"
-#include "core/IslandConst.h"
+#include "core/IslandLayout.h"
 #include "platform/Screens.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace tirlo {
@@ -24,75 +23,14 @@ double middleOfScreen(const Screens &screens)
     return all.empty() ? 0 : all.front().frame.center().x();
 }
 
-double islandWidth(const AppState &state)
-{
-    switch (state.mode.value()) {
-    case IslandMode::hidden:
-        return state.notchWidth;
-    case IslandMode::compact:
-        return state.notchWidth + IslandConst::compactExtraWidth;
-    case IslandMode::expanded:
-        break;
-    }
-    return IslandConst::expandedWidth;
-}
-
-double islandHeight(const AppState &state, const ViewLayout &layout)
-{
-    if (state.mode != IslandMode::expanded)
-        return state.notchHeight;
-    if (state.view != IslandView::prompt)
-        return layout.height;
-    return std::min(IslandConst::promptMaximumHeight,
-                    IslandConst::promptBaseHeight
-                        + IslandConst::promptHeightPerMessage
-                            * double(state.chatHistory.value().size()));
-}
-
-/// Left of the island is 0.
-double mascotX(const AppState &state, const ViewLayout &layout)
-{
-    switch (state.mode.value()) {
-    case IslandMode::hidden:
-        return 46;
-    case IslandMode::compact:
-        return 40;
-    case IslandMode::expanded:
-        break;
-    }
-    if (state.view == IslandView::uploading)
-        return state.uploadProgress * 526 + 36;
-    return layout.botX;
-}
-
-/// Top of the island is 0.
-double mascotY(const AppState &state, const ViewLayout &layout)
-{
-    const double height = islandHeight(state, layout);
-    switch (state.mode.value()) {
-    case IslandMode::hidden:
-        return 16;
-    case IslandMode::compact:
-        return height / 2;
-    case IslandMode::expanded:
-        break;
-    }
-    if (layout.botY)
-        return *layout.botY;
-    if (state.view == IslandView::uploading)
-        return 103;
-    return (height - 42 - 84) / 2 + 84;
-}
-
 } // namespace
 
 QPointF gazeAtPointer(const AppState &state, const Screens &screens)
 {
-    const ViewLayout &layout = IslandConst::viewLayout(state.view);
-    const double x = mascotX(state, layout) + middleOfScreen(screens) - islandWidth(state) / 2;
-    const double y = mascotY(state, layout);
-    return {std::tanh((state.mousePosition.x() - x) / reachX),
-            -std::tanh((state.mousePosition.y() - y) / reachY)};
+    const double left = middleOfScreen(screens) - IslandLayout::islandSize(state).width() / 2;
+    const QPointF eyes = IslandLayout::mascotPlace(state).centre + QPointF(left, 0);
+    const QPointF away = state.mousePosition - eyes;
+    return {std::tanh(away.x() / reachX), -std::tanh(away.y() / reachY)};
 }
 
 } // namespace tirlo

@@ -8,11 +8,8 @@ namespace {
 
 using Kind = BadgeType::Kind;
 
-constexpr BotColor white{1, 1, 1};
-
-/// A row whose badge and glow take the state's own colour.
-BotStateCfg makeRow(BotColor color, double tint, EyeShape eye, double glowOpacity,
-                    std::optional<Kind> badge, std::optional<QLatin1String> sound)
+/// A row whose badge takes the state's own colour.
+BotStateCfg makeRow(BotColor color, double tint, EyeShape eye, std::optional<Kind> badge)
 {
     BotStateCfg row;
     row.color = color;
@@ -20,10 +17,6 @@ BotStateCfg makeRow(BotColor color, double tint, EyeShape eye, double glowOpacit
     row.eye = eye;
     if (badge)
         row.badge = BadgeType{*badge, color};
-    row.badgeColor = color;
-    row.glow = color;
-    row.glowOpacity = glowOpacity;
-    row.sound = sound;
     return row;
 }
 
@@ -34,27 +27,22 @@ Table makeTable()
     using enum EyeShape;
     Table table{
         // idle, working, thinking, searching
-        makeRow({0.902, 0.914, 0.933}, 0, pill, 0.25, {}, {}),
-        makeRow({0.231, 0.62, 1.0}, 0.72, pill, 0.55, Kind::dots, QLatin1String("work")),
-        makeRow({0.545, 0.361, 0.965}, 0.72, pill, 0.5, Kind::dots, QLatin1String("think")),
-        makeRow({0.388, 0.396, 0.949}, 0.72, pill, 0.55, Kind::dots, QLatin1String("search")),
+        makeRow({0.902, 0.914, 0.933}, 0, pill, {}),
+        makeRow({0.231, 0.62, 1.0}, 0.72, pill, Kind::dots),
+        makeRow({0.545, 0.361, 0.965}, 0.72, pill, Kind::dots),
+        makeRow({0.388, 0.396, 0.949}, 0.72, pill, Kind::dots),
         // approval, question, error, finished
-        makeRow({0.961, 0.647, 0.141}, 0.78, wide, 0.6, Kind::bang, QLatin1String("approval")),
-        makeRow({0.133, 0.827, 0.933}, 0.75, pill, 0.55, Kind::question, QLatin1String("question")),
-        makeRow({0.957, 0.314, 0.369}, 0.78, flat, 0.55, Kind::dot, QLatin1String("error")),
-        makeRow({0.204, 0.831, 0.6}, 0.35, happy, 0.5, Kind::dot, QLatin1String("finish")),
+        makeRow({0.961, 0.647, 0.141}, 0.78, wide, Kind::bang),
+        makeRow({0.133, 0.827, 0.933}, 0.75, pill, Kind::question),
+        makeRow({0.957, 0.314, 0.369}, 0.78, flat, Kind::dot),
+        makeRow({0.204, 0.831, 0.6}, 0.35, happy, Kind::dot),
         // ratelimit, sleeping, dizzy
-        makeRow({0.984, 0.573, 0.235}, 0.72, tired, 0.45, Kind::dot, QLatin1String("rate")),
-        makeRow({0.58, 0.635, 0.722}, 0.32, closed, 0.2, {}, QLatin1String("sleep")),
-        makeRow({0.957, 0.447, 0.714}, 0.7, spiral, 0.55, {}, QLatin1String("dizzy")),
+        makeRow({0.984, 0.573, 0.235}, 0.72, tired, Kind::dot),
+        makeRow({0.58, 0.635, 0.722}, 0.32, closed, {}),
+        makeRow({0.957, 0.447, 0.714}, 0.7, spiral, {}),
     };
 
     const auto at = [&table](BotState state) -> BotStateCfg & { return table[std::size_t(state)]; };
-    at(BotState::idle).glow = {1, 1, 1, 0.35};
-    at(BotState::idle).badgeColor = white;
-    at(BotState::sleeping).badgeColor = white;
-    at(BotState::dizzy).badgeColor = white;
-
     at(BotState::thinking).look = QPointF(0.55, 0.55);
     at(BotState::searching).scans = true;
     at(BotState::approval).bounces = true;

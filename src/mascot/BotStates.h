@@ -3,7 +3,6 @@
 #include "BotColor.h"
 #include "core/model/BotState.h"
 
-#include <QLatin1String>
 #include <QPointF>
 
 #include <optional>
@@ -29,9 +28,6 @@ struct BotStateCfg
     double tint = 0;
     EyeShape eye = EyeShape::pill;
     std::optional<BadgeType> badge;
-    BotColor badgeColor;
-    BotColor glow;
-    double glowOpacity = 0;
     bool bounces = false;
     /// The gaze sweeps from side to side.
     bool scans = false;
@@ -43,8 +39,6 @@ struct BotStateCfg
     std::optional<QPointF> look;
     /// Radians.
     double tilt = 0;
-    /// Name of the sound that goes with the state.
-    std::optional<QLatin1String> sound;
 };
 
 /// The table of all states.

@@ -88,10 +88,7 @@ void drawGreeting(QPainter &painter, QSizeF size, double t, double tc,
                   const IslandRestingLayout &compact, const GreetCast &cast)
 {
     const GreetPose now = pose(t, tc, compact);
-    if (now.alpha <= 0)
-        return;
     const PainterScope scope(painter);
-    painter.setOpacity(painter.opacity() * now.alpha);
     painter.scale(size.width() / greetFrame.width(), size.height() / greetFrame.height());
 
     const QPainterPath card = cardPath();

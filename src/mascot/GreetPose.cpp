@@ -1,6 +1,8 @@
 #include "GreetPose.h"
 
 #include "Easing.h"
+#include "core/IslandConst.h"
+#include "core/IslandLayout.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,10 +21,8 @@ constexpr double lastMoment = 14.6;
 constexpr double stageX = 320;
 constexpr double stageY = 90;
 
-/// What the resting island has on top of the notch's width.
-constexpr double restingExtraWidth = 160;
-/// From the resting island's left edge to its mascot's centre.
-constexpr double restingMascotX = 40;
+/// The film's mascot is so much smaller than one that stands on the island with the same look.
+constexpr double filmShare = 0.85;
 
 double share(double t, double from, double length)
 {
@@ -38,7 +38,7 @@ void swellIsland(GreetPose &pose, double t, const IslandRestingLayout &compact)
 {
     const double q = share(t, 0, 0.5);
     const double g = std::sin(pi * q / 2) + 0.04 * q * std::sin(pi * q);
-    const double notch = compact.width - restingExtraWidth;
+    const double notch = compact.width - IslandConst::compactExtraWidth;
     pose.w = notch + (greetFrame.width() - notch) * g;
     pose.h = compact.height + (greetFrame.height() - compact.height) * g;
 }
@@ -147,9 +147,10 @@ GreetPose pose(double t, double tc, const IslandRestingLayout &compact)
     const auto settle = [k](double &value, double rest) { value += (rest - value) * k; };
     settle(pose.w, compact.width);
     settle(pose.h, compact.height);
-    settle(pose.x, stageX - compact.width / 2 + restingMascotX);
-    settle(pose.y, compact.height / 2);
-    settle(pose.d, 17 * std::min(compact.height - 6, 20.0) / 20);
+    const MascotPlace rest = IslandLayout::compactMascotPlace({compact.width, compact.height});
+    settle(pose.x, stageX - compact.width / 2 + rest.centre.x());
+    settle(pose.y, rest.centre.y());
+    settle(pose.d, filmShare * rest.diameter);
     for (double *upright : {&pose.sx, &pose.sy, &pose.open, &pose.fold, &pose.foldT})
         settle(*upright, 1);
     for (double *gone :

@@ -54,8 +54,6 @@ struct GreetPose
     /// The island.
     double w = 0;
     double h = 0;
-    /// Opacity of everything.
-    double alpha = 1;
 
     bool operator==(const GreetPose &) const = default;
 };

@@ -34,7 +34,7 @@ void PooledSoundEngine::preload()
 
 void PooledSoundEngine::play(const QString &name)
 {
-    if (!enabled || !m_state.soundEnabled)
+    if (!m_state.soundEnabled)
         return;
     const Pool &pool = players(name);
     if (pool.empty())

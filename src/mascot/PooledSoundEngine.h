@@ -36,9 +36,6 @@ public:
     /// Sets the loudness of all effects, those that sound at the moment included.
     void setVolume(float volume);
 
-    /// Keeps everything silent while false, whatever the user has chosen.
-    bool enabled = true;
-
 private:
     using Pool = std::vector<std::unique_ptr<AudioVoice>>;
 

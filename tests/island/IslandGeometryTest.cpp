@@ -1,4 +1,6 @@
 #include "island/IslandGeometry.h"
+
+#include "core/IslandLayout.h"
 #include "core/model/RawText.h"
 #include "support/FakeScreens.h"
 
@@ -11,6 +13,7 @@ using namespace tirlo;
 namespace {
 
 using namespace IslandGeometry;
+using namespace IslandLayout;
 
 TEST(IslandGeometryTest, TheSizeFollowsModeNotchViewAndChat)
 {

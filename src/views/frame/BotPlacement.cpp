@@ -1,7 +1,7 @@
 #include "BotPlacement.h"
 
 #include "core/AppState.h"
-#include "island/IslandGeometry.h"
+#include "core/IslandLayout.h"
 #include "island/IslandMotion.h"
 #include "mascot/BotCanvasView.h"
 
@@ -39,7 +39,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
                                   context.queue, context.frames, context.screens},
                                  this))
     , m_mode(context.state.mode)
-    , m_place(IslandGeometry::mascotPlace(context.state))
+    , m_place(IslandLayout::mascotPlace(context.state))
     , m_mood(displayedState(context.state))
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -111,12 +111,12 @@ void BotPlacement::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(light);
     m_glow.paint(painter, {m_x.valueAt(time), m_y.valueAt(time)},
-                 m_side.valueAt(time) / canvasPerDiameter, time);
+                 m_side.valueAt(time) / IslandLayout::canvasPerDiameter, time);
 }
 
 void BotPlacement::followPlace()
 {
-    const MascotPlace place = IslandGeometry::mascotPlace(m_state);
+    const MascotPlace place = IslandLayout::mascotPlace(m_state);
     const Animation change
         = IslandMotion::forChange(std::exchange(m_mode, m_state.mode.value()), m_state.mode);
     const bool isDragged = m_state.isDraggingBot;
@@ -152,7 +152,7 @@ void BotPlacement::jumpTo(const MascotPlace &place)
 {
     m_x.jumpTo(place.centre.x());
     m_y.jumpTo(place.centre.y());
-    m_side.jumpTo(place.diameter * canvasPerDiameter);
+    m_side.jumpTo(place.diameter * IslandLayout::canvasPerDiameter);
 }
 
 void BotPlacement::flyTo(const MascotPlace &place)
@@ -161,7 +161,7 @@ void BotPlacement::flyTo(const MascotPlace &place)
     const double now = m_clock.now();
     m_x.animateTo(place.centre.x(), spring, now);
     m_y.animateTo(place.centre.y(), spring, now);
-    m_side.animateTo(place.diameter * canvasPerDiameter, spring, now);
+    m_side.animateTo(place.diameter * IslandLayout::canvasPerDiameter, spring, now);
 }
 
 /// Lets the form shown so far shrink away where it is, while the other grows in its own place.
@@ -227,7 +227,7 @@ void BotPlacement::placeCanvas(double time)
     const double scale = m_scale.valueAt(time);
     const double side = m_side.valueAt(time) * scale;
     const double overhang = particleOverhang * scale;
-    const double x = m_rides ? IslandGeometry::uploadTrackX(rideAt(time)) : m_x.valueAt(time);
+    const double x = m_rides ? IslandLayout::uploadTrackX(rideAt(time)) : m_x.valueAt(time);
     const QRectF frame(x - side / 2, m_y.valueAt(time) - side / 2 - overhang, side,
                        side + overhang);
     m_canvas->setParticleOverhang(overhang);
@@ -269,7 +269,7 @@ double BotPlacement::lightAt(double time) const
 /// The glow's room at that time.
 QRect BotPlacement::glowRect(double time) const
 {
-    const double reach = BotGlow::reach(m_side.valueAt(time) / canvasPerDiameter) + 1;
+    const double reach = BotGlow::reach(m_side.valueAt(time) / IslandLayout::canvasPerDiameter) + 1;
     const QPointF centre(m_x.valueAt(time), m_y.valueAt(time));
     return QRectF(centre - QPointF(reach, reach), QSizeF(2 * reach, 2 * reach)).toAlignedRect();
 }

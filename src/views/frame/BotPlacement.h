@@ -1,9 +1,9 @@
 #pragma once
 
 #include "BotGlow.h"
+#include "core/IslandLayout.h"
 #include "core/model/BotState.h"
 #include "core/model/IslandView.h"
-#include "island/IslandGeometry.h"
 #include "ui/motion/FrameClock.h"
 #include "ui/Observers.h"
 #include "views/ViewContext.h"

@@ -6,6 +6,7 @@
 #include "IslandContentView.h"
 #include "core/AppState.h"
 #include "core/IslandConst.h"
+#include "core/IslandLayout.h"
 #include "island/IslandGeometry.h"
 #include "island/IslandMotion.h"
 #include "mascot/GreetingCanvasView.h"
@@ -217,8 +218,8 @@ void IslandContainer::showGreeting()
     // A film that has folded, or faded, starts anew.
     if (m_greeting->isFolding() || m_greetingOpacity.target() == 0)
         m_greeting->hide();
-    const QSizeF resting = IslandGeometry::islandSize(IslandMode::compact, m_state.view,
-                                                      m_state.notchWidth, m_state.notchHeight, 0);
+    const QSizeF resting = IslandLayout::islandSize(IslandMode::compact, m_state.view,
+                                                    m_state.notchWidth, m_state.notchHeight, 0);
     m_greeting->setResting({.width = resting.width(),
                             .height = resting.height(),
                             .cornerRadius = IslandConst::closedCornerRadius});
