@@ -1,5 +1,4 @@
 #include "ChatFixture.h"
-#include "support/FakeHttpClient.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,9 +10,8 @@ using namespace tirlo;
 
 namespace {
 
-class ChatFiles : public ChatFixture
+struct ChatFiles : ChatFixture
 {
-protected:
     /// The file's context, its bytes on disk.
     FileContext file(const QString &name, const QByteArray &bytes)
     {
@@ -26,10 +24,10 @@ protected:
     /// The blocks that a new conversation begins with when it is about the file.
     QJsonArray blocksFor(const FileContext &context)
     {
-        service.emplace(state, notifications, keychain, http, queue, hosts);
+        restart();
         ask("What is this?", context);
         EXPECT_EQ(note(), "");
-        return messages(ChatProvider::anthropic).first().toObject()["content"].toArray();
+        return messages().first().toObject()["content"].toArray();
     }
 
     QTemporaryDir folder;
@@ -91,22 +89,19 @@ TEST_F(ChatFiles, AFileIsReadOnce)
     const QJsonArray blocks = blocksFor(context);
     ASSERT_TRUE(QFile::remove(context.fileURL->toLocalFile()));
     ask("And now?");
-    EXPECT_EQ(messages(ChatProvider::anthropic).first().toObject()["content"].toArray().first(),
-              blocks.first());
+    EXPECT_EQ(messages().first().toObject()["content"].toArray().first(), blocks.first());
 }
 
 TEST_F(ChatFiles, ALargePictureIsSentWithoutHoldingUpTheMainThread)
 {
     constexpr qint64 size = 50 * 1024 * 1024;
     const FileContext context = file("large.png", QByteArray(size, 'x'));
-    FakeHttpClient web;
-    service.emplace(state, notifications, keychain, web, queue, hosts);
     service->chat("What is this?", context);
     int turns = 0;
     QTimer turn;
     turn.callOnTimeout([&] { ++turns; });
     turn.start(0);
-    ASSERT_TRUE(waitUntil([&] { return !web.requests.empty(); }));
+    ASSERT_TRUE(eventually([&] { return !web.requests.empty(); }));
     EXPECT_GT(turns, 20);
     EXPECT_GT(web.requests.front().body.size(), size / 3 * 4);
 }
@@ -120,11 +115,10 @@ TEST_F(ChatFiles, OtherProvidersAreToldTheFilesNameOrTheFirstTextOfAnEarlierTurn
         blocksFor(file(name, "contents"));
         state.chatProvider = ChatProvider::openai;
         ask("More?");
-        EXPECT_EQ(messages(ChatProvider::openai).first().toObject()["content"], earlier);
-        service.emplace(state, notifications, keychain, http, queue, hosts);
+        EXPECT_EQ(messages().first().toObject()["content"], earlier);
+        restart();
         ask("What is this?", file(name, "contents"));
-        EXPECT_EQ(messages(ChatProvider::openai).first().toObject()["content"],
-                  "File: " + name + "\n\nWhat is this?");
+        EXPECT_EQ(messages().first().toObject()["content"], "File: " + name + "\n\nWhat is this?");
     }
 }
 

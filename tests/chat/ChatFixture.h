@@ -1,45 +1,102 @@
 #pragma once
 
 #include "chat/ClaudeService.h"
-#include "core/AppState.h"
 #include "core/KeychainStore.h"
-#include "core/Notifications.h"
-#include "platform/linux/QtHttpClient.h"
-#include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
-#include "support/MemoryStore.h"
-#include "support/ProviderStandIn.h"
-#include "support/SpinUntil.h"
+#include "support/StoreFixture.h"
 
 #include <QJsonDocument>
+#include <QPointer>
 
-#include <gtest/gtest.h>
-
-#include <optional>
+#include <utility>
 
 namespace tirlo {
 
-/// The chat over the real network client, with the providers played on this machine.
-class ChatFixture : public testing::Test
+/// The three providers: they refuse a wrong path or key and give a question its own words back.
+class FakeProviders final : public HttpClient
 {
-protected:
+public:
+    explicit FakeProviders(MainQueue &queue)
+        : m_queue(queue)
+    {
+    }
+
+    void send(const HttpRequest &request, const QObject *owner,
+              std::function<void(const HttpReply &)> done) override
+    {
+        requests.push_back(request);
+        const HttpReply reply = replies.isEmpty() ? replyTo(request) : replies.takeFirst();
+        if (hangs)
+            return;
+        m_queue.post([reply, done, life = QPointer(owner)] {
+            if (life)
+                done(reply);
+        });
+    }
+
+    /// The body of the last request.
+    [[nodiscard]] QJsonObject lastBody() const
+    {
+        return QJsonDocument::fromJson(requests.back().body).object();
+    }
+
+    static QByteArray textOf(const QJsonObject &object) { return QJsonDocument(object).toJson(); }
+
+    std::vector<HttpRequest> requests;
+    /// What comes of the next requests, whatever they ask for.
+    QList<HttpReply> replies;
+    /// The models of whoever is asked for them.
+    QJsonArray models;
+    bool hangs = false;
+
+private:
+    [[nodiscard]] HttpReply replyTo(const HttpRequest &request) const
+    {
+        const QString path = request.url.path();
+        const bool isAnthropic = request.url.host() == "api.anthropic.com";
+        const std::pair<QByteArray, QByteArray> key = isAnthropic
+            ? std::pair("x-api-key", "sk-right")
+            : std::pair("Authorization", "Bearer sk-right");
+        if (!request.headers.contains(key))
+            return {.status = 401};
+        const QString root = request.url.host().contains("google") ? "/v1beta/openai" : "/v1";
+        if (request.method == "GET" && path == root + "/models")
+            return {.status = 200, .body = textOf({{"data", models}})};
+        if (request.method != "POST"
+            || path != root + (isAnthropic ? "/messages" : "/chat/completions"))
+            return {.status = 404};
+        const QJsonValue content = lastBody()["messages"].toArray().last()["content"];
+        const QString text
+            = "You said: " + (isAnthropic ? content.toArray().last()["text"] : content).toString();
+        return {.status = 200,
+                .body
+                = textOf({{"content", QJsonArray{QJsonObject{{"type", "text"}, {"text", text}}}},
+                          {"choices",
+                           QJsonArray{QJsonObject{{"message", QJsonObject{{"content", text}}}}}}})};
+    }
+
+    MainQueue &m_queue;
+};
+
+/// The chat on a store of its own, with the providers played.
+struct ChatFixture : StoreFixture
+{
     ChatFixture()
     {
         keychain.load();
         QObject::connect(&notifications, &Notifications::triggerEmote, &notifications,
                          [this](BotEmote emote) { emotes.append(rawText(emote)); });
         for (const auto provider : allCases<ChatProvider>())
-            keychain.set(rawText(provider) + "-api-key", providers.key);
+            setKey(provider, "sk-right");
     }
 
-    template<typename Condition>
-    [[nodiscard]] bool waitUntil(Condition condition)
+    void setKey(ChatProvider provider, const QString &key)
     {
-        return spinUntil([&] {
-            queue.drain();
-            return condition();
-        });
+        keychain.set(rawText(provider) + "-api-key", key);
     }
+
+    /// Forgets the conversation, as a new start does.
+    void restart() { service.emplace(state, notifications, keychain, web, queue, ProviderHosts()); }
 
     /// Puts the question and waits for an answer or a note.
     void ask(const QString &query, const std::optional<PromptContext> &context = std::nullopt)
@@ -47,12 +104,13 @@ protected:
         state.view = IslandView::searching;
         state.noteMessage = std::nullopt;
         service->chat(query, context);
-        ASSERT_TRUE(waitUntil([this] { return state.view != IslandView::searching; }));
+        ASSERT_TRUE(eventually([this] { return state.view != IslandView::searching; }));
     }
 
     [[nodiscard]] QString lastAnswer() const
     {
-        return state.chatHistory.value().value(state.chatHistory.value().size() - 1).content;
+        return state.chatHistory.value().isEmpty() ? QString()
+                                                   : state.chatHistory.value().last().content;
     }
 
     /// The note on show; empty if an answer is on show instead.
@@ -63,45 +121,26 @@ protected:
         return isShown ? state.noteMessage.value().value_or(QString()) : QString();
     }
 
-    [[nodiscard]] LoopbackServer &server(ChatProvider provider)
+    /// The messages of the last request, system prompt aside.
+    [[nodiscard]] QJsonArray messages() const
     {
-        if (provider == ChatProvider::google)
-            return providers.google;
-        return provider == ChatProvider::openai ? providers.openai : providers.anthropic;
-    }
-
-    /// The messages of the last request to the provider, system prompt aside.
-    [[nodiscard]] QJsonArray messages(ChatProvider provider)
-    {
-        QJsonArray messages = ProviderStandIn::lastBody(server(provider))["messages"].toArray();
-        if (!messages.isEmpty() && messages.first()["role"] == "system")
+        QJsonArray messages = web.lastBody()["messages"].toArray();
+        if (messages.first()["role"] == "system")
             messages.removeFirst();
         return messages;
     }
 
-    ManualQueue queue;
-    MemoryStore settings;
-    AppState state{settings, queue};
-    Notifications notifications;
     QStringList emotes;
-    ProviderStandIn providers;
+    FakeProviders web{queue};
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
-    QtHttpClient http{queue};
-    const ProviderHosts hosts{providers.anthropic.url(), providers.google.url(),
-                              providers.openai.url()};
-    std::optional<ClaudeService> service{std::in_place, state, notifications, keychain,
-                                         http,          queue, hosts};
+    std::optional<ClaudeService> service{std::in_place, state, notifications,  keychain,
+                                         web,           queue, ProviderHosts()};
 };
 
 inline QJsonValue json(const QByteArray &text)
 {
     return QJsonDocument::fromJson("[" + text + "]").array().at(0);
-}
-
-inline std::string str(const QJsonValue &value)
-{
-    return QJsonDocument(QJsonArray{value}).toJson().toStdString();
 }
 
 } // namespace tirlo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/KeychainStore.h"
+#include "core/ServiceData.h"
 #include "integrations/Poller.h"
 #include "support/FakeHttpClient.h"
 #include "support/MemorySecretStore.h"
@@ -108,6 +109,7 @@ struct PollerFixture : StoreFixture
         return lines;
     }
 
+    ServiceData &services = state.services();
     FakeHttpClient http;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};

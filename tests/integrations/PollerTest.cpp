@@ -84,19 +84,5 @@ TEST_F(PollerTest, AnOlderAnswerDoesNotReplaceANewerOne)
     }
 }
 
-TEST_F(PollerTest, ALongAnswerIsReadBesideTheMainThreadAndOnlyALivingPollerTakesIt)
-{
-    const QByteArray longText(1'000'000, 'x');
-    cycle(poller, longText);
-    EXPECT_TRUE(texts.isEmpty()) << "the main thread did not wait for it";
-    ASSERT_TRUE(eventually([&] { return texts == QByteArrayList{longText}; }));
-
-    auto going = std::make_unique<TextPoller>(context, texts);
-    cycle(*going, longText);
-    going.reset();
-    queue.drain();
-    EXPECT_EQ(texts.size(), 1);
-}
-
 } // namespace
 } // namespace tirlo

@@ -1,26 +1,23 @@
 #include "PollerFixture.h"
-#include "core/ServiceData.h"
 #include "integrations/CalcomPoller.h"
 #include "integrations/GithubPoller.h"
 #include "integrations/NotionPoller.h"
 #include "integrations/ResendPoller.h"
+#include "integrations/ServiceAnswers.h"
+
+#include <limits>
 
 namespace tirlo {
 namespace {
 
 const QDateTime someDate = QDateTime::fromMSecsSinceEpoch(1773480413589);
 
-struct QuietPollersTest : PollerFixture
-{ };
+using QuietPollersTest = PollerFixture;
 
 TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
 {
     GithubPoller poller(context);
-    const struct
-    {
-        const char *user;
-        qint64 repos;
-    } rows[] = {
+    const std::pair<const char *, qint64> rows[] = {
         {R"({"public_repos": 3, "owned_private_repos": 4, "total_private_repos": 9})", 7},
         {R"({"public_repos": 3, "owned_private_repos": "4", "total_private_repos": 9})", 12},
         {R"({"public_repos": 3})", 3},
@@ -28,11 +25,11 @@ TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
         {R"({"public_repos": 9223372036854775807, "owned_private_repos": 1})", 9223372036854775807},
         {"{}", 0},
     };
-    for (const auto &row : rows) {
-        cycle(poller, row.user);
+    for (const auto &[user, repos] : rows) {
+        cycle(poller, user);
         ASSERT_TRUE(http.answer({.status = 200, .body = R"([
             {"stargazers_count": 40}, {"stargazers_count": "1"}, {}, {"stargazers_count": 2}])"}));
-        EXPECT_EQ(state.services().githubStats.value(), (GitHubStats{row.repos, 42})) << row.user;
+        EXPECT_EQ(services.githubStats.value(), (GitHubStats{repos, 42})) << user;
     }
     const Headers headers{{"Authorization", "Bearer key"},
                           {"Accept", "application/vnd.github+json"}};
@@ -44,8 +41,7 @@ TEST_F(QuietPollersTest, GithubCountsRepositoriesAndThenStars)
         cycle(poller, R"({"public_repos": 1})");
         ASSERT_TRUE(http.answer({.status = 200, .body = body}));
         const bool isList = QLatin1String(body) == "[]"_L1;
-        EXPECT_EQ(state.services().githubStats.value(),
-                  isList ? (GitHubStats{1, 0}) : (GitHubStats{0, 42}))
+        EXPECT_EQ(services.githubStats.value(), isList ? (GitHubStats{1, 0}) : (GitHubStats{0, 42}))
             << body;
     }
     takeAddresses();
@@ -67,13 +63,13 @@ TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
 
     expectRequest(u"https://api.resend.com/emails?limit=100"_s,
                   {{"Authorization", "Bearer key"}, {"Accept", "application/json"}});
-    EXPECT_EQ(state.services().resendEmails.value(),
+    EXPECT_EQ(services.resendEmails.value(),
               (QList<ResendEmail>{
                   {"1", {"a@x.y", "b@x.y"}, "Hi", someDate, "delivered"},
                   {"2", {"c@x.y"}, "", queue.wallClock(), ""},
                   {"3", {}, "", QDateTime::fromMSecsSinceEpoch(1773480413000), ""},
               }));
-    EXPECT_EQ(state.services().resendTotal.value(), 3);
+    EXPECT_EQ(services.resendTotal.value(), 3);
 
     const std::pair<const char *, std::optional<qint64>> totals[]{
         {R"({"data": [], "total": "9", "count": 8})", 8},
@@ -81,13 +77,13 @@ TEST_F(QuietPollersTest, ResendKeepsTheLatestMailsAndTheirTotal)
         {R"({"data": []})", std::nullopt}};
     for (const auto &[body, total] : totals) {
         cycle(poller, body);
-        EXPECT_EQ(state.services().resendTotal.value(), total) << body;
-        EXPECT_TRUE(state.services().resendEmails.value().isEmpty());
+        EXPECT_EQ(services.resendTotal.value(), total) << body;
+        EXPECT_TRUE(services.resendEmails.value().isEmpty());
     }
     const QByteArrayList seven(7, R"({"id": "1", "created_at": "2026-03-14T09:26:53Z"})");
     cycle(poller, "{\"data\": [" + seven.join(',') + "]}");
-    EXPECT_EQ(state.services().resendTotal.value(), 7);
-    EXPECT_EQ(state.services().resendEmails.value().size(), 5);
+    EXPECT_EQ(services.resendTotal.value(), 7);
+    EXPECT_EQ(services.resendEmails.value().size(), 5);
 }
 
 TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
@@ -117,7 +113,7 @@ TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
                    {"Content-Type", "application/json"}});
 
     const QDateTime now = queue.wallClock();
-    EXPECT_EQ(state.services().notionPages.value(),
+    EXPECT_EQ(services.notionPages.value(),
               (QList<NotionPage>{
                   {"1", "Chairs", "🪑", someDate, "https://www.notion.so/1"},
                   {"2", "Orders", {}, now, ""},
@@ -126,7 +122,7 @@ TEST_F(QuietPollersTest, NotionKeepsPagesAndDatabases)
                   {"5", "Untitled", {}, now, ""},
               }));
     cycle(poller, R"({"results": []})");
-    EXPECT_TRUE(state.services().notionPages.value().isEmpty());
+    EXPECT_TRUE(services.notionPages.value().isEmpty());
 }
 
 TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
@@ -155,12 +151,44 @@ TEST_F(QuietPollersTest, CalcomKeepsTheBookingsOfSixtyDays)
 
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(1773484013000);
     EXPECT_EQ(
-        state.services().calcomBookings.value(),
+        services.calcomBookings.value(),
         (QList<CalcomBooking>{
             {1, "Call", someDate, end, "pending", "Ada", "ada@x.y", "At the door"},
             {9007199254740993, "Meeting", someDate, someDate, "accepted", {}, "ada@x.y", "Chair"},
             {3, "Meeting", someDate, end, "accepted", {}, {}, {}},
         }));
+}
+
+TEST(ServiceAnswersTest, ReadsInternetDatesAndNothingElse)
+{
+    const std::pair<const char *, qint64> rows[]{
+        {"2026-03-14T09:26:53Z", 1773480413000},
+        {"2026-03-14T09:26:53.5Z", 1773480413500},
+        {"2026-03-14T09:26:53.589793238462643383Z", 1773480413589},
+        {"2026-03-14T10:26:53.589+01:00", 1773480413589},
+        {"2026-03-14T03:56:53-0530", 1773480413000},
+        {"1969-12-31T23:59:59.250Z", -750},
+        {"", -1},
+        {"2026-03-14T09:26:53", -1},
+        {"2026-02-29T09:26:53Z", -1},
+        {"2026-03-14T24:00:00Z", -1},
+        {"2026-03-14T09:26:53+15:00", -1},
+        {"2026-03-14T09:26:53Z\n", -1}};
+    for (const auto &[text, milliseconds] : rows) {
+        const auto date = isoDate(QString::fromLatin1(text));
+        EXPECT_EQ(date ? date->toMSecsSinceEpoch() : -1, milliseconds) << text;
+    }
+}
+
+TEST(ServiceAnswersTest, KeepsNumbersWithinWhatDatesAndSumsCanHold)
+{
+    EXPECT_EQ(dateSinceEpoch(-0.75).toMSecsSinceEpoch(), -750);
+    EXPECT_TRUE(dateSinceEpoch(-1e300).isValid());
+    EXPECT_GT(dateSinceEpoch(1e300), dateSinceEpoch(1e11));
+
+    using Limits = std::numeric_limits<qint64>;
+    EXPECT_EQ(boundedSum(Limits::max(), 1), Limits::max());
+    EXPECT_EQ(boundedSum(Limits::min(), -1), Limits::min());
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "support/ManualQueue.h"
 #include "support/SpinUntil.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -12,9 +11,6 @@
 using namespace tirlo;
 
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 class QtHttpClientTest : public testing::Test
 {
@@ -73,10 +69,11 @@ TEST_F(QtHttpClientTest, AnAnswerThatBreaksOffIsNoAnswer)
             server.respond = always({.status = status, .body = body, .manner = manner});
             const HttpReply reply = outcomeOf({.url = server.url()});
             EXPECT_EQ(reply, (HttpReply{.error = reply.error})) << int(manner);
-            EXPECT_NE(reply.error, "") << int(manner);
-            EXPECT_THAT(reply.error.toStdString(), Not(HasSubstr("127.0.0.1"))) << int(manner);
+            EXPECT_FALSE(reply.error.isEmpty() || reply.error.contains("127.0.0.1")) << int(manner);
         }
     }
+    server.respond = always({.body = body, .manner = LoopbackManner::stopsBetweenChunks});
+    EXPECT_NE(outcomeOf({.url = server.url()}).error, "");
     server.requests.clear();
     EXPECT_NE(outcomeOf({.method = "POST", .url = server.url(), .body = "mail"}).error, "");
     EXPECT_EQ(server.requests.size(), 1u) << "what changes something is not sent again";
@@ -149,10 +146,8 @@ TEST_F(QtHttpClientTest, WhatCannotBeSentIsRefusedBeforeItIsSent)
              HttpRequest{.url = QUrl("//somewhere")},
              HttpRequest{.url = QUrl()},
          }) {
-        const HttpReply reply = outcomeOf(request);
-        EXPECT_EQ(reply.status, 0);
-        EXPECT_NE(reply.error, "");
-        EXPECT_THAT(reply.error.toStdString(), Not(HasSubstr("secret")));
+        const QString error = outcomeOf(request).error;
+        EXPECT_FALSE(error.isEmpty() || error.contains("secret")) << error.toStdString();
     }
     EXPECT_EQ(server.connections, 0);
 }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace tirlo;
 
 namespace {
@@ -22,22 +24,17 @@ TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBui
         file.write(bytes);
     };
     const QByteArray usual("\0\0\0\x4a", 4);
-    const struct
-    {
-        QByteArray parameter;
-        QByteArray height;
-        int shown;
-    } rows[]{{"", usual, 0},
-             {"N\n", usual, 0},
-             {"Y\n", "", 0},
-             {"Y\n", "abc", 0},
-             {"Y\n", "\xff\xff\xff\xff", 160},
-             {"Y\n", usual, 74}};
+    const std::tuple<QByteArray, QByteArray, int> rows[]{{"", usual, 0},
+                                                         {"N\n", usual, 0},
+                                                         {"Y\n", "", 0},
+                                                         {"Y\n", "abc", 0},
+                                                         {"Y\n", "\xff\xff\xff\xff", 160},
+                                                         {"Y\n", usual, 74}};
     EXPECT_EQ(shownNotchHeight(root.path()), 0) << "another kind of machine";
-    for (const auto &row : rows) {
-        write("/sys/module/appledrm/parameters/show_notch", row.parameter);
-        write("/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height", row.height);
-        EXPECT_EQ(shownNotchHeight(root.path()), row.shown);
+    for (const auto &[parameter, height, shown] : rows) {
+        write("/sys/module/appledrm/parameters/show_notch", parameter);
+        write("/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height", height);
+        EXPECT_EQ(shownNotchHeight(root.path()), shown);
     }
 
     const QtScreens screens(root.path());

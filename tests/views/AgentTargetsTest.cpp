@@ -1,5 +1,7 @@
 #include "ViewFixture.h"
 
+#include <tuple>
+
 using namespace tirlo;
 
 namespace {
@@ -46,13 +48,7 @@ TEST_F(AgentTargetsTest, EachKindOfTaskHasItsTarget)
     using enum AgentSource;
     const char *ownN8n = "https://flows.example.org/home";
     keychain.set("n8n-url", ownN8n);
-    struct Row
-    {
-        const char *id;
-        AgentSource source;
-        const char *buttonName;
-        const char *expected;
-    };
+    using Row = std::tuple<const char *, AgentSource, const char *, const char *>;
     for (const auto &[id, source, buttonName, expected] : {
              Row{"integration_claude", claudeCode, "Open VS Code", editor},
              Row{"integration_resend", n8n, "Open Resend", "https://resend.com/emails"},

@@ -1,4 +1,3 @@
-#include "ui/CodeBlock.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
 #include "ui/TextLine.h"
@@ -62,17 +61,6 @@ TEST(ForeignTextTest, MarkupIsShownAndNotInterpreted)
 
     label.resize(600, Style::lineHeight);
     EXPECT_EQ(toolTipOf(label), "") << "a text that fits has none";
-}
-
-TEST(ForeignTextTest, ACodeBlockElidesInItsMiddle)
-{
-    CodeBlock code(nullptr);
-    code.setLine("start " + QString(200, u'x') + " end");
-    code.resize(200, code.sizeHint().height());
-    const QFontMetricsF metrics(code.font(), &code);
-    const QString shown = TextLine::elided(code.text(), metrics, Qt::ElideMiddle, 184);
-    EXPECT_TRUE(shown.startsWith("start") && shown.endsWith("end")) << shown.toStdString();
-    EXPECT_TRUE(toolTipOf(code).contains(" end"));
 }
 
 } // namespace

@@ -33,14 +33,12 @@ protected:
     {
         return picture().pixelColor(placeOf(button(tab)).topLeft() + QPoint(1, 11));
     }
-
-    const QColor litColor{0x1D, 0x1F, 0x23};
 };
 
 TEST_F(IslandHeaderTest, TabsLeadToTheirViewAndAreLitOnIt)
 {
     EXPECT_EQ(litTabs(), "Home");
-    EXPECT_EQ(background("Home"), litColor);
+    EXPECT_EQ(background("Home"), QColor(0x1D, 0x1F, 0x23));
     EXPECT_EQ(background("Chat"), QColor(Qt::black));
     for (const auto &[tab, view] : {std::pair("Chat", IslandView::prompt),
                                     {"Drop a file", IslandView::upload},
@@ -57,12 +55,6 @@ TEST_F(IslandHeaderTest, TabsLeadToTheirViewAndAreLitOnIt)
     queue.advance(1);
     click("Home");
     EXPECT_EQ(state.view.value(), IslandView::overview);
-    queue.advance(0.1);
-    QTest::mouseMove(root->windowHandle(), QPoint(300, 300));
-    EXPECT_GT(background("Home").green(), 0) << "it lights up";
-    EXPECT_LT(background("Home").green(), litColor.green()) << "and nothing jumps";
-    queue.advance(1);
-    EXPECT_EQ(background("Home"), litColor);
 
     click("Settings");
     EXPECT_EQ(state.view.value(), IslandView::settings);
@@ -93,14 +85,10 @@ TEST_F(IslandHeaderTest, EveryControlHasANameAndARoleAndTheTabKeyFollowsTheEye)
         open(view);
         SCOPED_TRACE(rawText(view).toStdString());
         for (QAbstractButton *control : root->findChildren<QAbstractButton *>()) {
-            if (!control->isVisible())
-                continue;
             const auto *told = QAccessible::queryAccessibleInterface(control);
-            ASSERT_TRUE(told);
-            EXPECT_FALSE(told->text(QAccessible::Name).isEmpty());
-            EXPECT_TRUE(told->role() == QAccessible::Button
-                        || told->role() == QAccessible::CheckBox)
-                << told->role();
+            const auto role = told->role();
+            EXPECT_TRUE(role == QAccessible::Button || role == QAccessible::CheckBox) << role;
+            EXPECT_FALSE(control->isVisible() && told->text(QAccessible::Name).isEmpty());
         }
     }
 
@@ -115,30 +103,18 @@ TEST_F(IslandHeaderTest, EveryControlHasANameAndARoleAndTheTabKeyFollowsTheEye)
     EXPECT_EQ(order.join(u' '), "Home Chat Drop a file Settings Mute Deny Always Allow");
 }
 
-TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
+TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndCannotBeReachedAnyMore)
 {
     const auto *header = root->findChild<IslandHeader *>();
-    const auto brightness = [this] { return background("Home").lightness(); };
-    const int lit = brightness();
     const QRect room = header->geometry();
-
     state.view = IslandView::confused;
-    // The card has come to rest before the home tab would lose its light.
     queue.advance(0.1);
     EXPECT_TRUE(header->isVisible()) << "it fades and doesn't vanish";
     click("Chat");
-    EXPECT_EQ(state.view.value(), IslandView::confused) << "but it can't be reached any more";
+    EXPECT_EQ(state.view.value(), IslandView::confused);
     queue.advance(0.12);
     EXPECT_FALSE(header->isVisible());
-    EXPECT_EQ(header->geometry(), room);
-
-    state.view = IslandView::overview;
-    EXPECT_EQ(brightness(), 0);
-    queue.advance(0.1);
-    EXPECT_GT(brightness(), 0);
-    EXPECT_LT(brightness(), lit);
-    queue.advance(0.12);
-    EXPECT_EQ(brightness(), lit);
+    EXPECT_EQ(header->geometry(), room) << "its room stays";
 }
 
 } // namespace

@@ -1,17 +1,10 @@
 #pragma once
 
-#include "core/AppState.h"
 #include "core/IslandConst.h"
 #include "core/KeychainStore.h"
-#include "core/Notifications.h"
 #include "support/FakeApplications.h"
-#include "support/FakeScreens.h"
-#include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
-#include "ui/motion/FrameClock.h"
+#include "support/MotionParts.h"
 #include "views/frame/IslandContainer.h"
 #include "views/frame/IslandHeader.h"
 #include "views/frame/IslandRootView.h"
@@ -25,7 +18,7 @@
 namespace tirlo {
 
 /// The whole tree of views in a window of the panel's size, over a store of its own.
-class ViewFixture : public testing::Test
+class ViewFixture : public testing::Test, protected MotionParts
 {
 protected:
     ViewFixture()
@@ -152,14 +145,6 @@ protected:
         return image;
     }
 
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
-    ManualFrameDriver driver{queue};
-    FrameClock frames{queue, driver};
-    FakeScreens screens;
     FakeApplications applications;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
@@ -171,7 +156,7 @@ protected:
         .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
     std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(ViewContext{
-        state, notifications, sounds, queue, frames, screens, applications, keychain, actions});
+        state, notifications, sound, queue, frames, screens, applications, keychain, actions});
 };
 
 } // namespace tirlo

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
+#include <utility>
 
 namespace tirlo {
 namespace {
@@ -56,56 +58,44 @@ TEST(AnimatedTest, RetargetedCurveStartsFromThePresentValue)
 {
     Animated<double> width(184);
     width.animateTo(640, bouncy, 0);
-    const double value = width.valueAt(0.1);
+    double last = width.valueAt(0.1);
     width.animateTo(184, closing, 0.1);
-
-    EXPECT_EQ(width.valueAt(0.1), value);
-    double last = value;
-    for (double time = 0.1; time < 0.5; time += 0.001) {
-        EXPECT_LE(width.valueAt(time), last);
-        last = width.valueAt(time);
+    EXPECT_EQ(width.valueAt(0.1), last);
+    for (double time = 0.1; time < 0.44; time += 0.001) {
+        EXPECT_FALSE(width.isAtRest(time));
+        EXPECT_LE(width.valueAt(time), std::exchange(last, width.valueAt(time)));
     }
-    EXPECT_FALSE(width.isAtRest(0.1 + 0.339));
-    EXPECT_TRUE(width.isAtRest(0.1 + 0.341));
+    EXPECT_TRUE(width.isAtRest(0.441));
     EXPECT_EQ(width.valueAt(0.441), 184);
 }
 
 TEST(AnimatedTest, RestComesAtLastAndNeverWhileMoreThanATraceIsLeft)
 {
-    const struct
-    {
-        Spring spring;
-        double from;
-        double to;
-    } rows[]
-        = {{bouncy, 184, 640},  {bouncy, 0, 1},     {bouncy, 1, 1 - 1e-9},   {{0.3, 0.05}, 0, 1},
-           {{0.55, 1}, 0, 360}, {{0.4, 3}, 0, 640}, {{0.25, 0.4}, -1e6, 1e6}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(testing::Message() << row.spring.response << '/' << row.spring.dampingFraction
-                                        << ' ' << row.from << " to " << row.to);
-        const double distance = row.from - row.to;
+    using Row = std::tuple<Spring, double, double>;
+    for (const auto &[spring, from, to] : {Row{bouncy, 184, 640},
+                                           {bouncy, 1, 1 - 1e-9},
+                                           {{0.3, 0.05}, 0, 1},
+                                           {{0.55, 1}, 0, 360},
+                                           {{0.4, 3}, 0, 640},
+                                           {{0.25, 0.4}, -1e6, 1e6}}) {
+        SCOPED_TRACE(testing::Message() << spring.response << '/' << spring.dampingFraction);
+        const double distance = from - to;
         const double trace = std::min(0.05, std::abs(distance) * 0.001);
-        Animated<double> value(row.from);
-        value.animateTo(row.to, row.spring, 0);
+        Animated<double> value(from);
+        value.animateTo(to, spring, 0);
 
         double rest = 0;
         while (!value.isAtRest(rest) && rest < 10)
             rest += 0.001;
-        ASSERT_LT(rest, 10);
-        ASSERT_GT(rest, 0);
-        EXPECT_EQ(value.valueAt(rest), row.to);
+        ASSERT_TRUE(rest > 0 && rest < 10);
+        EXPECT_EQ(value.valueAt(rest), to);
         EXPECT_EQ(value.velocityAt(rest), 0);
-        for (double time = rest; time < rest + 3; time += 0.003) {
-            EXPECT_TRUE(value.isAtRest(time));
-            EXPECT_LE(std::abs(distance * row.spring.factorsAt(time).valuePerDisplacement),
+        for (double time = rest; time < rest + 3; time += 0.003)
+            EXPECT_LE(std::abs(distance * spring.factorsAt(time).valuePerDisplacement),
                       trace * (1 + 1e-9));
-        }
         // Nor does it dawdle: a moment before, the energy left was still worth drawing.
-        const SpringFactors before = row.spring.factorsAt(rest - 0.002);
-        EXPECT_GT(std::hypot(before.valuePerDisplacement,
-                             before.velocityPerDisplacement / row.spring.frequency())
-                      * std::abs(distance),
-                  trace);
+        const auto [a, b, c, d] = spring.factorsAt(rest - 0.002);
+        EXPECT_GT(std::hypot(a, c / spring.frequency()) * std::abs(distance), trace);
     }
 }
 
@@ -121,6 +111,82 @@ TEST(AnimatedTest, DelayHoldsThePresentValueAndThenStartsFromStandstill)
     EXPECT_FALSE(opacity.isAtRest(0.59));
     EXPECT_NEAR(opacity.velocityAt(0.6 + 1e-6), 0, 1e-3);
     EXPECT_LT(opacity.valueAt(0.7), 0.39);
+}
+
+TEST(SpringTest, ObeysTheOscillatorsEquationInEveryRegime)
+{
+    const Spring springs[]
+        = {{0.5, 0.72},      {0.3, 0.1},       {0.35, 0.9}, {0.55, 1},        {0.4, 1.6},
+           {0.35, 1 - 1e-7}, {0.35, 1 + 1e-7}, {0.8, 8},    {0.5, 1 - 1e-13}, {0.5, 1 + 1e-13}};
+    for (const Spring &spring : springs) {
+        const auto [a, b, c, d] = spring.factorsAt(0);
+        EXPECT_NEAR(std::abs(a - 1) + std::abs(b) + std::abs(c) + std::abs(d - 1), 0, 1e-12);
+        const double omega = spring.frequency();
+        for (const double time : {0.008, 0.1, 0.37, 1.0, 2.5}) {
+            const double h = 1e-6;
+            const SpringFactors before = spring.factorsAt(time - h);
+            const SpringFactors now = spring.factorsAt(time);
+            const SpringFactors after = spring.factorsAt(time + h);
+            const auto expectMotion = [&](auto value, auto velocity, double scale) {
+                const double force = -omega * omega * now.*value
+                    - 2 * spring.dampingFraction * omega * now.*velocity;
+                EXPECT_NEAR((after.*velocity - before.*velocity) / (2 * h), force,
+                            scale * omega * 1e-7)
+                    << spring.response << '/' << spring.dampingFraction << " at " << time;
+            };
+            expectMotion(&SpringFactors::valuePerDisplacement,
+                         &SpringFactors::velocityPerDisplacement, omega);
+            expectMotion(&SpringFactors::valuePerVelocity, &SpringFactors::velocityPerVelocity, 1);
+        }
+    }
+}
+
+TEST(SpringTest, StaysFiniteAndDiesAwayOverLongTimes)
+{
+    for (const double damping : {0.05, 1.0, 4.0, 60.0}) {
+        const auto [a, b, c, d] = Spring{0.2, damping}.factorsAt(10'000);
+        for (const double factor : {a, b, c, d})
+            EXPECT_NEAR(factor, 0, 1e-12) << damping;
+    }
+}
+
+// Gentle, steep, standing still in the middle or at an end, overshooting.
+const TimingCurve curves[] = {
+    TimingCurve::linear(2),    TimingCurve::easeIn(2),  TimingCurve::easeOut(2),
+    TimingCurve::easeInOut(2), {0.45, 0, 0.2, 1, 0.34}, {1, 0, 0, 1, 0.5},
+    {0, 1, 1, 0, 3},           {1, 0.2, 1, 0.9, 1},     {0, 0.3, 0, 0.8, 1},
+    {0.3, -0.6, 0.7, 1.6, 1},
+};
+
+double cubic(double p1, double p2, double s)
+{
+    return 3 * (1 - s) * (1 - s) * s * p1 + 3 * (1 - s) * s * s * p2 + s * s * s;
+}
+
+TEST(TimingCurveTest, PassesThroughThePointsOfItsBezier)
+{
+    for (const TimingCurve &curve : curves) {
+        for (int step = 0; step <= 1000; ++step) {
+            const double s = step / 1000.0;
+            // The steepest of these curves turn a rounding of time into a millionth of the way.
+            EXPECT_NEAR(curve.progressAt(cubic(curve.x1, curve.x2, s) * curve.duration),
+                        cubic(curve.y1, curve.y2, s), 1e-5)
+                << curve.x1 << ' ' << curve.x2 << " at " << s;
+        }
+    }
+}
+
+TEST(TimingCurveTest, HasExactEndsAndStandsStillBeyondThem)
+{
+    for (const TimingCurve &curve : curves) {
+        for (const double early : {-1.0, 0.0})
+            EXPECT_EQ(curve.progressAt(early), 0);
+        for (const double late : {curve.duration, curve.duration + 5})
+            EXPECT_EQ(curve.progressAt(late), 1);
+        EXPECT_EQ(curve.speedAt(-0.01), 0);
+        EXPECT_EQ(curve.speedAt(curve.duration), 0);
+    }
+    EXPECT_EQ(TimingCurve::easeIn(0).progressAt(0), 1);
 }
 
 } // namespace

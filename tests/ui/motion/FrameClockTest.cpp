@@ -28,54 +28,35 @@ protected:
     std::optional<FrameClock> clock{std::in_place, queue, driver};
 };
 
-TEST_F(FrameClockTest, RunsFromTheFirstSubscriberToTheLast)
+TEST_F(FrameClockTest, RunsFromTheFirstSubscriberToTheLastAtTheRateOfTheScreen)
 {
     int first = 0;
     int second = 0;
     queue.advance(5);
     EXPECT_EQ(driver.starts, 0);
-
-    auto a = clock->subscribe([&](double) { ++first; });
+    auto a = clock->subscribe([&](double time) {
+        EXPECT_EQ(time, queue.mediaTime());
+        ++first;
+    });
     EXPECT_EQ(driver.rate, 60);
     passFrames(3);
     auto b = clock->subscribe([&](double) { ++second; });
     queue.advance(2 / 60.0);
     EXPECT_EQ(first, 4);
     EXPECT_EQ(second, 2);
-    EXPECT_EQ(driver.starts, 1);
-
     a.reset();
-    EXPECT_FALSE(a.isActive());
-    EXPECT_TRUE(driver.isRunning);
-    b = {};
-    EXPECT_FALSE(driver.isRunning);
-    EXPECT_EQ(driver.stops, 1);
-    queue.advance(5);
-    EXPECT_EQ(first + second, 6);
-
-    const auto c = clock->subscribe([&](double) { ++first; });
-    EXPECT_EQ(driver.starts, 2);
-}
-
-TEST_F(FrameClockTest, FollowsTheRateOfTheScreenAndGivesTheMediaTime)
-{
-    int frames = 0;
-    double last = 0;
-    clock->setRate(120);
-    const auto subscription = clock->subscribe([&](double time) {
-        EXPECT_EQ(time, clock->now());
-        last = time;
-        ++frames;
-    });
-    EXPECT_EQ(driver.rate, 120);
     clock->setRate(144);
     EXPECT_EQ(driver.rate, 144);
-    queue.advance(0.501);
-    EXPECT_EQ(frames, 72);
-    EXPECT_NEAR(last, 0.5, 1e-9);
+    passFrames(10);
+    EXPECT_EQ(second, 11);
+    b = {};
+    EXPECT_FALSE(driver.isRunning);
+    queue.advance(5);
+    EXPECT_EQ(first + second, 15);
     for (const double odd : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
         clock->setRate(144);
         clock->setRate(odd);
+        const auto c = clock->subscribe([](double) {});
         EXPECT_EQ(driver.rate, 60) << odd;
     }
 }
@@ -120,15 +101,12 @@ TEST_F(FrameClockTest, CallbackMayAddSubscribersThatBeginWithTheNextFrame)
 {
     std::vector<FrameClock::Subscription> added;
     int addedFrames = 0;
-    int frames = 0;
     const auto subscription = clock->subscribe([&, text = std::string("stays in place")](double) {
-        ++frames;
         for (int count = 0; count < 20; ++count)
             added.push_back(clock->subscribe([&](double) { ++addedFrames; }));
         EXPECT_EQ(text, "stays in place");
     });
     passFrames(2);
-    EXPECT_EQ(frames, 1);
     EXPECT_EQ(addedFrames, 0);
     queue.advance(1 / 60.0);
     EXPECT_EQ(addedFrames, 20);
@@ -138,11 +116,11 @@ TEST_F(FrameClockTest, CallbackMayRunFramesOfItsOwn)
 {
     int outer = 0;
     int inner = 0;
-    FrameClock::Subscription quitter;
     const auto modal = clock->subscribe([&](double) {
         if (++outer == 1)
             queue.advance(2.5 / 60);
     });
+    FrameClock::Subscription quitter;
     quitter = clock->subscribe([&](double) {
         ++inner;
         quitter.reset();
@@ -186,14 +164,13 @@ TEST(TimerFrameDriverTest, DrawsAtTheRateOnlyWhileRunning)
     spinFor(30);
     EXPECT_EQ(frames, 0);
 
+    driver.start(250);
     QElapsedTimer watch;
     watch.start();
-    driver.start(250);
     spinFor(200);
-    const double elapsed = double(watch.nsecsElapsed()) * 1e-9;
     // A busy machine may miss frames, but never gets more than the grid has.
     EXPECT_GE(frames, 5);
-    EXPECT_LE(frames, int(elapsed * 250) + 1);
+    EXPECT_LE(frames, int(double(watch.nsecsElapsed()) * 1e-9 * 250) + 1);
 
     driver.stop();
     frames = 0;

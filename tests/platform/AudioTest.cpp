@@ -1,9 +1,10 @@
 #include "platform/linux/AlAudioOutput.h"
-
-#include "WavBytes.h"
+#include "platform/linux/AudioClip.h"
 #include "platform/linux/QtMainQueue.h"
 #include "support/ManualQueue.h"
 
+#include <QDataStream>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -12,20 +13,37 @@
 
 #include <cmath>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <numbers>
-#include <set>
-#include <string>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
 using namespace tirlo;
 using testing::AnyOf;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
+
+/// The bytes of a wave file of 16 bits with these samples, those of all channels in turn.
+QByteArray wavBytes(const std::vector<std::int16_t> &samples, int channels = 1, int rate = 48000)
+{
+    const auto dataSize = quint32(samples.size() * 2);
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out.writeRawData("RIFF", 4);
+    out << quint32(36 + dataSize);
+    out.writeRawData("WAVEfmt ", 8);
+    out << quint32(16) << quint16(1) << quint16(channels) << quint32(rate)
+        << quint32(rate * channels * 2) << quint16(channels * 2) << quint16(16);
+    out.writeRawData("data", 4);
+    out << dataSize;
+    for (const std::int16_t sample : samples)
+        out << sample;
+    return bytes;
+}
 
 /// A steady tone.
 QByteArray tone(double seconds)
@@ -41,56 +59,36 @@ bool fallsSilent(const AudioVoice &voice, int milliseconds = 2000)
     return QTest::qWaitFor([&] { return !voice.isPlaying(); }, milliseconds);
 }
 
-/// The threads of this process.
-std::set<std::string> allThreads()
+int threadCount()
 {
-    std::set<std::string> threads;
-    for (const auto &task : std::filesystem::directory_iterator("/proc/self/task"))
-        threads.insert(task.path().filename());
-    return threads;
+    return int(QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+/// How often the threads of this process, this one apart, wake in the next while.
+long wakesOfOthers()
+{
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    usleep(400'000);
+    getrusage(RUSAGE_SELF, &after);
+    return after.ru_nvcsw - before.ru_nvcsw - 1;
 }
 
 /// On a device that takes what is mixed at the pace of a real one and plays it to nobody.
-class AudioOutputTest : public testing::Test
+struct AudioOutputTest : testing::Test
 {
-protected:
     AudioOutputTest()
     {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
         // Read once a process, so a case that wants another driver has one of its own.
         qputenv("ALSOFT_DRIVERS", "null");
-    }
-
-    /// How often the threads that came since the start have woken so far, and how many there are.
-    std::pair<long, int> wakesOfOtherThreads() const
-    {
-        long wakes = 0;
-        int threads = 0;
-        for (const std::string &thread : allThreads()) {
-            if (m_before.contains(thread))
-                continue;
-            ++threads;
-            std::ifstream status("/proc/self/task/" + thread + "/status");
-            for (std::string word; status >> word;) {
-                long count = 0;
-                if (word == "voluntary_ctxt_switches:" && status >> count)
-                    wakes += count;
-            }
-        }
-        return {wakes, threads};
+        // A sanitizer has a thread of its own from the first other one on.
+        std::thread([] {}).join();
+        threadsBefore = threadCount();
     }
 
     QtMainQueue queue;
-
-private:
-    static std::set<std::string> threadsAtTheStart()
-    {
-        // A sanitizer has a thread of its own from the first other one on.
-        std::thread([] {}).join();
-        return allThreads();
-    }
-
-    const std::set<std::string> m_before = threadsAtTheStart();
+    int threadsBefore;
 };
 
 TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
@@ -114,16 +112,13 @@ TEST_F(AudioOutputTest, AVoiceSoundsToItsEndAndFromTheStartWhenPlayedAgain)
 
 TEST_F(AudioOutputTest, WhileNothingSoundsNoThreadWakes)
 {
+    const long wakesOfSanitizer = wakesOfOthers();
     AlAudioOutput output(queue);
     const auto voices = output.makeVoices(tone(0.1), 1);
     for (const char *when : {"before the first sound", "after a sound", "after another"}) {
         QTest::qWait(400);
-        const auto before = wakesOfOtherThreads();
-        usleep(400'000);
-        const auto after = wakesOfOtherThreads();
-        EXPECT_EQ(after.first - before.first, 0) << when;
-        EXPECT_GE(after.second, 1) << "the output's own";
-
+        EXPECT_LE(wakesOfOthers(), wakesOfSanitizer) << when;
+        EXPECT_GT(threadCount(), threadsBefore) << "the output's own";
         voices[0]->play();
         ASSERT_TRUE(fallsSilent(*voices[0]));
     }
@@ -133,14 +128,13 @@ TEST_F(AudioOutputTest, ALongSilenceClosesTheDeviceAndTheNextSoundOpensIt)
 {
     AlAudioOutput output(queue, std::chrono::milliseconds(50));
     const auto voices = output.makeVoices(tone(0.1), 1);
-    const auto threads = [this] { return wakesOfOtherThreads().second; };
     // The output's own thread is there from the first sound on, the device's only while it is open.
-    int closed = 1;
+    const int closed = threadsBefore + 1;
     for (const char *when : {"first", "again"}) {
         voices[0]->play();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return threads() > closed; })) << when;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return threadCount() > closed; })) << when;
         ASSERT_TRUE(fallsSilent(*voices[0])) << when;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return threads() == closed; })) << when;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return threadCount() == closed; })) << when;
     }
 }
 
@@ -154,17 +148,18 @@ TEST_F(AudioOutputTest, VoicesMayGoWhileTheySoundAndTheOutputMayBeMadeAgain)
         staying[0]->play();
         going.clear();
         EXPECT_TRUE(fallsSilent(*staying[0]));
-        staying[0]->play();
     }
 }
 
-/// The loudest of what was mixed between two moments, in seconds.
-float peakOf(const std::vector<float> &samples, double from, double to)
+/// The loudest of floats, left and right in turn, between two moments in seconds.
+float peakOf(const QByteArray &bytes, double from, double to)
 {
-    float peak = 0;
-    for (auto i = std::size_t(from * 96000); i < std::size_t(to * 96000) && i < samples.size(); ++i)
-        peak = std::max(peak, std::abs(samples[i]));
-    return peak;
+    std::vector<float> samples(std::size_t((to - from) * 96000));
+    const auto start = qsizetype(from * 96000) * qsizetype(sizeof(float));
+    if (bytes.size() < start + qsizetype(samples.size() * sizeof(float)))
+        return -1;
+    std::memcpy(samples.data(), bytes.constData() + start, samples.size() * sizeof(float));
+    return std::ranges::max(samples);
 }
 
 TEST_F(AudioOutputTest, AClipSoundsAsItIsTimesItsGainEvenWhileItSounds)
@@ -190,15 +185,14 @@ TEST_F(AudioOutputTest, AClipSoundsAsItIsTimesItsGainEvenWhileItSounds)
                 fallsSilent(*voices[0]);
             }
             recording.open(QIODevice::ReadOnly);
-            // Pausing garbles the header; beyond it there are floats, left and right in turn.
+            // Pausing garbles the header.
             const QByteArray bytes = recording.readAll().mid(8);
-            std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
-            std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
-            const float loud = peakOf(samples, 0.1, 0.25);
-            const float soft = peakOf(samples, 0.75, 0.95);
-            std::fprintf(stderr, "%zu samples, %f then %f", samples.size(), loud, soft);
-            std::_Exit(std::abs(loud - 0.244F) < 0.01F && std::abs(soft - 0.0244F) < 0.001F ? 0
-                                                                                            : 1);
+            const float loud = peakOf(bytes, 0.1, 0.25);
+            const float soft = peakOf(bytes, 0.75, 0.95);
+            std::fprintf(stderr, "%f then %f", loud, soft);
+            const bool isRight
+                = std::abs(loud - 0.244F) < 0.01F && std::abs(soft - 0.0244F) < 0.001F;
+            std::_Exit(isRight ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
 }
@@ -223,6 +217,41 @@ TEST_F(AudioOutputTest, WithoutADeviceItIsQuietInEveryWay)
             std::_Exit(isQuiet ? 0 : 1);
         },
         testing::ExitedWithCode(0), Not(AnyOf(HasSubstr("ALSA"), HasSubstr("AL lib"))));
+}
+
+TEST(AudioClipTest, ReadsItsSamplesAndMixesChannelsIntoOne)
+{
+    const auto mono = decodeAudioClip(wavBytes({0, 1000, -32768, 32767}, 1, 22050));
+    ASSERT_TRUE(mono);
+    EXPECT_EQ(mono->rate, 22050);
+    EXPECT_THAT(mono->samples, ElementsAre(0, 1000, -32768, 32767));
+
+    const auto stereo = decodeAudioClip(wavBytes({100, 300, -32768, -32768, 32767, -32767}, 2));
+    ASSERT_TRUE(stereo);
+    EXPECT_THAT(stereo->samples, ElementsAre(200, -32768, 0));
+}
+
+TEST(AudioClipTest, WhatIsNoSoundIsNoClip)
+{
+    const QByteArray whole = wavBytes({1, 2, 3, 4});
+    for (const QByteArray &damaged :
+         {QByteArray(), QByteArray("RIFF"), QByteArray("no sound at all"), wavBytes({}),
+          whole.left(20), QByteArray(whole).replace("fmt ", "xxxx"), wavBytes({1, 2}, 0),
+          wavBytes({1, 2}, 1, 0), QByteArray(5000, '\xff')})
+        EXPECT_FALSE(decodeAudioClip(damaged)) << damaged.left(40).toHex().constData();
+}
+
+TEST(AudioClipTest, AFileThatPromisesMoreThanItHoldsGivesWhatIsThere)
+{
+    const QByteArray whole = wavBytes(std::vector<std::int16_t>(100, 7));
+    const auto cut = decodeAudioClip(whole.left(whole.size() - 100));
+    ASSERT_TRUE(cut);
+    EXPECT_THAT(cut->samples, testing::AllOf(testing::SizeIs(50), testing::Each(7)));
+
+    QByteArray boastful = whole;
+    boastful.replace(40, 4, QByteArray::fromHex("ffffff7f"));
+    const auto small = decodeAudioClip(boastful);
+    EXPECT_TRUE(!small || small->samples.size() == 100U);
 }
 
 } // namespace
