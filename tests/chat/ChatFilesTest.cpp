@@ -1,4 +1,5 @@
 #include "ChatFixture.h"
+#include "support/Files.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,10 +16,8 @@ struct ChatFiles : ChatFixture
     /// The file's context, its bytes on disk.
     FileContext file(const QString &name, const QByteArray &bytes)
     {
-        QFile written(folder.filePath(name));
-        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
-        written.write(bytes);
-        return {name, QUrl::fromLocalFile(written.fileName())};
+        writeFile(folder.filePath(name), bytes);
+        return {name, QUrl::fromLocalFile(folder.filePath(name))};
     }
 
     /// The blocks that a new conversation begins with when it is about the file.

@@ -3,9 +3,9 @@
 #include "mascot/SoundNames.h"
 #include "platform/linux/AudioClip.h"
 #include "support/FakeAudioOutput.h"
+#include "support/Files.h"
 #include "support/StoreParts.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -23,9 +23,7 @@ struct PooledSoundEngineTest : testing::Test, StoreParts
 {
     void addFile(const QString &name, const QByteArray &bytes)
     {
-        QFile file(folder.filePath(name + QStringLiteral(".wav")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        writeFile(folder.filePath(name + ".wav"), bytes);
     }
 
     /// Each voice's number of plays, in the order of the pool.
@@ -118,9 +116,7 @@ TEST_F(PooledSoundEngineTest, ItsFilesAreAllThereShortSoftAndWithoutClicks)
     EXPECT_EQ(output.voices.size(), 3 * soundNames.size());
     for (const QLatin1String name : soundNames) {
         SCOPED_TRACE(name.data());
-        QFile file(QStringLiteral(":/sounds/%1.wav").arg(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const auto clip = decodeAudioClip(file.readAll());
+        const auto clip = decodeAudioClip(contents(QStringLiteral(":/sounds/%1.wav").arg(name)));
         ASSERT_TRUE(clip);
         const std::span<const std::int16_t> samples(clip->samples);
         EXPECT_EQ(clip->rate, 48000);

@@ -1,11 +1,9 @@
 #include "platform/linux/FileKeyValueStore.h"
 
+#include "support/Files.h"
 #include "support/FileSizeLimit.h"
 #include "support/ManualQueue.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,20 +20,6 @@ protected:
     ManualQueue queue;
 
     FileKeyValueStore open() { return FileKeyValueStore(path, queue); }
-
-    void writeFile(const QString &name, const QByteArray &content)
-    {
-        QDir().mkpath(folder.filePath("support"));
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QByteArray readFile(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 };
 
 TEST_F(FileKeyValueStoreTest, EveryTypeSurvivesARestartAndNoTypeReadsAsAnother)
@@ -75,7 +59,7 @@ TEST_F(FileKeyValueStoreTest, WhatDoesNotParseIsSetAsideWholeOrLeftAlone)
         store.setValue("soundVolume", 0.5);
         EXPECT_EQ(open().real("soundVolume"), 0.5);
         ASSERT_TRUE(QFile::exists(aside));
-        EXPECT_EQ(readFile(aside), content);
+        EXPECT_EQ(contents(aside), content);
         QFile::remove(aside);
     }
     writeFile(path, "not json");
@@ -83,8 +67,8 @@ TEST_F(FileKeyValueStoreTest, WhatDoesNotParseIsSetAsideWholeOrLeftAlone)
     auto store = open();
     store.setValue("flag", true);
     EXPECT_EQ(store.boolean("flag"), true);
-    EXPECT_EQ(readFile(path), "not json");
-    EXPECT_EQ(readFile(aside), "an earlier one");
+    EXPECT_EQ(contents(path), "not json");
+    EXPECT_EQ(contents(aside), "an earlier one");
 }
 
 TEST_F(FileKeyValueStoreTest, WhatCannotBeReadIsLeftAlone)
@@ -120,7 +104,7 @@ TEST_F(FileKeyValueStoreTest, ForeignMembersSurviveAndHarmNothing)
     EXPECT_FALSE(store.bytes("bytes"));
     EXPECT_FALSE(store.value("nothing"));
     store.setValue("flag", true);
-    EXPECT_TRUE(readFile(path).contains("\"later\""));
+    EXPECT_TRUE(contents(path).contains("\"later\""));
 }
 
 } // namespace

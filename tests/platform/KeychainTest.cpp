@@ -1,9 +1,7 @@
 #include "platform/linux/Keychain.h"
 
 #include "PrivateKeyring.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "support/Files.h"
 
 #include <gtest/gtest.h>
 
@@ -36,12 +34,6 @@ protected:
 private:
     std::optional<Keychain> m_keychain;
 };
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 TEST_F(KeychainTest, KeepsOneTextAKeyInTheKeyringOrInAFileThatOnlyItsOwnerReads)
 {

@@ -1,8 +1,7 @@
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/DisplayNotch.h"
+#include "support/Files.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -16,13 +15,6 @@ namespace {
 TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBuiltInScreen)
 {
     const QTemporaryDir root;
-    const auto write = [&](const QString &path, const QByteArray &bytes) {
-        const QString full = root.path() + path;
-        QDir().mkpath(full.section('/', 0, -2));
-        QFile file(full);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    };
     const QByteArray usual("\0\0\0\x4a", 4);
     const std::tuple<QByteArray, QByteArray, int> rows[]{{"", usual, 0},
                                                          {"N\n", usual, 0},
@@ -32,8 +24,9 @@ TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBui
                                                          {"Y\n", usual, 74}};
     EXPECT_EQ(shownNotchHeight(root.path()), 0) << "another kind of machine";
     for (const auto &[parameter, height, shown] : rows) {
-        write("/sys/module/appledrm/parameters/show_notch", parameter);
-        write("/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height", height);
+        writeFile(root.path() + "/sys/module/appledrm/parameters/show_notch", parameter);
+        writeFile(root.path() + "/proc/device-tree/soc@200000000/dcp@38bc00000/apple,notch-height",
+                  height);
         EXPECT_EQ(shownNotchHeight(root.path()), shown);
     }
 

@@ -108,22 +108,4 @@ TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecondAndClearsTheBadge)
     EXPECT_EQ(description(), "");
 }
 
-TEST_F(OverviewViewTest, PillsComeAndGoInMotionUnlessItIsToBeReduced)
-{
-    setTaskCount(3);
-    const QRect cell = pill("t1")->geometry();
-    click("t1");
-    EXPECT_EQ(pills(), "t0 t2") << "the former focus takes its place";
-    EXPECT_TRUE(pill("t1")) << "it fades where it stood";
-    EXPECT_EQ(pill("t0")->geometry(), cell);
-    queue.advance(0.2);
-    EXPECT_FALSE(pill("t1"));
-    queue.advance(2);
-
-    frames.setReducesMotion(true);
-    click("t2");
-    EXPECT_FALSE(pill("t2"));
-    EXPECT_EQ(pills(), "t0 t1");
-}
-
 } // namespace
