@@ -26,7 +26,7 @@ protected:
     /// The blocks that a new conversation begins with when it is about the file.
     QJsonArray blocksFor(const FileContext &context)
     {
-        service.emplace(state, notifications, keychain, http, queue, hosts);
+        service.emplace(state, notifications, island, keychain, http, queue, hosts);
         ask("What is this?", context);
         EXPECT_EQ(note(), "");
         return messages(ChatProvider::anthropic).first().toObject()["content"].toArray();
@@ -100,7 +100,7 @@ TEST_F(ChatFiles, ALargePictureIsSentWithoutHoldingUpTheMainThread)
     constexpr qint64 size = 50 * 1024 * 1024;
     const FileContext context = file("large.png", QByteArray(size, 'x'));
     FakeHttpClient web;
-    service.emplace(state, notifications, keychain, web, queue, hosts);
+    service.emplace(state, notifications, island, keychain, web, queue, hosts);
     service->chat("What is this?", context);
     int turns = 0;
     QTimer turn;
@@ -121,7 +121,7 @@ TEST_F(ChatFiles, OtherProvidersAreToldTheFilesNameOrTheFirstTextOfAnEarlierTurn
         state.chatProvider = ChatProvider::openai;
         ask("More?");
         EXPECT_EQ(messages(ChatProvider::openai).first().toObject()["content"], earlier);
-        service.emplace(state, notifications, keychain, http, queue, hosts);
+        service.emplace(state, notifications, island, keychain, http, queue, hosts);
         ask("What is this?", file(name, "contents"));
         EXPECT_EQ(messages(ChatProvider::openai).first().toObject()["content"],
                   "File: " + name + "\n\nWhat is this?");

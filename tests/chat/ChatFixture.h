@@ -1,15 +1,13 @@
 #pragma once
 
 #include "chat/ClaudeService.h"
-#include "core/AppState.h"
 #include "core/KeychainStore.h"
-#include "core/Notifications.h"
 #include "platform/linux/QtHttpClient.h"
-#include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
-#include "support/MemoryStore.h"
 #include "support/ProviderStandIn.h"
 #include "support/SpinUntil.h"
+#include "support/StandInIsland.h"
+#include "support/StoreParts.h"
 
 #include <QJsonDocument>
 
@@ -20,7 +18,7 @@
 namespace tirlo {
 
 /// The chat over the real network client, with the providers played on this machine.
-class ChatFixture : public testing::Test
+class ChatFixture : public testing::Test, protected StoreParts
 {
 protected:
     ChatFixture()
@@ -44,7 +42,7 @@ protected:
     /// Puts the question and waits for an answer or a note.
     void ask(const QString &query, const std::optional<PromptContext> &context = std::nullopt)
     {
-        state.view = IslandView::searching;
+        island.setView(IslandView::searching);
         state.noteMessage = std::nullopt;
         service->chat(query, context);
         ASSERT_TRUE(waitUntil([this] { return state.view != IslandView::searching; }));
@@ -79,10 +77,7 @@ protected:
         return messages;
     }
 
-    ManualQueue queue;
-    MemoryStore settings;
-    AppState state{settings, queue};
-    Notifications notifications;
+    StandInIsland island{state};
     QStringList emotes;
     ProviderStandIn providers;
     MemorySecretStore secrets;
@@ -90,8 +85,8 @@ protected:
     QtHttpClient http{queue};
     const ProviderHosts hosts{providers.anthropic.url(), providers.google.url(),
                               providers.openai.url()};
-    std::optional<ClaudeService> service{std::in_place, state, notifications, keychain,
-                                         http,          queue, hosts};
+    std::optional<ClaudeService> service{std::in_place, state, notifications, island,
+                                         keychain,      http,  queue,         hosts};
 };
 
 inline QJsonValue json(const QByteArray &text)

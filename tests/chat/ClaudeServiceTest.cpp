@@ -121,7 +121,7 @@ TEST_F(Claude, EveryFailureHasItsWordsAndItsTranscript)
     for (const auto &row : rows) {
         for (const QByteArray &body : row.bodies) {
             SCOPED_TRACE(body.toStdString());
-            service.emplace(state, notifications, keychain, http, queue, hosts);
+            service.emplace(state, notifications, island, keychain, http, queue, hosts);
             emotes.clear();
             state.chatProvider = row.provider;
             server(row.provider).answers
@@ -143,7 +143,7 @@ TEST_F(Claude, AHangingProviderIsGivenUpInItsOwnTime)
     for (const auto &[provider, seconds] : limits) {
         state.chatProvider = provider;
         server(provider).answers = {{.manner = LoopbackManner::hangs}};
-        state.view = IslandView::searching;
+        island.setView(IslandView::searching);
         service->chat("Question", std::nullopt);
         ASSERT_TRUE(waitUntil([&] { return !server(provider).requests.empty(); }));
         queue.advance(seconds - 0.5);
@@ -202,9 +202,8 @@ TEST_F(Claude, TwoQuestionsAtOnceKeepTheirOwnTurns)
 
 TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
 {
-    RecordingSoundEngine sounds;
     const auto turnTo = [&](ChatProvider provider) {
-        switchChatProvider(provider, state, notifications, sounds);
+        switchChatProvider(provider, state, notifications, island, sounds);
     };
     ask("One", window);
     service->chat("Two", std::nullopt);
@@ -239,8 +238,8 @@ TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
 TEST_F(Claude, AQuestionWaitsForTheKeys)
 {
     KeychainStore late(secrets);
-    service.emplace(state, notifications, late, http, queue, hosts);
-    state.view = IslandView::searching;
+    service.emplace(state, notifications, island, late, http, queue, hosts);
+    island.setView(IslandView::searching);
     service->chat("One", std::nullopt);
     queue.drain();
     EXPECT_EQ(state.view, IslandView::searching);
@@ -263,11 +262,10 @@ TEST_F(Claude, AServiceThatGoesLeavesNoOneToAnswer)
 
 TEST_F(Claude, ChoosingTheProviderInUseOnlyShowsThePrompt)
 {
-    RecordingSoundEngine sounds;
     for (const auto provider : {ChatProvider::anthropic, ChatProvider::openai}) {
         EXPECT_TRUE(sounds.played.isEmpty() && emotes.isEmpty());
-        state.view = IslandView::note;
-        switchChatProvider(provider, state, notifications, sounds);
+        island.setView(IslandView::note);
+        switchChatProvider(provider, state, notifications, island, sounds);
         EXPECT_EQ(state.view, IslandView::prompt);
         EXPECT_EQ(state.chatProvider, provider);
     }

@@ -95,7 +95,7 @@ TEST_F(ModelCataloguesTest, AModelThatIsGoneGivesWayToTheUsualOneOfTheList)
         EXPECT_EQ(chosenFrom({"b", shouted, "a"}), "b");
     }
     for (const char *key : {"claudeModel", "googleChatModel", "openAIChatModel"})
-        EXPECT_EQ(std::get<QString>(*settings.value(key)), "b") << key;
+        EXPECT_EQ(std::get<QString>(*store.value(key)), "b") << key;
 }
 
 TEST_F(ModelCataloguesTest, AnyFailureIsOneErrorUntilTheNextTry)

@@ -1,5 +1,6 @@
 #include "hooks/HookEventProcessor.h"
 #include "HookFixture.h"
+#include "Peer.h"
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookTasks.h"
 #include "hooks/ThreadGroup.h"
@@ -65,14 +66,14 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
         {"SessionEnd", "{}", idle, "", "", ""},
     };
     for (const auto &row : rows) {
-        sound.played.clear();
+        sounds.played.clear();
         process(row.event, row.payload);
         const AgentTask pill = task("integration_claude");
         EXPECT_EQ(pill.state, row.state) << row.event;
         EXPECT_EQ(pill.steps.isEmpty() ? QString() : pill.steps.last(),
                   QString::fromUtf8(row.lastStep))
             << row.event;
-        EXPECT_EQ(sound.played.join(u','), QLatin1String(row.sound)) << row.event;
+        EXPECT_EQ(sounds.played.join(u','), QLatin1String(row.sound)) << row.event;
         EXPECT_EQ(tasks.activeSessionId.value_or(QString()), QLatin1String(row.session))
             << row.event;
     }
@@ -90,7 +91,6 @@ TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
 
 TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
 {
-    state.mode = IslandMode::compact;
     process("Stop");
     process("StopFailure");
     EXPECT_EQ(expanded, QList({IslandView::finished, IslandView::error}));
@@ -105,7 +105,7 @@ TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
     EXPECT_EQ(expanded.size(), 2);
 
     // A start shows a hidden one, though to a user who is there alone.
-    state.mode = IslandMode::hidden;
+    reveals = 0;
     state.isPresent = false;
     process("SessionStart");
     EXPECT_EQ(reveals, 0);
@@ -135,6 +135,38 @@ TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
     EXPECT_EQ(task("agent_gemini").state, BotState::idle);
     EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
     EXPECT_FALSE(state.task(u"agent_foo"_s));
+}
+
+TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
+{
+    for (const bool isAnswered : {false, true}) {
+        process("Stop");
+        queue.advance(2);
+        auto [peer, connection] = Peer::pair();
+        desk.processPermissionRequest(std::move(connection), json(R"({"term_program":"vscode"})"));
+        if (isAnswered)
+            desk.sendApprovalDecision(u"allow"_s);
+        queue.advance(4);
+        EXPECT_EQ(task("integration_claude").state,
+                  isAnswered ? BotState::working : BotState::approval);
+        desk.sendApprovalDecision(u"deny"_s);
+    }
+}
+
+TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
+{
+    for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
+        const auto viewAfter = [&](IslandView before, const char *payload = "{}") {
+            island.setView(before);
+            process(event, payload);
+            return state.view.value();
+        };
+        EXPECT_EQ(viewAfter(IslandView::finished), IslandView::overview) << event;
+        EXPECT_EQ(viewAfter(IslandView::finished, R"({"tirlo_agent":"codex"})"),
+                  IslandView::finished)
+            << event;
+        EXPECT_EQ(viewAfter(IslandView::prompt), IslandView::prompt) << event;
+    }
 }
 
 } // namespace

@@ -51,7 +51,7 @@ TEST_F(N8nPollerTest, SaysInItsLogWhatItDoes)
                            "New execution id=41 status=success", "Parsed: Or\\u000Aders"}));
     EXPECT_EQ(task(pillId).steps, QStringList("Or\nders"));
     EXPECT_EQ(task(pillId).state, BotState::finished);
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
     queue.advance(60);
     EXPECT_EQ(task(pillId).state, BotState::idle);
@@ -84,15 +84,15 @@ TEST_F(N8nPollerTest, TakesAListInEveryShapeAndStopsAtWhatItCannotUse)
     };
     activate(pillId);
     for (const auto &row : rows) {
-        sound.played.clear();
+        sounds.played.clear();
         poller.poll();
         answer(200, row.body);
         EXPECT_EQ(takeLogLines(), QStringList({polling, row.line})) << row.body;
         if (http.answer({.status = 200, .body = detailOf})) {
-            EXPECT_EQ(sound.played.size(), 1) << row.body;
+            EXPECT_EQ(sounds.played.size(), 1) << row.body;
             EXPECT_TRUE(takeLogLines().contains(u"Parsed: Orders"_s)) << row.body;
         } else {
-            EXPECT_TRUE(sound.played.isEmpty()) << row.body;
+            EXPECT_TRUE(sounds.played.isEmpty()) << row.body;
         }
     }
     EXPECT_EQ(task(pillId).state, BotState::error) << "of all of them only success is one";
@@ -131,7 +131,7 @@ TEST_F(N8nPollerTest, GoesThroughItsAddressesUntilOneAnswers)
               QStringList(
                   {"New execution id=a/7? status=success", "Detail HTTP 403", "Detail HTTP 500"}));
     EXPECT_EQ(task(pillId).steps, QStringList("Workflow"));
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
 }
 
 TEST_F(N8nPollerTest, TakesTheUsersAddressAsItIsButForSlashesAtItsEnds)
@@ -235,7 +235,7 @@ TEST_F(N8nPollerTest, DigestsTheError)
         EXPECT_EQ(stepsFor("crashed", body), steps) << resultData.constData();
         EXPECT_EQ(task(pillId).state, BotState::error);
     }
-    EXPECT_TRUE(sound.played.removeAll(u"error"_s) && sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.removeAll(u"error"_s) && sounds.played.isEmpty());
 }
 
 TEST_F(N8nPollerTest, AFilteredExecutionIsSpent)
@@ -245,7 +245,7 @@ TEST_F(N8nPollerTest, AFilteredExecutionIsSpent)
     cycleWith(R"({"id": 1, "status": "running"})");
     cycleWith(R"({"id": 1, "status": "success"})");
     answer(200, detailOf);
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
 
     state.n8nWorkflowFilter = QSet<QString>();
     cycleWith(R"({"id": 1, "status": "success"})");

@@ -84,7 +84,7 @@ struct PollingDayTest : PollerFixture
 TEST_F(PollingDayTest, KeepsToTheIntervalsAndNeverMixesAnswers)
 {
     MoodyWeb web(queue);
-    ServicePollers pollers({state, notifications, sound, queue, web, keychain, log});
+    ServicePollers pollers({state, notifications, sounds, queue, web, keychain, log});
     for (const QString &id :
          {u"integration_vercel"_s, u"integration_stripe"_s, u"integration_n8n"_s})
         activate(id);

@@ -96,7 +96,7 @@ TEST_F(ServicePollersTest, EveryServiceIsReadFromAServer)
     QtHttpClient client{queue};
     ServicePollers pollers({state,
                             notifications,
-                            sound,
+                            sounds,
                             queue,
                             client,
                             keychain,

@@ -85,11 +85,11 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoad)
     activate(pillId);
     cycle(1000, {});
     cycle(1000, {charge("1"), charge("0")});
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
     EXPECT_EQ(state.services().stripeDisplayBalance.value(), 1000);
 
     cycle(2000, {charge("2"), charge("1"), charge("0")});
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
     EXPECT_EQ(task(pillId).steps, QStringList("12.34"));
     EXPECT_EQ(shownIds(), QStringList({"2", "1", "0"}));
@@ -100,7 +100,7 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoad)
     EXPECT_EQ(shownIds(), QStringList({"4", "2", "1"}));
     cycle(2000, {charge("4")});
     cycle(2000, {});
-    EXPECT_EQ(sound.played.size(), 2);
+    EXPECT_EQ(sounds.played.size(), 2);
 
     queue.advance(60);
     EXPECT_EQ(task(pillId).state, BotState::idle);
@@ -148,7 +148,7 @@ TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
 
     activate(pillId);
     cycle(700, {charge("2"), charge("1")});
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
 }
 
 TEST_F(StripePollerTest, ABalanceThatCannotBeReadIsNoneAndZeroIsOne)

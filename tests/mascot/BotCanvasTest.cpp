@@ -1,13 +1,10 @@
-#include "core/AppState.h"
-#include "core/Notifications.h"
+#include "island/IslandWriter.h"
 #include "mascot/BotCanvasView.h"
 #include "mascot/BotGaze.h"
 #include "mascot/MiniBotCanvasView.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <gtest/gtest.h>
 
@@ -37,13 +34,13 @@ protected:
     }
 };
 
-class BotCanvas : public testing::Test
+class BotCanvas : public testing::Test, protected StoreParts
 {
 protected:
     BotCanvas()
     {
         queue.advance(10);
-        state.mode = IslandMode::expanded;
+        island.setMode(IslandMode::expanded);
         canvas.resize(97, 137);
         canvas.show();
         play(0.1);
@@ -59,13 +56,9 @@ protected:
 
     BotEngine &bot() { return canvas.engine(); }
 
-    ManualQueue queue;
+    IslandWriter island{state};
     ManualFrameDriver driver{queue};
     FrameClock frames{queue, driver};
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
     FakeScreens screens;
     Painted<BotCanvasView> canvas{
         BotSurroundings{state, notifications, sounds, queue, frames, screens}};
@@ -87,8 +80,8 @@ TEST_F(BotCanvas, GazeStartsFromTheMascotsPlaceInEveryMode)
           Case{expanded, IslandView::prompt, {-320 + 52, (300.0 - 42 - 84) / 2 + 84}},
           Case{compact, IslandView::overview, {-180 + 40, 15}},
           Case{hidden, IslandView::overview, {-100 + 46, 16}}}) {
-        state.mode = mode;
-        state.view = view;
+        island.setMode(mode);
+        island.setView(view);
         state.mousePosition = QPointF(720, 0) + ahead;
         EXPECT_EQ(gazeAtPointer(state, screens), QPointF())
             << rawText(mode).toStdString() << ' ' << rawText(view).toStdString();
@@ -141,9 +134,9 @@ TEST_F(BotCanvas, PaintsOnlyWhenThePictureChangesAndStandsStillWhileHidden)
     play(1);
     EXPECT_GT(canvas.paints, 55) << "the badge's dots never rest";
 
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     EXPECT_FALSE(driver.isRunning);
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     play(0.1);
     EXPECT_EQ(bot().lastTime, queue.mediaTime());
     canvas.hide();
@@ -152,12 +145,12 @@ TEST_F(BotCanvas, PaintsOnlyWhenThePictureChangesAndStandsStillWhileHidden)
 
 TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
 {
-    state.view = IslandView::upload;
+    island.setView(IslandView::upload);
     play(0.6);
-    state.view = IslandView::uploading;
+    island.setView(IslandView::uploading);
     play(0.6);
     EXPECT_EQ(bot().morph, 1);
-    state.view = IslandView::choose;
+    island.setView(IslandView::choose);
     play(0.3);
     EXPECT_NEAR(bot().morph, 0.5, 0.4);
     play(0.3);
@@ -179,9 +172,9 @@ TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
 
     Q_EMIT notifications.botMorphTo(1);
     play(0.3);
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     EXPECT_EQ(bot().morph, 0);
-    state.view = IslandView::upload;
+    island.setView(IslandView::upload);
     EXPECT_FALSE(bot().isLocked(BotProperty::morph)) << "only an expanded island unfolds it";
 }
 
@@ -224,7 +217,7 @@ TEST_F(BotCanvas, MiniTakesColourMoodAndExpressionFromItsTask)
     task.state = BotState::finished;
     mini.setTask(task);
     EXPECT_EQ(engine.state, BotState::finished);
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     mini.paints = 0;
     play(0.5);
     EXPECT_GT(mini.paints, 10) << "it breathes in every mode";

@@ -1,11 +1,9 @@
 #include "Canvas.h"
 
-#include "core/AppState.h"
 #include "mascot/GreetDrawing.h"
 #include "mascot/GreetParticles.h"
 #include "mascot/GreetPose.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
+#include "support/StoreParts.h"
 
 #include <gtest/gtest.h>
 
@@ -95,9 +93,8 @@ TEST(GreetDrawingTest, TheFoldEndsInTheRestingIslandsCast)
 
 TEST(GreetDrawingTest, TheCastIsTheFocusAndTheOthers)
 {
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state(store, queue);
+    StoreParts parts;
+    AppState &state = parts.state;
     QList<AgentTask> tasks;
     for (int i = 0; i < 3; ++i) {
         AgentTask task;

@@ -1,10 +1,6 @@
-#include "core/AppState.h"
-#include "core/Notifications.h"
 #include "mascot/GreetingCanvasView.h"
 #include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +13,7 @@ namespace {
 
 constexpr IslandRestingLayout notched{.width = 344, .height = 32, .cornerRadius = 14};
 
-class GreetingCanvasTest : public testing::Test
+class GreetingCanvasTest : public testing::Test, protected StoreParts
 {
 protected:
     GreetingCanvasTest()
@@ -31,11 +27,6 @@ protected:
         view.show();
     }
 
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
     ManualFrameDriver driver{queue};
     FrameClock frames{queue, driver};
     GreetingCanvasView view{state, notifications, sounds, queue, frames};

@@ -1,11 +1,9 @@
 #include "mascot/PooledSoundEngine.h"
 
-#include "core/AppState.h"
 #include "mascot/SoundNames.h"
 #include "platform/linux/AudioClip.h"
 #include "support/FakeAudioOutput.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
+#include "support/StoreParts.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -21,11 +19,9 @@ using testing::ElementsAre;
 
 namespace {
 
-class PooledSoundEngineTest : public testing::Test
+class PooledSoundEngineTest : public testing::Test, protected StoreParts
 {
 protected:
-    void SetUp() override { state.emplace(store, queue); }
-
     void addFile(const QString &name, const QByteArray &bytes)
     {
         QFile file(folder.filePath(name + QStringLiteral(".wav")));
@@ -42,9 +38,6 @@ protected:
         return counts;
     }
 
-    ManualQueue queue;
-    MemoryStore store;
-    std::optional<AppState> state;
     FakeAudioOutput output;
     QTemporaryDir folder;
 };
@@ -52,7 +45,7 @@ protected:
 TEST_F(PooledSoundEngineTest, TakesTheFirstIdleVoiceAndElseRestartsTheFirst)
 {
     addFile("tick", "tick");
-    PooledSoundEngine engine(*state, output, folder.path());
+    PooledSoundEngine engine(state, output, folder.path());
     engine.preload();
     for (int i = 0; i < 3; ++i)
         engine.play("tick");
@@ -72,7 +65,7 @@ TEST_F(PooledSoundEngineTest, MissingDamagedAndUnknownSoundsAreSilentAndHurtNoOt
     addFile("peek", "damaged");
     addFile("open", "open");
     addFile("stranger", "stranger");
-    PooledSoundEngine engine(*state, output, folder.path());
+    PooledSoundEngine engine(state, output, folder.path());
     engine.play("open");
     EXPECT_EQ(output.voices.size(), 3U) << "what is played first needs no preload()";
     engine.preload();
@@ -86,11 +79,11 @@ TEST_F(PooledSoundEngineTest, MissingDamagedAndUnknownSoundsAreSilentAndHurtNoOt
 TEST_F(PooledSoundEngineTest, SwitchedOffItPlaysNoVoice)
 {
     addFile("open", "open");
-    PooledSoundEngine engine(*state, output, folder.path());
+    PooledSoundEngine engine(state, output, folder.path());
     engine.preload();
-    state->soundEnabled = false;
+    state.soundEnabled = false;
     engine.play("open");
-    state->soundEnabled = true;
+    state.soundEnabled = true;
     engine.enabled = false;
     engine.play("open");
     EXPECT_THAT(plays("open"), ElementsAre(0, 0, 0));
@@ -101,15 +94,14 @@ TEST_F(PooledSoundEngineTest, SwitchedOffItPlaysNoVoice)
 
 TEST_F(PooledSoundEngineTest, TheStoresVolumeReachesAllVoicesThoseThatSoundIncluded)
 {
-    store.setValue("soundVolume", 0.05);
-    state.emplace(store, queue);
+    state.soundVolume = 0.05;
     addFile("open", "open");
     addFile("love", "love");
-    PooledSoundEngine engine(*state, output, folder.path());
+    PooledSoundEngine engine(state, output, folder.path());
     engine.play("open");
     EXPECT_EQ(output.voices[0]->gainAtPlay, 0.05F) << "the persisted one is there from the start";
     engine.preload();
-    state->soundVolume = 0.2;
+    state.soundVolume = 0.2;
     for (const auto &voice : output.voices)
         EXPECT_EQ(voice->gain, 0.2F);
     engine.play("love");
@@ -126,7 +118,7 @@ double peakOf(std::span<const std::int16_t> samples)
 
 TEST_F(PooledSoundEngineTest, ItsFilesAreAllThereShortSoftAndWithoutClicks)
 {
-    PooledSoundEngine engine(*state, output);
+    PooledSoundEngine engine(state, output);
     engine.preload();
     EXPECT_EQ(output.voices.size(), 3 * soundNames.size());
     for (const QLatin1String name : soundNames) {

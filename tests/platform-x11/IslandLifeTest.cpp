@@ -1,8 +1,7 @@
 #include "OtherApplication.h"
 
-#include "core/AppState.h"
-#include "core/Notifications.h"
 #include "e2e/kit/Desktop.h"
+#include "island/Island.h"
 #include "island/IslandWindowController.h"
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/QtScreens.h"
@@ -11,9 +10,7 @@
 #include "platform/linux/XcbWindowShape.h"
 #include "support/FakeApplications.h"
 #include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <QProcess>
 
@@ -26,7 +23,7 @@ using tirlo::x11test::OtherApplication;
 namespace {
 
 /// The island's real panel under the real pointer and keys, in a time that the test moves.
-class IslandLifeTest : public testing::Test
+class IslandLifeTest : public testing::Test, protected StoreParts
 {
 protected:
     void SetUp() override
@@ -36,30 +33,29 @@ protected:
         ASSERT_TRUE(other.isActive());
     }
 
-    /// Lets time pass by sixtieths, so that each poll sees where the pointer is.
-    void pass(double seconds)
+    /// Lets time pass by sixtieths, each with its look at the pointer, until the island is in the mode.
+    bool comesTo(IslandMode mode, double seconds = 1)
     {
         waitUntil([] { return false; }, 30);
-        for (double left = seconds; left > 1e-9; left -= 1.0 / 60)
-            queue.advance(std::min(left, 1.0 / 60));
+        for (double left = seconds; left > 0 && state.mode != mode; left -= 1.0 / 60)
+            queue.advance(1.0 / 60);
         waitUntil([] { return false; }, 30);
+        return state.mode == mode;
     }
 
-    /// Lets a little time pass until the island is in the mode.
-    bool comesTo(IslandMode mode)
+    /// What the window manager is told of the panel's kind.
+    [[nodiscard]] QByteArray hints()
     {
-        return waitUntil([&] {
-            queue.advance(1.0 / 60);
-            return state.mode == mode;
-        });
+        QProcess xprop;
+        xprop.start("xprop",
+                    {"-id", QString::number(controller.panel().winId()), "_NET_WM_WINDOW_TYPE",
+                     "_NET_WM_STATE", "_NET_WM_DESKTOP", "_MOTIF_WM_HINTS", "WM_NORMAL_HINTS"});
+        xprop.waitForFinished();
+        return xprop.readAll();
     }
 
     OtherApplication other{"Below", QRect(300, 60, 700, 400)};
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
+    Island island{state, notifications, sounds, queue};
     QtScreens screens;
     XcbWindowShape shape;
     QtPointer pointer;
@@ -69,34 +65,37 @@ protected:
     ManualFrameDriver driver{queue};
     IslandWindowController controller{
         {screens, shape, pointer, input, windows, applications, driver},
+        island,
         state,
         notifications,
         sounds,
         queue};
 };
 
-TEST_F(IslandLifeTest, PeeksAtTheTopEdgeOpensOnAClickAndFallsBackStepByStepOnEveryDesktop)
+TEST_F(IslandLifeTest, PeeksOpensAndFallsBackOnEveryDesktopAndStaysADockWithTheKeyboard)
 {
     QProcess::execute("xdotool", {"set_num_desktops", "2"});
     QProcess::execute("xdotool", {"set_desktop", "1"});
     movePointer(screenMiddle(), 0);
-    pass(0.2);
-    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::petit);
+    ASSERT_TRUE(comesTo(IslandMode::compact));
     clickAt(screenMiddle(), 10);
     ASSERT_TRUE(comesTo(IslandMode::expanded));
+    ASSERT_TRUE(waitUntil([this] { return hints().contains("_STATE_ABOVE"); }));
+    const QByteArray before = hints();
+    EXPECT_TRUE(before.contains("_WINDOW_TYPE_DOCK")) << before.toStdString();
 
-    pass(20);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded) << "it stays open under the pointer";
-    movePointer(screenMiddle(), 700);
-    pass(14.5);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    pass(1);
-    EXPECT_EQ(state.mode.value(), IslandMode::compact) << "15 s after the pointer has left";
-    pass(61);
-    EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "a minute later it is out of the way";
-    movePointer(screenMiddle(), 0);
-    EXPECT_TRUE(comesTo(IslandMode::compact));
+    island.show(IslandView::prompt);
+    EXPECT_TRUE(waitUntil([this] { return controller.panel().isActiveWindow(); }));
+    EXPECT_EQ(hints(), before);
+    island.show(IslandView::overview);
     QProcess::execute("xdotool", {"set_desktop", "0"});
+    clickAt(screenMiddle(), 440);
+    EXPECT_TRUE(waitUntil([this] { return other.isActive(); }));
+    EXPECT_EQ(hints(), before);
+
+    EXPECT_FALSE(comesTo(IslandMode::compact, 14.5));
+    EXPECT_TRUE(comesTo(IslandMode::compact)) << "15 s after the pointer has left";
+    EXPECT_TRUE(comesTo(IslandMode::hidden, 61)) << "a minute later it is out of the way";
 }
 
 } // namespace

@@ -13,8 +13,8 @@ using CountdownBarTest = ViewFixture;
 TEST_F(CountdownBarTest, ItRunsOutWithTheTimeToClose)
 {
     const auto width = [bar = root->findChild<CountdownBar *>()] { return bar->barWidth(); };
-    state.view = IslandView::note;
-    state.mode = IslandMode::expanded;
+    island.setView(IslandView::note);
+    island.setMode(IslandMode::expanded);
     struct Case
     {
         double interval;
@@ -44,7 +44,7 @@ TEST_F(CountdownBarTest, ItRunsOutWithTheTimeToClose)
     for (const auto &[fromMiddle, isLit] :
          {std::pair(0, true), {-22, true}, {21, true}, {-50, false}, {50, false}})
         EXPECT_EQ(image.pixelColor(360 + fromMiddle, 159).lightness() > 60, isLit) << fromMiddle;
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     EXPECT_EQ(width(), 0);
 }
 

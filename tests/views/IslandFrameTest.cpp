@@ -51,13 +51,13 @@ protected:
     /// Where the widget is on the island.
     [[nodiscard]] QRect placeOf(const QWidget *widget) const
     {
-        return {widget->mapTo(&island(), QPoint()), widget->size()};
+        return {widget->mapTo(&container(), QPoint()), widget->size()};
     }
 };
 
 TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
 {
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(2);
     QCoreApplication::processEvents();
     const QImage image = picture();
@@ -78,12 +78,12 @@ TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
 TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
 {
     setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
-    const auto drawnWidth = [this] { return island().shape().width; };
-    state.mode = IslandMode::compact;
+    const auto drawnWidth = [this] { return container().shape().width; };
+    island.setMode(IslandMode::compact);
     queue.advance(2);
     ASSERT_EQ(drawnWidth(), 344);
 
-    state.mode = IslandMode::expanded;
+    island.setMode(IslandMode::expanded);
     EXPECT_EQ(drawnWidth(), 344) << "nothing jumps";
     queue.advance(0.1);
     EXPECT_GT(drawnWidth(), 344);
@@ -92,16 +92,16 @@ TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
     EXPECT_GT(drawnWidth(), 640) << "the spring overshoots";
     queue.advance(2);
     EXPECT_EQ(drawnWidth(), 640);
-    EXPECT_EQ(island().shape().cornerRadius, 22);
+    EXPECT_EQ(container().shape().cornerRadius, 22);
 
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.17);
     EXPECT_GT(drawnWidth(), 344);
     queue.advance(0.18);
     EXPECT_EQ(drawnWidth(), 344) << "closing takes its time and no more";
 
     frames.setReducesMotion(true);
-    state.mode = IslandMode::expanded;
+    island.setMode(IslandMode::expanded);
     queue.advance(0.02);
     EXPECT_EQ(drawnWidth(), 640);
 }
@@ -122,10 +122,10 @@ QRect brightPart(const QImage &image)
 TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
 {
     setTasks({task(QStringLiteral("a"), QStringLiteral("a"))});
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     queue.advance(2);
-    state.view = IslandView::greeting;
-    state.mode = IslandMode::expanded;
+    island.setView(IslandView::greeting);
+    island.setMode(IslandMode::expanded);
     const auto *canvas = root->findChild<BotPlacement *>()->findChild<QWidget *>();
     EXPECT_FALSE(canvas->isVisible()) << "what the notch hid doesn't come for the film";
     queue.advance(3.4);
@@ -133,8 +133,8 @@ TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
     EXPECT_NEAR(before.center().x(), 360, 2);
 
     Q_EMIT notifications.greetingInterrupt();
-    state.mode = IslandMode::compact;
-    state.view = IslandView::overview;
+    island.setMode(IslandMode::compact);
+    island.setView(IslandView::overview);
     EXPECT_NEAR(brightPart(picture()).center().x(), before.center().x(), 2);
     for (double passed = 0; passed < 0.75; passed += 0.02) {
         queue.advance(0.02);
@@ -142,11 +142,11 @@ TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
         const QRect now = brightPart(picture());
         EXPECT_FALSE(now.isEmpty()) << "there is always a mascot";
         EXPECT_LT((now.center() - before.center()).manhattanLength(), 60) << "and it never leaps";
-        EXPECT_LE(now.bottom(), island().shape().height) << "nor is it cut";
+        EXPECT_LE(now.bottom(), container().shape().height) << "nor is it cut";
         before = now;
     }
-    EXPECT_EQ(island().shape().width, 344);
-    EXPECT_EQ(island().shape().height, 32);
+    EXPECT_EQ(container().shape().width, 344);
+    EXPECT_EQ(container().shape().height, 32);
     EXPECT_NEAR(before.center().x(), 188 + 40, 2);
     EXPECT_FALSE(root->findChild<GreetingCanvasView *>()->isVisible());
 }
@@ -157,7 +157,7 @@ TEST_F(IslandFrameTest, ARequestDuringTheGreetingTakesTheMascotFromWhereItStands
     open(IslandView::greeting);
     queue.advance(1.4);
     const QRect before = brightPart(picture());
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     const auto *film = root->findChild<GreetingCanvasView *>();
     EXPECT_TRUE(film->isVisible()) << "it fades while the mascot appears over its own";
     const auto *canvas = root->findChild<BotPlacement *>()->findChild<QWidget *>();
@@ -176,12 +176,12 @@ TEST_F(IslandFrameTest, AGreetingThatIsCalledBackFromItsFoldStartsAnew)
 {
     open(IslandView::greeting);
     Q_EMIT notifications.greetingInterrupt();
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.1);
     sounds.played.clear();
-    state.mode = IslandMode::expanded;
+    island.setMode(IslandMode::expanded);
     queue.advance(5);
-    EXPECT_EQ(island().shape().width, 640);
+    EXPECT_EQ(container().shape().width, 640);
     EXPECT_EQ(sounds.played.size(), 2);
 }
 
@@ -272,7 +272,7 @@ TEST_F(IslandFrameTest, AHiddenIslandPaintsNothingWhateverItsTasksDo)
         state.hasNotch = hasNotch;
         setTasks({task(QStringLiteral("a"), QStringLiteral("a"), {QStringLiteral("Liste")})});
         open(IslandView::overview);
-        state.mode = IslandMode::hidden;
+        island.setMode(IslandMode::hidden);
         play(1);
         Painted painted(*root->findChild<IslandContainer *>());
         state.editTask(QStringLiteral("a"), [](AgentTask &t) {

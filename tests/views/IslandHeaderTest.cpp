@@ -50,9 +50,9 @@ TEST_F(IslandHeaderTest, TabsLeadToTheirViewAndAreLitOnIt)
         EXPECT_EQ(litTabs(), tab) << "a second click never puts it out";
     }
 
-    state.view = IslandView::empty;
+    island.setView(IslandView::empty);
     EXPECT_EQ(litTabs(), "Home");
-    state.view = IslandView::approval;
+    island.setView(IslandView::approval);
     EXPECT_EQ(litTabs(), "");
     queue.advance(1);
     click("Home");
@@ -122,7 +122,7 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
     const int lit = brightness();
     const QRect room = header->geometry();
 
-    state.view = IslandView::confused;
+    island.setView(IslandView::confused);
     // The card has come to rest before the home tab would lose its light.
     queue.advance(0.1);
     EXPECT_TRUE(header->isVisible()) << "it fades and doesn't vanish";
@@ -132,7 +132,7 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndLeavesItsRoomBehind)
     EXPECT_FALSE(header->isVisible());
     EXPECT_EQ(header->geometry(), room);
 
-    state.view = IslandView::overview;
+    island.setView(IslandView::overview);
     EXPECT_EQ(brightness(), 0);
     queue.advance(0.1);
     EXPECT_GT(brightness(), 0);

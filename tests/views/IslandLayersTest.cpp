@@ -32,7 +32,7 @@ TEST_F(IslandLayersTest, TheOldCardFadesBeforeTheNewOneFollows)
     const int whole = surface();
     ASSERT_GT(whole, 15);
 
-    state.view = IslandView::settings;
+    island.setView(IslandView::settings);
     EXPECT_EQ(surface(), whole) << "nothing jumps";
     queue.advance(0.1);
     EXPECT_GT(surface(), 0);
@@ -46,7 +46,7 @@ TEST_F(IslandLayersTest, TheOldCardFadesBeforeTheNewOneFollows)
     EXPECT_EQ(surface(), whole);
 
     frames.setReducesMotion(true);
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     queue.advance(0.02);
     EXPECT_EQ(surface(), whole) << "at once where motion is unwanted";
 }
@@ -59,13 +59,13 @@ TEST_F(IslandLayersTest, OnlyTheCardOnTopIsHit)
     const QAbstractButton *deny = button("Deny");
     const QPoint where = placeOf(deny).center();
 
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     queue.advance(0.05);
     ASSERT_TRUE(deny->isVisible()) << "the old card can still be seen";
     clickAt(where);
     EXPECT_TRUE(decisions.isEmpty());
 
-    state.view = IslandView::approval;
+    island.setView(IslandView::approval);
     queue.advance(0.05);
     clickAt(where);
     EXPECT_EQ(decisions, QStringList{"deny"});
@@ -76,7 +76,7 @@ TEST_F(IslandLayersTest, ACardThatGoesKeepsItsPlaceOnAnIslandThatGrows)
     open(IslandView::question);
     const auto *answer = button("Algolia");
     const QRect place = placeOf(answer);
-    state.view = IslandView::prompt;
+    island.setView(IslandView::prompt);
     queue.advance(0.1);
     ASSERT_TRUE(answer->isVisible());
     EXPECT_EQ(placeOf(answer), place);
@@ -85,7 +85,7 @@ TEST_F(IslandLayersTest, ACardThatGoesKeepsItsPlaceOnAnIslandThatGrows)
 TEST_F(IslandLayersTest, TheContentFadesWithTheIslandAndTakesNoClicksOnceItCloses)
 {
     setTasks({task("a")});
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(2);
     const auto *content = root->findChild<IslandContentView *>();
     EXPECT_FALSE(content->isVisible());
@@ -93,7 +93,7 @@ TEST_F(IslandLayersTest, TheContentFadesWithTheIslandAndTakesNoClicksOnceItClose
     const QPoint where = placeOf(button("Settings")).center();
     const int whole = surface();
 
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.08);
     EXPECT_TRUE(content->isVisible());
     EXPECT_LT(surface(), whole);
@@ -109,7 +109,7 @@ TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayAndTheOtherRidesAlongWithA
     const int whole = brightAround(60, 101);
     ASSERT_GT(whole, 300);
     state.uploadStartTime = queue.mediaTime() - 2.4;
-    state.view = IslandView::uploading;
+    island.setView(IslandView::uploading);
     EXPECT_NEAR(brightAround(60, 101), whole, 60) << "nothing jumps";
     queue.advance(0.08);
     EXPECT_GT(brightAround(60, 101), 20);
@@ -119,7 +119,7 @@ TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayAndTheOtherRidesAlongWithA
 
     const int rider = brightAround(562, 118);
     ASSERT_GT(rider, 50);
-    state.view = IslandView::choose;
+    island.setView(IslandView::choose);
     EXPECT_NEAR(brightAround(562, 118), rider, 30);
     queue.advance(2);
     EXPECT_EQ(brightAround(562, 118), 0);
@@ -129,7 +129,7 @@ TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayAndTheOtherRidesAlongWithA
     const auto middle = [&] { return canvas->geometry().center().x(); };
     state.uploadStartTime = queue.mediaTime();
     state.uploadDuration = 2.4;
-    state.view = IslandView::uploading;
+    island.setView(IslandView::uploading);
     queue.advance(0.02);
     EXPECT_LE(canvas->width(), 4) << "a small one grows out of nothing";
     queue.advance(1.18);

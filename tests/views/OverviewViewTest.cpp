@@ -94,7 +94,8 @@ TEST_F(OverviewViewTest, EveryPointOfACapsuleIsItsOwn)
                                      QPoint(capsule.right() - 3, capsule.center().y()),
                                      QPoint(capsule.center().x(), capsule.top() + 1),
                                      QPoint(capsule.center().x(), capsule.bottom() - 1)})
-            EXPECT_EQ(island().childAt(island().mapFrom(root.get(), corner)), pill(name)) << name;
+            EXPECT_EQ(container().childAt(container().mapFrom(root.get(), corner)), pill(name))
+                << name;
     }
 }
 

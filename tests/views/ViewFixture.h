@@ -1,16 +1,13 @@
 #pragma once
 
-#include "core/AppState.h"
 #include "core/IslandConst.h"
 #include "core/KeychainStore.h"
-#include "core/Notifications.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StandInIsland.h"
+#include "support/StoreParts.h"
 #include "ui/motion/FrameClock.h"
 #include "views/frame/IslandContainer.h"
 #include "views/frame/IslandHeader.h"
@@ -25,7 +22,7 @@
 namespace tirlo {
 
 /// The whole tree of views in a window of the panel's size, over a store of its own.
-class ViewFixture : public testing::Test
+class ViewFixture : public testing::Test, protected StoreParts
 {
 protected:
     ViewFixture()
@@ -39,8 +36,8 @@ protected:
     /// Opens the island on the view and lets its motion come to rest.
     void open(IslandView view)
     {
-        state.view = view;
-        state.mode = IslandMode::expanded;
+        island.setView(view);
+        island.setMode(IslandMode::expanded);
         queue.advance(2);
         QCoreApplication::processEvents();
     }
@@ -137,7 +134,7 @@ protected:
         clickAt(placeOf(target).center());
     }
 
-    [[nodiscard]] const IslandContainer &island() const
+    [[nodiscard]] const IslandContainer &container() const
     {
         return *root->findChild<IslandContainer *>();
     }
@@ -152,11 +149,7 @@ protected:
         return image;
     }
 
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
+    StandInIsland island{state};
     ManualFrameDriver driver{queue};
     FrameClock frames{queue, driver};
     FakeScreens screens;
@@ -170,8 +163,9 @@ protected:
         .sendApprovalDecision = [this](const QString &decision) { decisions.append(decision); },
         .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
-    std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(ViewContext{
-        state, notifications, sounds, queue, frames, screens, applications, keychain, actions});
+    std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(
+        ViewContext{state, notifications, island, sounds, queue, frames, screens, applications,
+                    keychain, actions});
 };
 
 } // namespace tirlo

@@ -1,0 +1,32 @@
+"""Fails for a file under src, but outside src/island, that writes the island's mode or view.
+
+The store lets nobody but IslandWriter change them; this keeps it so, and the writer where it is.
+"""
+
+import pathlib
+import re
+import sys
+
+root = pathlib.Path(sys.argv[1])
+store = "src/core/AppState.h"
+owned = {"mode": "IslandMode", "view": "IslandView"}
+write = re.compile(r"\bIslandWriter\b|(?:\.|->|^\s*)(?:mode|view)(?:\.setValue\(|\s*=(?!=))")
+
+wrong = []
+checked = 0
+for path in sorted((root / "src").rglob("*")):
+    name = path.relative_to(root).as_posix()
+    if path.suffix not in {".cpp", ".h"} or name == store or name.startswith("src/island/"):
+        continue
+    checked += 1
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if write.search(line):
+            wrong.append(f"{name}:{number}: {line.strip()}")
+
+declared = (root / store).read_text(encoding="utf-8")
+for field, kind in owned.items():
+    if not re.search(rf"OwnedProperty<{kind}, IslandWriter> {field}\b", declared):
+        wrong.append(f"{store}: {field} is no property of the island's")
+
+print("\n".join(wrong))
+sys.exit(bool(wrong) or not checked)
