@@ -139,33 +139,31 @@ TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
 
 TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
 {
-    for (const bool isAnswered : {false, true}) {
+    for (const bool isAnswered : {true, false}) {
         process("Stop");
-        queue.advance(2);
         auto [peer, connection] = Peer::pair();
         desk.processPermissionRequest(std::move(connection), json(R"({"term_program":"vscode"})"));
         if (isAnswered)
             desk.sendApprovalDecision(u"allow"_s);
-        queue.advance(4);
+        queue.advance(6);
         EXPECT_EQ(task("integration_claude").state,
                   isAnswered ? BotState::working : BotState::approval);
-        desk.sendApprovalDecision(u"deny"_s);
     }
 }
 
 TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
 {
+    const auto viewAfter = [this](const char *event, IslandView before, const char *agent = "{}") {
+        island.setView(before);
+        process(event, agent);
+        return state.view.value();
+    };
+    const char *codex = R"({"tirlo_agent":"codex"})";
     for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
-        const auto viewAfter = [&](IslandView before, const char *payload = "{}") {
-            island.setView(before);
-            process(event, payload);
-            return state.view.value();
-        };
-        EXPECT_EQ(viewAfter(IslandView::finished), IslandView::overview) << event;
-        EXPECT_EQ(viewAfter(IslandView::finished, R"({"tirlo_agent":"codex"})"),
-                  IslandView::finished)
-            << event;
-        EXPECT_EQ(viewAfter(IslandView::prompt), IslandView::prompt) << event;
+        SCOPED_TRACE(event);
+        EXPECT_EQ(viewAfter(event, IslandView::finished), IslandView::overview);
+        EXPECT_EQ(viewAfter(event, IslandView::finished, codex), IslandView::finished);
+        EXPECT_EQ(viewAfter(event, IslandView::prompt), IslandView::prompt);
     }
 }
 

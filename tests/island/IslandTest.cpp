@@ -116,6 +116,12 @@ TEST_F(IslandTest, NoTimerPutsAWaitingRequestAwayOnWhicheverRoadItCame)
             ask();
         },
         [this] {
+            Q_EMIT notifications.hookExpand(Card::finished);
+            state.pendingApproval = ApprovalInfo{};
+            state.isPinned = true;
+            island.show(Card::approval);
+        },
+        [this] {
             ask();
             Q_EMIT notifications.botDizzy();
             Q_EMIT notifications.botDizzy();
@@ -141,18 +147,6 @@ TEST_F(IslandTest, NoTimerPutsAWaitingRequestAwayOnWhicheverRoadItCame)
         EXPECT_EQ(state.mode.value(), compact) << "answered, it falls back";
         EXPECT_FALSE(state.isPinned);
     }
-}
-
-TEST_F(IslandTest, OpenedFromOutsideItStaysUntilThePointerHasBeenThere)
-{
-    island.open(Card::overview);
-    queue.advance(1000);
-    island.pointerEntered();
-    queue.advance(1000);
-    EXPECT_TRUE(isOpenOn(Card::overview));
-    island.pointerLeft();
-    queue.advance(15.1);
-    EXPECT_EQ(state.mode.value(), compact);
 }
 
 TEST_F(IslandTest, AnEventsCardFallsBackAsIfThePointerHadJustLeft)

@@ -32,7 +32,7 @@ TEST_F(KeysTest, EscapeClosesAnOpenIslandUnlessItIsHeld)
     EXPECT_EQ(modeAfter(escape), IslandMode::expanded);
 }
 
-TEST_F(KeysTest, TheHotkeyOpensTheOverviewAndIsNoToggle)
+TEST_F(KeysTest, TheHotkeyOpensTheOverviewUntilThePointerHasBeenThere)
 {
     input.pressKey(letterN, shiftCommand);
     state.hotkeyEnabled = true;
@@ -42,12 +42,17 @@ TEST_F(KeysTest, TheHotkeyOpensTheOverviewAndIsNoToggle)
     EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "it is off at first";
 
     input.pressKey(letterN, shiftCommand);
-    point(onTheTab);
-    EXPECT_TRUE(isOpenOn(IslandView::overview)) << "also once the pointer has come";
+    for (const QPointF place : {away, onTheTab}) {
+        point(place);
+        queue.advance(1000);
+        EXPECT_TRUE(isOpenOn(IslandView::overview));
+    }
     island.show(IslandView::note);
     input.pressKey(letterN, shiftCommand);
-    EXPECT_TRUE(isOpenOn(IslandView::note));
-    island.collapse();
+    EXPECT_TRUE(isOpenOn(IslandView::note)) << "it is no toggle";
+    point(away);
+    queue.advance(15.1);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
     state.setHotkey(0, 3);
     input.pressKey(3);
     EXPECT_TRUE(isOpenOn(IslandView::overview)) << "a change is effective at once";
