@@ -222,7 +222,13 @@ TEST_F(IslandTest, ADizzySpellEndsWhereItBegan)
     EXPECT_TRUE(isOpenOn(Card::confused)) << "the second spell starts anew";
     queue.advance(1.4);
     EXPECT_TRUE(isOpenOn(Card::overview));
-    ASSERT_EQ(emotes.count(), 3);
+
+    ask();
+    spell(1);
+    state.pendingApproval = std::nullopt;
+    queue.advance(2.4);
+    EXPECT_TRUE(isOpenOn(Card::overview)) << "the request has gone meanwhile";
+    ASSERT_EQ(emotes.count(), 4);
     EXPECT_EQ(emotes[0][0].value<BotEmote>(), BotEmote::happy);
 }
 
