@@ -24,8 +24,6 @@ public:
     /// A hidden island; all of these outlive it.
     Island(AppState &state, Notifications &notifications, SoundEngine &sounds, MainQueue &queue);
 
-    [[nodiscard]] const IslandStateMachine &machine() const { return m_machine; }
-
     /// Opens on the greeting.
     void greet();
 

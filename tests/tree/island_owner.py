@@ -9,8 +9,11 @@ import sys
 
 root = pathlib.Path(sys.argv[1])
 store = "src/core/AppState.h"
+own = {"src/core/AppState.cpp", "src/core/Settings.cpp"}
 owned = {"mode": "IslandMode", "view": "IslandView"}
-write = re.compile(r"\bIslandWriter\b|(?:\.|->|^\s*)(?:mode|view)(?:\.setValue\(|\s*=(?!=))")
+target = r"(?:mode|view)(?:\.setValue\(|\s*=(?!=))"
+write = re.compile(rf"\bIslandWriter\b|\b(?:m_)?state(?:\.|->){target}")
+inside = re.compile(rf"^\s*(?:this->)?{target}")
 
 wrong = []
 checked = 0
@@ -20,7 +23,7 @@ for path in sorted((root / "src").rglob("*")):
         continue
     checked += 1
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-        if write.search(line):
+        if write.search(line) or (name in own and inside.search(line)):
             wrong.append(f"{name}:{number}: {line.strip()}")
 
 declared = (root / store).read_text(encoding="utf-8")
@@ -28,5 +31,6 @@ for field, kind in owned.items():
     if not re.search(rf"OwnedProperty<{kind}, IslandWriter> {field}\b", declared):
         wrong.append(f"{store}: {field} is no property of the island's")
 
-print("\n".join(wrong))
+for line in wrong:
+    print(line)
 sys.exit(bool(wrong) or not checked)
