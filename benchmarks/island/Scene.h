@@ -8,6 +8,7 @@
 #include "support/FakeScreens.h"
 #include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
+#include "support/StandInIsland.h"
 #include "ui/motion/FrameClock.h"
 #include "views/frame/IslandRootView.h"
 
@@ -40,6 +41,7 @@ public:
     AppState state;
 
 private:
+    StandInIsland m_island{state};
     std::unique_ptr<IslandRootView> m_root;
 };
 

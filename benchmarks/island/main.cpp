@@ -8,6 +8,7 @@
 #include "common/Row.h"
 
 #include "core/IslandConst.h"
+#include "island/IslandWriter.h"
 #include "platform/linux/QtMainQueue.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
@@ -130,24 +131,26 @@ void measureFrames()
     using enum IslandMode;
     Measurement measurement;
     const auto closed = [](AppState &state) {
-        state.view = IslandView::overview;
-        state.mode = compact;
+        IslandWriter(state).setView(IslandView::overview);
+        IslandWriter(state).setMode(compact);
     };
     const auto opened = [](AppState &state) {
-        state.view = IslandView::overview;
-        state.mode = expanded;
+        IslandWriter(state).setView(IslandView::overview);
+        IslandWriter(state).setMode(expanded);
     };
     const auto nothing = [](AppState &) {};
-    measurement.measure("opening", closed, [](AppState &state) { state.mode = expanded; });
-    measurement.measure("closing", opened, [](AppState &state) { state.mode = compact; });
+    measurement.measure("opening", closed,
+                        [](AppState &state) { IslandWriter(state).setMode(expanded); });
+    measurement.measure("closing", opened,
+                        [](AppState &state) { IslandWriter(state).setMode(compact); });
     measurement.measure("changing cards", opened,
-                        [](AppState &state) { state.view = IslandView::question; });
+                        [](AppState &state) { IslandWriter(state).setView(IslandView::question); });
     measurement.measure("agents at work", opened, nothing);
     measurement.measure(
         "greeting", closed,
         [](AppState &state) {
-            state.view = IslandView::greeting;
-            state.mode = expanded;
+            IslandWriter(state).setView(IslandView::greeting);
+            IslandWriter(state).setMode(expanded);
         },
         film);
 }
@@ -158,7 +161,7 @@ void countHiddenPaints()
     QtMainQueue queue;
     TimerFrameDriver driver;
     Scene scene(queue, driver);
-    scene.state.mode = IslandMode::hidden;
+    IslandWriter(scene.state).setMode(IslandMode::hidden);
     scene.window().show();
     const auto wait = [](int milliseconds) {
         QTimer::singleShot(milliseconds, qApp, &QCoreApplication::quit);

@@ -22,7 +22,7 @@ constexpr double loadingDelay = 0.3;
 
 AppDelegate::AppDelegate(const Paths &paths)
     : m_paths(paths)
-    , m_hookServer({m_state, m_notifications, m_sounds, m_queue, m_log}, m_paths)
+    , m_hookServer({m_state, m_notifications, m_island, m_sounds, m_queue, m_log}, m_paths)
     , m_pollers({m_state, m_notifications, m_sounds, m_queue, m_http, m_keychainStore, m_log})
     , m_islandActions{
           .sendApprovalDecision
@@ -30,7 +30,7 @@ AppDelegate::AppDelegate(const Paths &paths)
           .capturePromptContext = {},
           .switchChatProvider =
               [this](ChatProvider provider) {
-                  tirlo::switchChatProvider(provider, m_state, m_notifications, m_sounds);
+                  tirlo::switchChatProvider(provider, m_state, m_notifications, m_island, m_sounds);
               }}
 {
 }
@@ -77,12 +77,12 @@ void AppDelegate::setupIsland()
 
     m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_pointer, m_inputMonitor,
                                              m_windowList, m_applications, m_pollDriver},
-                               m_state, m_notifications, m_sounds, m_queue);
+                               m_island, m_state, m_notifications, m_sounds, m_queue);
     m_islandController->setContent(
-        new IslandRootView({m_state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
-                            m_applications, m_keychainStore, m_islandActions}));
+        new IslandRootView({m_state, m_notifications, m_island, m_sounds, m_queue, m_frames,
+                            m_screens, m_applications, m_keychainStore, m_islandActions}));
     m_islandController->showWindow();
-    m_islandController->fsm().beginGreeting();
+    m_island.greet();
     m_hookServer.start();
     m_pollers.start();
     QObject::connect(&m_notifications, &Notifications::openFullSettings, &m_notifications,
@@ -91,13 +91,12 @@ void AppDelegate::setupIsland()
 
 void AppDelegate::openIsland()
 {
-    m_islandController->expand(IslandView::overview);
+    m_island.open(IslandView::overview);
 }
 
 void AppDelegate::openSettings()
 {
-    if (m_state.mode == IslandMode::expanded)
-        m_islandController->collapse();
+    m_island.collapse();
     const auto notched = IslandGeometry::notchScreen(m_screens);
     m_settingsOpener.open(notched ? notched : m_screens.main());
 }

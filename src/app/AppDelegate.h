@@ -10,6 +10,7 @@
 #include "hooks/HookServer.h"
 #include "hooks/installers/HookInstallers.h"
 #include "integrations/ServicePollers.h"
+#include "island/Island.h"
 #include "island/IslandWindowController.h"
 #include "mascot/PooledSoundEngine.h"
 #include "platform/BackgroundWorker.h"
@@ -75,8 +76,9 @@ private:
     AppState m_state{m_settings, m_queue};
     Notifications m_notifications;
     PooledSoundEngine m_sounds{m_state, m_audioOutput};
+    Island m_island{m_state, m_notifications, m_sounds, m_queue};
     KeychainStore m_keychainStore{m_keychain};
-    ClaudeService m_claude{m_state, m_notifications, m_keychainStore,
+    ClaudeService m_claude{m_state, m_notifications, m_island,       m_keychainStore,
                            m_http,  m_queue,         ProviderHosts{}};
     ModelCatalogues m_modelCatalogues{m_state, m_keychainStore, m_http, m_queue, ProviderHosts{}};
     HookServer m_hookServer;

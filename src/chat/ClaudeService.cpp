@@ -4,6 +4,7 @@
 #include "ChatCompletions.h"
 #include "Providers.h"
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "core/Text.h"
@@ -20,11 +21,12 @@ constexpr int longestError = 2000;
 
 } // namespace
 
-ClaudeService::ClaudeService(AppState &state, Notifications &notifications,
+ClaudeService::ClaudeService(AppState &state, Notifications &notifications, IslandIntents &island,
                              const KeychainStore &keychain, HttpClient &http, MainQueue &queue,
                              ProviderHosts hosts)
     : m_state(state)
     , m_notifications(notifications)
+    , m_island(island)
     , m_keychain(keychain)
     , m_http(http)
     , m_queue(queue)
@@ -124,15 +126,14 @@ void ClaudeService::handleChatResult(quint64 turn, const ChatOutcome &outcome)
     history.append({QUuid::createUuid(), ChatRole::assistant, *outcome.text});
     m_state.chatHistory = history;
     m_state.stateOverride = std::nullopt;
-    m_state.view = IslandView::prompt;
+    m_island.show(IslandView::prompt);
     Q_EMIT m_notifications.triggerEmote(BotEmote::happy);
 }
 
 void ClaudeService::showError(const QString &message)
 {
     m_state.stateOverride = BotState::error;
-    m_state.noteMessage = firstCharacters(message, longestError);
-    m_state.view = IslandView::note;
+    m_island.say(firstCharacters(message, longestError));
 }
 
 } // namespace tirlo

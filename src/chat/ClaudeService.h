@@ -13,6 +13,7 @@
 namespace tirlo {
 
 class AppState;
+class IslandIntents;
 class KeychainStore;
 class MainQueue;
 class Notifications;
@@ -24,8 +25,9 @@ class Notifications;
 class ClaudeService
 {
 public:
-    ClaudeService(AppState &state, Notifications &notifications, const KeychainStore &keychain,
-                  HttpClient &http, MainQueue &queue, ProviderHosts hosts);
+    ClaudeService(AppState &state, Notifications &notifications, IslandIntents &island,
+                  const KeychainStore &keychain, HttpClient &http, MainQueue &queue,
+                  ProviderHosts hosts);
 
     /// Asks the provider, once the keys are at hand; what comes of it shows in the store.
     ///
@@ -45,6 +47,7 @@ private:
 
     AppState &m_state;
     Notifications &m_notifications;
+    IslandIntents &m_island;
     const KeychainStore &m_keychain;
     HttpClient &m_http;
     MainQueue &m_queue;

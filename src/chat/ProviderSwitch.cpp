@@ -1,20 +1,21 @@
 #include "ProviderSwitch.h"
 
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "core/Notifications.h"
 #include "core/SoundEngine.h"
 
 namespace tirlo {
 
 void switchChatProvider(ChatProvider provider, AppState &state, Notifications &notifications,
-                        SoundEngine &sounds)
+                        IslandIntents &island, SoundEngine &sounds)
 {
     if (state.chatProvider != provider) {
         state.chatProvider = provider;
         Q_EMIT notifications.triggerEmote(BotEmote::surprised);
         sounds.play(QStringLiteral("pop"));
     }
-    state.view = IslandView::prompt;
+    island.show(IslandView::prompt);
 }
 
 } // namespace tirlo

@@ -115,28 +115,6 @@ void AppState::removeTask(const QString &id)
     dropTasks(id);
     if (focusId.value() == id)
         focusId = mainPillId.value();
-    syncMode();
-    syncView();
-}
-
-void AppState::syncMode()
-{
-    const bool hasTasks = !tasks.value().isEmpty();
-    if (!hasTasks && mode == IslandMode::compact)
-        mode = IslandMode::hidden;
-    else if (hasTasks && mode == IslandMode::hidden && isPresent)
-        mode = IslandMode::compact;
-}
-
-void AppState::syncView()
-{
-    if (mode != IslandMode::expanded)
-        return;
-    const bool hasTasks = !tasks.value().isEmpty();
-    if (view == IslandView::empty && hasTasks)
-        view = IslandView::overview;
-    else if (view == IslandView::overview && !hasTasks)
-        view = IslandView::empty;
 }
 
 void AppState::toggleIntegration(const QString &id)
@@ -153,7 +131,6 @@ void AppState::toggleIntegration(const QString &id)
         dropTasks(id);
         if (focusId.value() == id)
             focusId = mainPillId.value();
-        syncMode();
         return;
     }
 
@@ -165,7 +142,6 @@ void AppState::toggleIntegration(const QString &id)
         tasks = tasks.value() + QList{taskFromRow(*row)};
         sortTasksByCatalog();
     }
-    syncMode();
 }
 
 void AppState::loadIntegrationTasks()
@@ -188,7 +164,6 @@ void AppState::loadIntegrationTasks()
     sortTasksByCatalog();
     if (!focusId.value())
         focusId = mainPillId.value();
-    syncMode();
 }
 
 void AppState::setAbsenceInterval(double seconds)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OwnedProperty.h"
 #include "Settings.h"
 #include "model/AgentTask.h"
 #include "model/ApprovalInfo.h"
@@ -18,6 +19,7 @@
 
 namespace tirlo {
 
+class IslandWriter;
 class KeyValueStore;
 class MainQueue;
 struct ServiceData;
@@ -35,9 +37,9 @@ public:
     AppState(const AppState &) = delete;
     AppState &operator=(const AppState &) = delete;
 
-    // The island.
-    QProperty<IslandMode> mode{IslandMode::hidden};
-    QProperty<IslandView> view{IslandView::overview};
+    // The island, which alone changes them.
+    OwnedProperty<IslandMode, IslandWriter> mode{IslandMode::hidden};
+    OwnedProperty<IslandView, IslandWriter> view{IslandView::overview};
 
     // The pills, in shown order, and the one in focus.
     QProperty<QList<AgentTask>> tasks;
@@ -141,10 +143,6 @@ public:
     void setFocus(const QString &id);
     /// Removes the tasks with the id; the main pill and active tools are reset instead.
     void removeTask(const QString &id);
-    /// Hides a compact island without tasks and shows a hidden one that has some.
-    void syncMode();
-    /// While expanded, swaps the overview and the empty card as tasks come and go.
-    void syncView();
     /// Adds or removes a catalogue tool; at most 4 can be active beside the main pill.
     void toggleIntegration(const QString &id);
     /// Brings the tasks in line with the main pill and the active tools.

@@ -5,6 +5,7 @@
 #include "SocketLine.h"
 #include "ThreadGroup.h"
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "core/Json.h"
 #include "core/Notifications.h"
 #include "core/SoundEngine.h"
@@ -108,6 +109,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
         answer(std::exchange(m_source, nullptr), replyFor(askDecision));
 
     AppState &state = m_context.state;
+    ++m_requests[pill];
     m_tasks.activeSessionId = origin.sessionId;
     m_tasks.upsertWorkspaceTask(pill, origin.projectName, origin.cwd);
     state.updateTask(pill, BotState::approval);
@@ -132,8 +134,7 @@ void ApprovalDesk::sendApprovalDecision(const QString &decision)
     if (m_source)
         answer(std::exchange(m_source, nullptr), replyFor(decision));
     settle();
-    AppState &state = m_context.state;
-    state.view = state.tasks.value().isEmpty() ? IslandView::empty : IslandView::overview;
+    m_context.island.leave(IslandView::approval);
 }
 
 bool ApprovalDesk::admits(const QString &event, const HookRoute &route, const HookOrigin &origin,
@@ -168,8 +169,7 @@ void ApprovalDesk::dismissApprovalCard(const QString &note)
     if (const auto source = std::exchange(m_source, nullptr))
         source->cancel();
     settle();
-    m_context.state.noteMessage = note;
-    m_context.state.view = IslandView::note;
+    m_context.island.say(note);
     m_context.queue.after(noteSeconds, this,
                           [this] { Q_EMIT m_context.notifications.islandCollapse(); });
 }

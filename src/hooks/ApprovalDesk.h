@@ -4,6 +4,7 @@
 #include "HookContext.h"
 #include "HookRouting.h"
 
+#include <QHash>
 #include <QJsonObject>
 #include <QObject>
 
@@ -40,6 +41,9 @@ public:
     [[nodiscard]] bool admits(const QString &event, const HookRoute &route,
                               const HookOrigin &origin, const QJsonObject &payload);
 
+    /// How many requests of the pill have been on show so far.
+    [[nodiscard]] int requestsOf(const QString &pill) const { return m_requests.value(pill); }
+
 private:
     void watch(FileDescriptor connection, const QString &pill);
     void dismissApprovalCard(const QString &note);
@@ -53,6 +57,7 @@ private:
     /// The connection of the request on show; null without one.
     std::shared_ptr<ReadSource> m_source;
     std::optional<QString> m_focusBeforeApproval;
+    QHash<QString, int> m_requests;
 };
 
 /// Canonical text of a tool's input, the same for the same members in any order; "" when empty.

@@ -7,6 +7,7 @@
 namespace tirlo {
 
 class AppState;
+class IslandIntents;
 class MainQueue;
 class Notifications;
 class SoundEngine;
@@ -16,6 +17,7 @@ struct HookContext
 {
     AppState &state;
     Notifications &notifications;
+    IslandIntents &island;
     SoundEngine &sound;
     MainQueue &queue;
     const AppLog &log;

@@ -4,6 +4,7 @@
 #include "HookTasks.h"
 #include "StepWording.h"
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "core/Json.h"
 #include "core/SoundEngine.h"
 #include "core/Text.h"
@@ -128,9 +129,12 @@ void HookEventProcessor::stop(const Event &event)
     m_context.sound.play(QStringLiteral("finish"));
     showEnd(event, IslandView::finished, PillBadge::finished);
 
-    // Nothing calls this off: a prompt within those seconds loses its state all the same.
+    // Only a request calls this off: a prompt within those seconds loses its state all the same.
     m_context.queue.after(finishedSeconds, this,
-                          [this, pill = event.pill(), isExternal = event.route.isExternal()] {
+                          [this, pill = event.pill(), isExternal = event.route.isExternal(),
+                           requests = m_desk.requestsOf(event.pill())] {
+                              if (m_desk.requestsOf(pill) != requests)
+                                  return;
                               if (isExternal) {
                                   m_context.state.removeTask(pill);
                                   return;
@@ -173,6 +177,9 @@ void HookEventProcessor::stopSubagent(const Event &event)
 void HookEventProcessor::activate(const Event &event)
 {
     m_tasks.activeSessionId = event.origin.sessionId;
+    // What it had finished is past, and the card would show the new step.
+    if (event.isFocus)
+        m_context.island.leave(IslandView::finished);
     if (event.route.isExternal())
         m_tasks.upsertExternalAgent(event.pill(), *event.route.externalAgent);
     else

@@ -83,16 +83,10 @@ void HookTasks::clearPillBadge(const QString &id)
 
 void HookTasks::expandIfNeeded(IslandView view)
 {
-    if (m_state.mode == IslandMode::expanded) {
-        const bool mayReplace = isUrgent(view) && !m_state.pendingApproval.value();
-        if (view == IslandView::approval || mayReplace)
-            m_state.view = view;
-        return;
-    }
-    if (isUrgent(view))
-        Q_EMIT m_notifications.hookExpand(view);
-    else if (m_state.mode == IslandMode::hidden)
+    if (!isUrgent(view))
         Q_EMIT m_notifications.hookReveal();
+    else if (view == IslandView::approval || !m_state.pendingApproval.value())
+        Q_EMIT m_notifications.hookExpand(view);
 }
 
 void HookTasks::insert(const AgentTask &task, const QString &anchor, qsizetype otherwise)
@@ -103,7 +97,6 @@ void HookTasks::insert(const AgentTask &task, const QString &anchor, qsizetype o
     m_state.tasks = tasks;
     if (!m_state.focusId.value())
         m_state.focusId = task.id;
-    m_state.syncMode();
 }
 
 } // namespace tirlo

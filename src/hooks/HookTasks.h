@@ -35,9 +35,8 @@ public:
     void setPillBadge(const QString &id, PillBadge badge);
     void clearPillBadge(const QString &id);
 
-    /// Opens the island on the view when that is urgent, else shows at least the compact one.
-    ///
-    /// An open island moves to an urgent view only, and an approval on show is never replaced.
+    /// Asks for the island to open on the view when that is urgent, else to show at least the
+    /// compact one; an approval on show is never replaced.
     void expandIfNeeded(IslandView view);
 
 private:

@@ -1,9 +1,8 @@
 #include "IslandKeys.h"
 
+#include "Island.h"
 #include "core/AppState.h"
 #include "platform/KeyCodes.h"
-
-#include <utility>
 
 namespace tirlo {
 
@@ -13,10 +12,10 @@ constexpr std::uint16_t escapeKey = 53;
 
 } // namespace
 
-IslandKeys::IslandKeys(AppState &state, const InputMonitor &input, const WindowList &windows,
-                       Actions actions)
+IslandKeys::IslandKeys(AppState &state, Island &island, const InputMonitor &input,
+                       const WindowList &windows)
     : m_state(state)
-    , m_actions(std::move(actions))
+    , m_island(island)
 {
     connect(&input, &InputMonitor::keyDown, this, &IslandKeys::keyDown);
     connect(&windows, &WindowList::applicationActivated, this, &IslandKeys::applicationActivated);
@@ -26,13 +25,13 @@ void IslandKeys::keyDown(const KeyPress &key)
 {
     const bool isExpanded = m_state.mode == IslandMode::expanded;
     if (key.keyCode == escapeKey && isExpanded && !m_state.isPinned) {
-        m_actions.collapse();
+        m_island.collapse();
         return;
     }
     const bool isHotkey = m_state.hotkeyEnabled && key.keyCode == m_state.hotkeyCode
         && (key.modifiers & ModifierBits::all) == m_state.hotkeyFlags;
     if (isHotkey && !isExpanded)
-        m_actions.openOverview();
+        m_island.open(IslandView::overview);
 }
 
 /// Keeps what the user was working in, so that the chat can ask about it.

@@ -5,11 +5,10 @@
 
 #include <QObject>
 
-#include <functional>
-
 namespace tirlo {
 
 class AppState;
+class Island;
 
 /// The island's few keys, watched from outside any window, and the last other application in front.
 class IslandKeys final : public QObject
@@ -17,23 +16,16 @@ class IslandKeys final : public QObject
     Q_OBJECT
 
 public:
-    /// What the keys do.
-    struct Actions
-    {
-        std::function<void()> collapse;
-        std::function<void()> openOverview;
-    };
-
-    /// The store and both services outlive the keys.
-    IslandKeys(AppState &state, const InputMonitor &input, const WindowList &windows,
-               Actions actions);
+    /// All of these outlive the keys.
+    IslandKeys(AppState &state, Island &island, const InputMonitor &input,
+               const WindowList &windows);
 
 private:
     void keyDown(const KeyPress &key);
     void applicationActivated(const RunningApplication &application);
 
     AppState &m_state;
-    const Actions m_actions;
+    Island &m_island;
 };
 
 } // namespace tirlo

@@ -81,16 +81,27 @@ void IslandPanel::setContent(QWidget *content)
 void IslandPanel::takeKeyboard()
 {
     winId();
-    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    acceptKeyboard(true);
     activateWindow();
 }
 
 bool IslandPanel::releaseKeyboard()
 {
-    if (!windowHandle())
+    if (!windowHandle() || windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus))
         return false;
-    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
-    return isActiveWindow();
+    const bool hadIt = isActiveWindow();
+    acceptKeyboard(false);
+    return hadIt;
+}
+
+void IslandPanel::acceptKeyboard(bool accepts)
+{
+    QWindow &native = *windowHandle();
+    if (native.flags().testFlag(Qt::WindowDoesNotAcceptFocus) != accepts)
+        return;
+    native.setFlag(Qt::WindowDoesNotAcceptFocus, !accepts);
+    // The desktop is told the type anew with the flags, and takes the window for a plain one.
+    becomeDock();
 }
 
 bool IslandPanel::event(QEvent *event)

@@ -57,6 +57,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void acceptKeyboard(bool accepts);
     void becomeDock();
     void holdPlace();
     void updateInputRegion();

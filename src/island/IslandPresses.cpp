@@ -1,8 +1,8 @@
 #include "IslandPresses.h"
 
+#include "Island.h"
 #include "IslandGeometry.h"
 #include "IslandPanel.h"
-#include "IslandStateMachine.h"
 #include "MascotHover.h"
 #include "PointerLoop.h"
 #include "core/AppState.h"
@@ -25,9 +25,8 @@ bool takesText(const QWidget *control)
 
 } // namespace
 
-IslandPresses::IslandPresses(const Parts &parts, Actions actions)
+IslandPresses::IslandPresses(const Parts &parts)
     : m_parts(parts)
-    , m_actions(std::move(actions))
 {
     // The native window sees every press before the control under it does.
     m_parts.panel.winId();
@@ -57,22 +56,18 @@ void IslandPresses::pressed(QPointF local)
         return;
     m_pendingIslandClick = true;
     m_parts.hover.cancel();
-    if (m_parts.state.mode == IslandMode::expanded
-        && IslandGeometry::isBotHit(local, m_parts.state))
+    if (m_parts.state.mode != IslandMode::expanded)
+        return;
+    if (IslandGeometry::isBotHit(local, m_parts.state))
         Q_EMIT m_parts.notifications.triggerSlap();
     if (takesText(m_parts.panel.childAt(local.toPoint())))
-        m_actions.takeKeyboard();
+        m_parts.panel.takeKeyboard();
 }
 
 void IslandPresses::released()
 {
-    const bool wasPending = std::exchange(m_pendingIslandClick, false);
-    if (!wasPending || m_parts.state.mode == IslandMode::expanded)
-        return;
-    if (m_parts.machine.state() == IslandStateMachine::State::home)
-        m_actions.openDefault();
-    else
-        m_parts.machine.click();
+    if (std::exchange(m_pendingIslandClick, false))
+        m_parts.island.click();
 }
 
 } // namespace tirlo

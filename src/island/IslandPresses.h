@@ -2,15 +2,13 @@
 
 #include <QObject>
 
-#include <functional>
-
 class QMouseEvent;
 
 namespace tirlo {
 
 class AppState;
+class Island;
 class IslandPanel;
-class IslandStateMachine;
 class MascotHover;
 class Notifications;
 class PointerLoop;
@@ -26,24 +24,15 @@ public:
     struct Parts
     {
         IslandPanel &panel;
-        IslandStateMachine &machine;
+        Island &island;
         MascotHover &hover;
         PointerLoop &loop;
         AppState &state;
         Notifications &notifications;
     };
 
-    /// What presses lead to.
-    struct Actions
-    {
-        /// Opens the island on the view it opens on by itself.
-        std::function<void()> openDefault;
-        /// Gets the panel the keyboard, for the text field that was pressed.
-        std::function<void()> takeKeyboard;
-    };
-
     /// All parts outlive this object.
-    IslandPresses(const Parts &parts, Actions actions);
+    explicit IslandPresses(const Parts &parts);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -53,7 +42,6 @@ private:
     void released();
 
     Parts m_parts;
-    const Actions m_actions;
     /// A press began on the island and has not ended.
     bool m_pendingIslandClick = false;
 };

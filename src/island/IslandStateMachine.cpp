@@ -4,17 +4,6 @@
 
 namespace tirlo {
 
-namespace {
-
-void cancelAndClear(std::optional<WorkItem> &work)
-{
-    if (work)
-        work->cancel();
-    work.reset();
-}
-
-} // namespace
-
 IslandStateMachine::IslandStateMachine(MainQueue &queue, QObject *parent)
     : QObject(parent)
     , m_queue(queue)
@@ -23,142 +12,105 @@ IslandStateMachine::IslandStateMachine(MainQueue &queue, QObject *parent)
 
 void IslandStateMachine::mouseEntered()
 {
+    m_isPointerIn = true;
     switch (m_state) {
     case State::hidden:
-        // Whoever holds the island open shows it as well, so this is no change to report.
-        if (mustStayOpen()) {
-            m_state = State::home;
-            return;
-        }
-        cancelTimers();
         transition(State::petit);
+        // A peek that nothing comes of ends, even under a pointer left lying at the screen's edge.
+        fallBackIn(petitToHiddenDelay, State::hidden);
         return;
     case State::petit:
-        cancelAndClear(m_petitHideWork);
-        return;
     case State::home:
-        cancelAndClear(m_homeCollapseWork);
+        stopWaiting();
         return;
     case State::tirlo:
-        scheduleGreetCollapse(greetHoverCollapseDelay);
+        fallBackIn(greetHoverCollapseDelay, State::petit);
         return;
     }
 }
 
 void IslandStateMachine::mouseLeft()
 {
-    switch (m_state) {
-    case State::hidden:
-        return;
-    case State::petit:
-        schedulePetitHide();
-        return;
-    case State::home:
-        if (!mustStayOpen())
-            scheduleHomeCollapse();
-        return;
-    case State::tirlo:
-        if (mustStayOpen())
-            return;
-        cancelAndClear(m_greetCollapseWork);
+    m_isPointerIn = false;
+    if (m_state != State::tirlo)
+        startWaiting();
+    else if (!mustStayOpen())
         transition(State::petit);
-        return;
-    }
 }
 
-void IslandStateMachine::click()
+void IslandStateMachine::open()
 {
-    if (m_state != State::hidden && m_state != State::petit)
-        return;
-    cancelTimers();
+    stopWaiting();
     transition(State::home);
+}
+
+void IslandStateMachine::startWaiting()
+{
+    if (m_state == State::hidden || m_isPointerIn || mustStayOpen())
+        return;
+    if (m_state == State::petit)
+        fallBackIn(petitToHiddenDelay, State::hidden);
+    else
+        fallBackIn(homeToPetitDelay, State::petit);
 }
 
 void IslandStateMachine::collapse()
 {
-    if (m_state != State::home && m_state != State::tirlo)
-        return;
-    cancelTimers();
-    transition(State::petit);
+    const bool isOpen = m_state == State::home || m_state == State::tirlo;
+    if (isOpen && !mustStayOpen())
+        transition(State::petit);
 }
 
-void IslandStateMachine::cancelTimers()
+void IslandStateMachine::hide()
 {
-    cancelAndClear(m_petitHideWork);
-    cancelAndClear(m_homeCollapseWork);
-    cancelAndClear(m_greetCollapseWork);
+    if (m_state == State::petit)
+        transition(State::hidden);
 }
 
 void IslandStateMachine::beginGreeting()
 {
-    cancelTimers();
+    stopWaiting();
     transition(State::tirlo);
 }
 
 void IslandStateMachine::greetingFinished()
 {
-    if (m_state == State::tirlo && !m_greetCollapseWork)
-        scheduleGreetCollapse(greetAutoCollapseDelay);
+    if (m_state == State::tirlo && !m_fallBack)
+        fallBackIn(greetAutoCollapseDelay, State::petit);
 }
 
 void IslandStateMachine::reveal()
 {
-    if (m_state != State::hidden)
-        return;
-    cancelTimers();
-    transition(State::petit);
-    schedulePetitHide();
-}
-
-void IslandStateMachine::holdOpen()
-{
-    cancelTimers();
-    if (m_state != State::tirlo)
-        m_state = State::home;
-}
-
-void IslandStateMachine::noteHidden()
-{
-    if (m_state != State::petit)
-        return;
-    cancelTimers();
-    m_state = State::hidden;
+    if (m_state == State::hidden)
+        transition(State::petit);
 }
 
 void IslandStateMachine::transition(State target)
 {
     if (m_state == target)
         return;
+    stopWaiting();
     const State old = std::exchange(m_state, target);
     if (onTransition)
         onTransition(old, target);
+    if (m_state == State::petit)
+        startWaiting();
 }
 
-void IslandStateMachine::schedulePetitHide()
+void IslandStateMachine::fallBackIn(double seconds, State target)
 {
-    cancelAndClear(m_petitHideWork);
-    m_petitHideWork = m_queue.after(petitToHiddenDelay, this, [this] {
-        if (m_state == State::petit && !mustStayOpen())
-            transition(State::hidden);
+    stopWaiting();
+    m_fallBack = m_queue.after(seconds, this, [this, target] {
+        if (!mustStayOpen())
+            transition(target);
     });
 }
 
-void IslandStateMachine::scheduleHomeCollapse()
+void IslandStateMachine::stopWaiting()
 {
-    cancelAndClear(m_homeCollapseWork);
-    m_homeCollapseWork = m_queue.after(homeToPetitDelay, this, [this] {
-        if (m_state == State::home && !mustStayOpen())
-            transition(State::petit);
-    });
-}
-
-void IslandStateMachine::scheduleGreetCollapse(double delay)
-{
-    cancelAndClear(m_greetCollapseWork);
-    m_greetCollapseWork = m_queue.after(delay, this, [this] {
-        if (m_state == State::tirlo)
-            transition(State::petit);
-    });
+    if (m_fallBack)
+        m_fallBack->cancel();
+    m_fallBack.reset();
 }
 
 bool IslandStateMachine::mustStayOpen() const

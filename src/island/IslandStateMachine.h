@@ -11,8 +11,8 @@ namespace tirlo {
 
 /// Decides whether the island is out of the way, peeks out, is open or plays the greeting.
 ///
-/// It knows nothing of windows, sizes or the store: it is fed events, runs three one-shot timers
-/// and reports changes. It belongs to the main thread.
+/// It knows nothing of windows, cards or the store: it is fed events, runs one timer at a time and
+/// reports every change. It belongs to the main thread.
 class IslandStateMachine final : public QObject
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ public:
 
     [[nodiscard]] State state() const { return m_state; }
 
-    /// Told of each reported change, at once, after the new state holds; may call back in.
+    /// Told of each change, at once, after the new state holds.
     std::function<void(State oldState, State newState)> onTransition;
 
     /// True while something forbids closing; absent counts as false.
@@ -53,17 +53,21 @@ public:
     /// The pointer has crossed into the island's hit area.
     void mouseEntered();
 
-    /// The pointer has crossed out of the hit area, or is found outside after a change.
+    /// The pointer has crossed out of the hit area.
     void mouseLeft();
 
-    /// The user clicked the island.
-    void click();
+    /// Opens the island, and ends the greeting; an open one forgets that it was about to close.
+    void open();
 
-    /// Closes an open island now.
+    /// Falls back in a while, as if the pointer had just left, unless it is on the island or
+    /// something holds that open.
+    void startWaiting();
+
+    /// Closes an open island now, unless something holds it open.
     void collapse();
 
-    /// Cancels and forgets all three timers, those that have fired included.
-    void cancelTimers();
+    /// Tucks a peeking island away.
+    void hide();
 
     /// Opens the island on the greeting.
     void beginGreeting();
@@ -74,26 +78,17 @@ public:
     /// Makes a hidden island peek out; never closes an open one.
     void reveal();
 
-    /// Keeps the island open on what the caller is about to show, without a report.
-    void holdOpen();
-
-    /// Follows a peeking island that was hidden by somebody else, without a report.
-    void noteHidden();
-
 private:
     void transition(State target);
-    void schedulePetitHide();
-    void scheduleHomeCollapse();
-    void scheduleGreetCollapse(double delay);
+    void fallBackIn(double seconds, State target);
+    void stopWaiting();
     [[nodiscard]] bool mustStayOpen() const;
 
     MainQueue &m_queue;
     State m_state = State::hidden;
-
-    // An item that has fired stays in its field: greetingFinished() asks whether one was armed.
-    std::optional<WorkItem> m_petitHideWork;
-    std::optional<WorkItem> m_homeCollapseWork;
-    std::optional<WorkItem> m_greetCollapseWork;
+    bool m_isPointerIn = false;
+    /// One that has run stays: greetingFinished() asks whether one was armed.
+    std::optional<WorkItem> m_fallBack;
 };
 
 } // namespace tirlo

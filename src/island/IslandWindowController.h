@@ -4,7 +4,6 @@
 #include "IslandKeys.h"
 #include "IslandPanel.h"
 #include "IslandPresses.h"
-#include "IslandStateMachine.h"
 #include "MascotHover.h"
 #include "PointerLoop.h"
 
@@ -13,6 +12,7 @@
 namespace tirlo {
 
 class Applications;
+class Island;
 
 /// What the island's controller needs of the desktop; all of it outlives the controller.
 struct IslandDesktop
@@ -27,8 +27,7 @@ struct IslandDesktop
     FrameDriver &pollDriver;
 };
 
-/// Owns the island's panel and its state machine, and turns the machine's transitions and what
-/// other parts ask for into the island's mode and view.
+/// Owns the island's panel, and tells the island what the desktop's pointer and keys do to it.
 ///
 /// The panel stays on the screen chosen at start. All collaborators must outlive the controller.
 class IslandWindowController final : public QObject
@@ -40,11 +39,10 @@ public:
     /// follow the pointer.
     ///
     /// Ends the process when there is no screen at all.
-    IslandWindowController(const IslandDesktop &desktop, AppState &state,
+    IslandWindowController(const IslandDesktop &desktop, Island &island, AppState &state,
                            Notifications &notifications, SoundEngine &sounds, MainQueue &queue);
 
     [[nodiscard]] IslandPanel &panel() { return m_panel; }
-    [[nodiscard]] IslandStateMachine &fsm() { return m_fsm; }
 
     /// Fills the panel with the island's views.
     void setContent(QWidget *content) { m_panel.setContent(content); }
@@ -52,46 +50,21 @@ public:
     /// Puts the panel on the screen without taking the focus.
     void showWindow() { m_panel.show(); }
 
-    /// Opens the island on the view.
-    void expand(IslandView to);
-
-    /// Closes the island to its compact form, unless a permission request holds it open.
-    void collapse();
-
-    /// Changes the mode with its sounds; the present mode again does nothing.
-    void setMode(IslandMode mode);
-
-    /// The view that the island opens on by itself.
-    [[nodiscard]] IslandView defaultView() const;
-
-    /// True while a permission request waits for its answer.
-    [[nodiscard]] bool isHeldOpen() const;
-
 private:
     void setupPanel();
-    void wireMachine();
-    void observeNotifications();
-    void transition(IslandStateMachine::State from, IslandStateMachine::State to);
-    void followView();
+    void followCard();
     void resignKey();
-    void handleDizzy();
-    void recover(IslandView previous);
 
     IslandDesktop m_desktop;
     AppState &m_state;
-    Notifications &m_notifications;
-    SoundEngine &m_sounds;
-    MainQueue &m_queue;
 
     const ScreenInfo m_screen;
     IslandPanel m_panel;
-    IslandStateMachine m_fsm;
     MascotHover m_hover;
     PointerLoop m_loop;
     IslandPresses m_presses;
     IslandKeys m_keys;
 
-    WorkItem m_confusedRecoveryTimer;
     Observers m_observers;
 };
 

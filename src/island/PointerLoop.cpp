@@ -1,11 +1,10 @@
 #include "PointerLoop.h"
 
+#include "Island.h"
 #include "IslandGeometry.h"
 #include "IslandPanel.h"
-#include "IslandStateMachine.h"
 #include "MascotHover.h"
 #include "core/AppState.h"
-#include "core/Notifications.h"
 #include "ui/motion/FrameDriver.h"
 
 #include <cmath>
@@ -45,9 +44,6 @@ void PointerLoop::pollFrame()
     const QPointF local = position - m_parts.panel.pos();
 
     publish(position);
-    // The store hides the island by itself when its last task goes.
-    if (m_parts.state.mode == IslandMode::hidden)
-        m_parts.machine.noteHidden();
     followEdge(isInHitArea(local));
     m_parts.hover.update(isOverMascot(local), position);
 }
@@ -71,15 +67,11 @@ void PointerLoop::followEdge(bool inside)
 {
     if (inside == m_wasInIsland)
         return;
-    if (!inside) {
-        m_parts.machine.mouseLeft();
-    } else {
-        if (m_parts.machine.state() == IslandStateMachine::State::tirlo)
-            Q_EMIT m_parts.notifications.greetingHover();
-        m_parts.machine.mouseEntered();
-    }
-    // Only now: what the machine reports from within its event counts with the last position.
     m_wasInIsland = inside;
+    if (inside)
+        m_parts.island.pointerEntered();
+    else
+        m_parts.island.pointerLeft();
 }
 
 bool PointerLoop::isOverMascot(QPointF local) const

@@ -8,10 +8,9 @@ namespace tirlo {
 
 class AppState;
 class FrameDriver;
+class Island;
 class IslandPanel;
-class IslandStateMachine;
 class MascotHover;
-class Notifications;
 
 /// Polls the pointer 60 times a second and tells the island's parts what it does there.
 ///
@@ -25,10 +24,9 @@ public:
     struct Parts
     {
         IslandPanel &panel;
-        IslandStateMachine &machine;
+        Island &island;
         MascotHover &hover;
         AppState &state;
-        Notifications &notifications;
     };
 
     /// All parts outlive the loop, which takes the driver's onFrame for itself.

@@ -13,8 +13,8 @@ class Observers
 {
 public:
     /// Runs `changed` after each change of the property from now on.
-    template<typename T>
-    void follow(QProperty<T> &property, std::function<void()> changed)
+    template<typename Property>
+    void follow(Property &property, std::function<void()> changed)
     {
         m_notifiers.push_back(property.addNotifier(std::move(changed)));
     }

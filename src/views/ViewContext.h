@@ -7,6 +7,7 @@ namespace tirlo {
 class AppState;
 class Applications;
 class FrameClock;
+class IslandIntents;
 class KeychainStore;
 class MainQueue;
 class Notifications;
@@ -18,6 +19,7 @@ struct ViewContext
 {
     AppState &state;
     Notifications &notifications;
+    IslandIntents &island;
     SoundEngine &sounds;
     MainQueue &queue;
     FrameClock &frames;

@@ -3,6 +3,7 @@
 #include "chat/ClaudeService.h"
 #include "core/KeychainStore.h"
 #include "support/MemorySecretStore.h"
+#include "support/StandInIsland.h"
 #include "support/StoreFixture.h"
 
 #include <QJsonDocument>
@@ -96,12 +97,15 @@ struct ChatFixture : StoreFixture
     }
 
     /// Forgets the conversation, as a new start does.
-    void restart() { service.emplace(state, notifications, keychain, web, queue, ProviderHosts()); }
+    void restart()
+    {
+        service.emplace(state, notifications, island, keychain, web, queue, ProviderHosts());
+    }
 
     /// Puts the question and waits for an answer or a note.
     void ask(const QString &query, const std::optional<PromptContext> &context = std::nullopt)
     {
-        state.view = IslandView::searching;
+        island.setView(IslandView::searching);
         state.noteMessage = std::nullopt;
         service->chat(query, context);
         ASSERT_TRUE(eventually([this] { return state.view != IslandView::searching; }));
@@ -130,6 +134,7 @@ struct ChatFixture : StoreFixture
         return messages;
     }
 
+    StandInIsland island{state};
     QStringList emotes;
     FakeProviders web{queue};
     MemorySecretStore secrets;

@@ -196,8 +196,8 @@ TEST_F(Claude, AConversationGoesOnOverChangesOfProvider)
 TEST_F(Claude, AQuestionWaitsForTheKeys)
 {
     KeychainStore late(secrets);
-    service.emplace(state, notifications, late, web, queue, ProviderHosts());
-    state.view = IslandView::searching;
+    service.emplace(state, notifications, island, late, web, queue, ProviderHosts());
+    island.setView(IslandView::searching);
     service->chat("One", std::nullopt);
     queue.drain();
     EXPECT_EQ(state.view, IslandView::searching);
@@ -221,13 +221,13 @@ TEST_F(Claude, AServiceThatGoesLeavesNoOneToAnswer)
 TEST_F(Claude, ChoosingTheProviderInUseOnlyShowsThePrompt)
 {
     for (const auto provider : {anthropic, openai}) {
-        EXPECT_TRUE(sound.played.isEmpty() && emotes.isEmpty());
-        state.view = IslandView::note;
-        switchChatProvider(provider, state, notifications, sound);
+        EXPECT_TRUE(sounds.played.isEmpty() && emotes.isEmpty());
+        island.setView(IslandView::note);
+        switchChatProvider(provider, state, notifications, island, sounds);
         EXPECT_EQ(state.view, IslandView::prompt);
         EXPECT_EQ(state.chatProvider, provider);
     }
-    EXPECT_EQ(sound.played, QStringList{"pop"});
+    EXPECT_EQ(sounds.played, QStringList{"pop"});
     EXPECT_EQ(emotes, QStringList{"surprised"});
 }
 

@@ -1,11 +1,8 @@
-#include "core/AppLog.h"
-
 #include "support/FileSizeLimit.h"
-#include "support/ManualQueue.h"
+#include "support/HomeParts.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -13,13 +10,9 @@ using namespace tirlo;
 
 namespace {
 
-class AppLogTest : public testing::Test
+class AppLogTest : public testing::Test, protected HomeParts
 {
 protected:
-    QTemporaryDir home;
-    ManualQueue queue;
-    Paths paths{home.path()};
-    AppLog log{paths, queue};
     QString path = paths.logFolder() + "/qv.log";
 
     QByteArray content()
@@ -50,7 +43,6 @@ TEST_F(AppLogTest, FolderAndFileAreTheOwnersAlone)
     QFile::setPermissions(path, QFileDevice::Permissions(0x6666));
     append("second");
     EXPECT_EQ(QFile::permissions(path) & 0x0177, 0);
-
     // So they are once a log has come back after its folder had gone.
     ASSERT_TRUE(QDir(paths.logFolder()).removeRecursively());
     append("third");

@@ -5,13 +5,16 @@
 
 namespace tirlo {
 
-TEST(KeychainStoreTest, ReadsTheKnownItemsOnce)
+struct KeychainStoreTest : testing::Test
 {
     MemorySecretStore keychain;
-    keychain.items = {{"vercel-token", "v"}, {"resend-from", ""}, {"other", "x"}};
-    KeychainStore store(keychain);
-    store.load();
+    KeychainStore store{keychain};
+};
 
+TEST_F(KeychainStoreTest, ReadsTheKnownItemsOnce)
+{
+    keychain.items = {{"vercel-token", "v"}, {"resend-from", ""}, {"other", "x"}};
+    store.load();
     keychain.calls.clear();
     EXPECT_EQ(store.get("vercel-token"), "v");
     EXPECT_EQ(store.get("resend-from"), "");
@@ -19,29 +22,21 @@ TEST(KeychainStoreTest, ReadsTheKnownItemsOnce)
     EXPECT_TRUE(keychain.calls.isEmpty());
 }
 
-TEST(KeychainStoreTest, WritesThroughAndLeavesTheKeyringAloneWhereNothingStood)
+TEST_F(KeychainStoreTest, WritesThroughAndLeavesTheKeyringAloneWhereNothingStood)
 {
-    MemorySecretStore keychain;
-    KeychainStore store(keychain);
     store.load();
     keychain.calls.clear();
-
     store.set("github-token", "");
     EXPECT_TRUE(keychain.calls.isEmpty());
-
     store.set("github-token", "ghp");
-    EXPECT_EQ(store.get("github-token"), "ghp");
     EXPECT_EQ(keychain.items.value("github-token"), "ghp");
-
     store.set("github-token", "");
     EXPECT_EQ(store.get("github-token"), std::nullopt);
     EXPECT_EQ(keychain.calls, (QStringList{"save github-token", "remove github-token"}));
 }
 
-TEST(KeychainStoreTest, WhatIsSetBeforeTheItemsAreReadStands)
+TEST_F(KeychainStoreTest, WhatIsSetBeforeTheItemsAreReadStands)
 {
-    MemorySecretStore keychain;
-    KeychainStore store(keychain);
     store.set("github-token", "new");
     store.set("vercel-token", "");
     keychain.items = {{"github-token", "old"}, {"vercel-token", "old"}, {"stripe-api-key", "old"}};

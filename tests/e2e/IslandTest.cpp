@@ -9,13 +9,16 @@ namespace {
 /// The island as the user sees and moves it, with real pointer and keys.
 using IslandTest = AfterGreeting;
 
-TEST_F(IslandTest, AClickOpensAndEscapeCloses)
+TEST_F(IslandTest, AClickOpensOnEveryDesktopAndEscapeCloses)
 {
+    QProcess::execute("xdotool", {"set_num_desktops", "2"});
+    QProcess::execute("xdotool", {"set_desktop", "1"});
     EXPECT_TRUE(open());
     EXPECT_TRUE(program.waitForText("VS Code"));
     movePointer(640, 700);
     QProcess::execute("xdotool", {"key", "Escape"});
     EXPECT_TRUE(waitForWidth(compactWidth));
+    QProcess::execute("xdotool", {"set_desktop", "0"});
 }
 
 TEST_F(IslandTest, ASecondStartOpensTheFirstUntilThatIsKilled)

@@ -1,5 +1,6 @@
 #include "hooks/HookEventProcessor.h"
 #include "HookFixture.h"
+#include "Peer.h"
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookTasks.h"
 #include "hooks/ThreadGroup.h"
@@ -65,14 +66,14 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
         {"SessionEnd", "{}", idle, "", "", ""},
     };
     for (const auto &row : rows) {
-        sound.played.clear();
+        sounds.played.clear();
         process(row.event, row.payload);
         const AgentTask pill = task("integration_claude");
         EXPECT_EQ(pill.state, row.state) << row.event;
         EXPECT_EQ(pill.steps.isEmpty() ? QString() : pill.steps.last(),
                   QString::fromUtf8(row.lastStep))
             << row.event;
-        EXPECT_EQ(sound.played.join(u','), QLatin1String(row.sound)) << row.event;
+        EXPECT_EQ(sounds.played.join(u','), QLatin1String(row.sound)) << row.event;
         EXPECT_EQ(tasks.activeSessionId.value_or(QString()), QLatin1String(row.session))
             << row.event;
     }
@@ -90,7 +91,6 @@ TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
 
 TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
 {
-    state.mode = IslandMode::compact;
     process("Stop");
     process("StopFailure");
     EXPECT_EQ(expanded, QList({IslandView::finished, IslandView::error}));
@@ -105,7 +105,7 @@ TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
     EXPECT_EQ(expanded.size(), 2);
 
     // A start shows a hidden one, though to a user who is there alone.
-    state.mode = IslandMode::hidden;
+    reveals = 0;
     state.isPresent = false;
     process("SessionStart");
     EXPECT_EQ(reveals, 0);
@@ -135,6 +135,36 @@ TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
     EXPECT_EQ(task("agent_gemini").state, BotState::idle);
     EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
     EXPECT_FALSE(state.task(u"agent_foo"_s));
+}
+
+TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
+{
+    for (const bool isAnswered : {true, false}) {
+        process("Stop");
+        auto [peer, connection] = Peer::pair();
+        desk.processPermissionRequest(std::move(connection), json(R"({"term_program":"vscode"})"));
+        if (isAnswered)
+            desk.sendApprovalDecision(u"allow"_s);
+        queue.advance(6);
+        EXPECT_EQ(task("integration_claude").state,
+                  isAnswered ? BotState::working : BotState::approval);
+    }
+}
+
+TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
+{
+    const auto viewAfter = [this](const char *event, IslandView before, const char *agent = "{}") {
+        island.setView(before);
+        process(event, agent);
+        return state.view.value();
+    };
+    const char *codex = R"({"tirlo_agent":"codex"})";
+    for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
+        SCOPED_TRACE(event);
+        EXPECT_EQ(viewAfter(event, IslandView::finished), IslandView::overview);
+        EXPECT_EQ(viewAfter(event, IslandView::finished, codex), IslandView::finished);
+        EXPECT_EQ(viewAfter(event, IslandView::prompt), IslandView::prompt);
+    }
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hooks/HookContext.h"
+#include "support/StandInIsland.h"
 #include "support/StoreFixture.h"
 
 #include <QJsonDocument>
@@ -28,7 +29,8 @@ struct HookFixture : StoreFixture
     /// The lines of the hooks' log without their time stamps.
     QStringList logLines() const { return StoreFixture::logLines(u"qv.log"_s, 19); }
 
-    HookContext context{state, notifications, sound, queue, log};
+    StandInIsland island{state};
+    HookContext context{state, notifications, island, sounds, queue, log};
 
     QList<IslandView> expanded;
     int collapses = 0;

@@ -27,7 +27,6 @@ TEST_F(HookTasksTest, NewPillsStandBehindTheMainOne)
     const auto idsWith = [&](const QStringList &added, bool hasMain) {
         state.tasks = hasMain ? usual : QList<AgentTask>();
         state.focusId = hasMain ? std::optional(claude) : std::nullopt;
-        state.mode = IslandMode::hidden;
         for (const QString &id : added) {
             if (id == cursor)
                 tasks.upsertWorkspaceTask(id, u"P"_s, u"/p"_s);
@@ -35,7 +34,6 @@ TEST_F(HookTasksTest, NewPillsStandBehindTheMainOne)
                 tasks.upsertExternalAgent(id, id.mid(6));
         }
         EXPECT_EQ(state.focusId.value(), hasMain ? claude : added.first());
-        EXPECT_EQ(state.mode.value(), IslandMode::compact);
         return ids();
     };
     EXPECT_EQ(idsWith({foo, cursor}, true), QStringList({claude, cursor, foo}));
@@ -61,28 +59,22 @@ TEST_F(HookTasksTest, KeepsTheTwentyLatestSteps)
     EXPECT_EQ(task(claude).steps.last(), u"21"_s);
 }
 
-TEST_F(HookTasksTest, OpensTheIslandAsFarAsTheViewDeserves)
+TEST_F(HookTasksTest, AsksForTheIslandAsFarAsTheViewDeserves)
 {
     using enum IslandView;
-    const auto outcome = [this](IslandMode mode, IslandView view, bool hasApproval = false) {
+    const auto asked = [this](IslandView view, bool hasApproval = false) {
         expanded.clear();
         reveals = 0;
-        state.mode = mode;
-        state.view = prompt;
         state.pendingApproval = hasApproval ? std::optional(ApprovalInfo()) : std::nullopt;
         tasks.expandIfNeeded(view);
-        return std::string(expanded.contains(view) ? "expands" : "") + (reveals == 1 ? "shows" : "")
-            + (state.view == view ? "turns" : "");
+        return std::string(expanded.contains(view) ? "opens" : "") + (reveals == 1 ? "shows" : "");
     };
-    EXPECT_EQ(outcome(IslandMode::hidden, overview), "shows");
-    EXPECT_EQ(outcome(IslandMode::hidden, finished), "expands");
-    EXPECT_EQ(outcome(IslandMode::compact, overview), "");
-    EXPECT_EQ(outcome(IslandMode::compact, error, true), "expands");
-    EXPECT_EQ(outcome(IslandMode::compact, question), "");
-    EXPECT_EQ(outcome(IslandMode::expanded, question), "");
-    EXPECT_EQ(outcome(IslandMode::expanded, confused), "turns");
-    EXPECT_EQ(outcome(IslandMode::expanded, finished, true), "");
-    EXPECT_EQ(outcome(IslandMode::expanded, approval, true), "turns");
+    EXPECT_EQ(asked(overview), "shows");
+    EXPECT_EQ(asked(question), "shows");
+    EXPECT_EQ(asked(finished), "opens");
+    EXPECT_EQ(asked(confused), "opens");
+    EXPECT_EQ(asked(error, true), "") << "an approval on show is never replaced";
+    EXPECT_EQ(asked(approval, true), "opens");
 }
 
 } // namespace

@@ -14,7 +14,7 @@ struct N8nPollerTest : PollerFixture
 {
     N8nPollerTest() { activate(pillId); }
 
-    /// Answers the requests that wait, one after the other; status 0 stands for a broken connection.
+    /// Answers the requests that wait, in order; status 0 stands for a broken connection.
     void answer(const QList<std::pair<int, QByteArray>> &answers)
     {
         for (const auto &[status, body] : answers)
@@ -67,7 +67,7 @@ TEST_F(N8nPollerTest, TakesAListInEveryShapeAndStopsAtWhatItCannotUse)
         const bool isNew = line.startsWith("New"_L1);
         EXPECT_EQ(http.answer({.status = 200, .body = detailOf}), isNew) << body;
         EXPECT_EQ(takeLogLines(), isNew ? QStringList("Parsed: Orders") : QStringList()) << body;
-        EXPECT_EQ(std::exchange(sound.played, {}).size(), isNew ? 1 : 0) << body;
+        EXPECT_EQ(std::exchange(sounds.played, {}).size(), isNew ? 1 : 0) << body;
     }
     EXPECT_EQ(task(pillId).state, BotState::error) << "of all of them only success is one";
     const Headers headers{{"X-N8N-API-KEY", "key"}, {"Accept", "application/json"}};
@@ -98,7 +98,7 @@ TEST_F(N8nPollerTest, GoesThroughItsAddressesUntilOneAnswers)
               QStringList(
                   {"New execution id=a/7? status=success", "Detail HTTP 403", "Detail HTTP 500"}));
     EXPECT_EQ(task(pillId).steps, QStringList("Workflow"));
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
     queue.advance(60);
     EXPECT_EQ(task(pillId).state, BotState::idle);
@@ -204,7 +204,7 @@ TEST_F(N8nPollerTest, AFilteredExecutionIsSpent)
 {
     state.n8nWorkflowFilter = QSet<QString>{u"Invoices"_s};
     EXPECT_EQ(stepsFor("success", detailOf), QStringList());
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
     state.n8nWorkflowFilter = QSet<QString>();
     cycle({{200, R"([{"id": 1, "status": "success"}])"}});
     EXPECT_FALSE(http.answer({}));

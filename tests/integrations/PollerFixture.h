@@ -113,7 +113,7 @@ struct PollerFixture : StoreFixture
     FakeHttpClient http;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
-    PollerContext context{state, notifications, sound, queue, http, keychain, log};
+    PollerContext context{state, notifications, sounds, queue, http, keychain, log};
 
 private:
     qsizetype m_takenLines = 0;

@@ -76,11 +76,11 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoadAndCountsUpTheBal
     activate(pillId);
     cycle(1000, {});
     cycle(1000, {charge("1"), charge("0")});
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
     EXPECT_EQ(services.stripeDisplayBalance.value(), 1000);
 
     cycle(3000, {charge("2"), charge("1"), charge("0")});
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
     EXPECT_EQ(reveals, 0);
     EXPECT_EQ(task(pillId).steps, QStringList("12.34"));
     EXPECT_EQ(shownIds(), QStringList({"2", "1", "0"}));
@@ -105,7 +105,7 @@ TEST_F(StripePollerTest, CelebratesANewChargeButNotTheFirstLoadAndCountsUpTheBal
     EXPECT_EQ(shownIds(), QStringList({"4", "2", "1"}));
     cycle(3000, {charge("4")});
     cycle(3000, {});
-    EXPECT_EQ(sound.played.size(), 2);
+    EXPECT_EQ(sounds.played.size(), 2);
 }
 
 TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
@@ -118,7 +118,7 @@ TEST_F(StripePollerTest, WithoutAPillAChargeLeavesNoTraceButThatItWasSeen)
 
     activate(pillId);
     cycle(700, {charge("2"), charge("1")});
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
 }
 
 TEST_F(StripePollerTest, ABalanceThatCannotBeReadIsNoneAndZeroIsOne)

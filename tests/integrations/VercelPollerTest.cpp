@@ -75,7 +75,7 @@ TEST_F(VercelPollerTest, ReactsOnceToTheNewestDeployment)
         EXPECT_EQ(task(pillId).steps, QStringList("site"));
         EXPECT_EQ(task(pillId).stepIndex, 0) << "the number of a step that has gone";
         EXPECT_EQ(task(pillId).pillBadge, row.badge);
-        EXPECT_EQ(std::exchange(sound.played, {}), QStringList(row.sound));
+        EXPECT_EQ(std::exchange(sounds.played, {}), QStringList(row.sound));
         EXPECT_EQ(std::exchange(reveals, 0), 1);
 
         queue.advance(59.9);
@@ -111,17 +111,17 @@ TEST_F(VercelPollerTest, FillsTheListWithoutAReactionWhereNoneIsWanted)
             activate(pillId);
         cycle({deployment("1", "site", "READY")});
         EXPECT_EQ(newest(), "1");
-        EXPECT_TRUE(sound.played.isEmpty()) << "the deployment was seen before the pill came";
+        EXPECT_TRUE(sounds.played.isEmpty()) << "the deployment was seen before the pill came";
         EXPECT_EQ(reveals, 0);
     }
     state.vercelProjectFilter = QSet<QString>{u"other"_s};
     cycle({deployment("2", "site", "ERROR")});
     EXPECT_EQ(newest(), "2");
-    EXPECT_TRUE(sound.played.isEmpty()) << "the project is filtered out";
+    EXPECT_TRUE(sounds.played.isEmpty()) << "the project is filtered out";
 
     cycle({deployment("3", "site", "ERROR"), deployment("4", "other", "READY")});
     EXPECT_EQ(task(pillId).steps, QStringList("other"));
-    EXPECT_EQ(sound.played, QStringList("finish"));
+    EXPECT_EQ(sounds.played, QStringList("finish"));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/AppState.h"
-#include "core/Notifications.h"
+#include "island/Island.h"
 #include "island/IslandWindowController.h"
 #include "support/FakeApplications.h"
 #include "support/FakeInputMonitor.h"
@@ -10,9 +9,7 @@
 #include "support/FakeWindowList.h"
 #include "support/FakeWindowShape.h"
 #include "support/ManualFrameDriver.h"
-#include "support/ManualQueue.h"
-#include "support/MemoryStore.h"
-#include "support/RecordingSoundEngine.h"
+#include "support/StoreParts.h"
 
 #include <QTest>
 
@@ -20,19 +17,22 @@
 
 namespace tirlo {
 
-/// The island's controller over a desktop that the test plays: its panel reaches from x 360 to 1080
-/// on a plain screen, with a closed island of 240 by 24 and an open one of 640 by 160.
-class IslandFixture : public testing::Test
+/// The island on a desktop that the test plays: its panel reaches from x 360 to 1080 on a plain
+/// screen, with a closed island of 240 by 24 and an open one of 640 by 160.
+class IslandFixture : public testing::Test, protected StoreParts
 {
 protected:
-    /// Puts a permission request on show.
-    void wait()
+    /// Puts a permission request on show, as the hooks do.
+    void ask()
     {
-        state.pendingApproval = ApprovalInfo{.sessionId = {},
-                                             .tool = {},
-                                             .command = QStringLiteral("ls"),
-                                             .inputKey = {},
-                                             .pillId = {}};
+        state.pendingApproval = ApprovalInfo{};
+        state.isPinned = true;
+        Q_EMIT notifications.hookExpand(IslandView::approval);
+    }
+
+    [[nodiscard]] bool isOpenOn(IslandView card) const
+    {
+        return state.mode == IslandMode::expanded && state.view == card;
     }
 
     void show()
@@ -51,11 +51,7 @@ protected:
     static constexpr QPointF away{200, 700};
     static constexpr QPointF onTheTab{720, 12};
 
-    ManualQueue queue;
-    MemoryStore store;
-    AppState state{store, queue};
-    Notifications notifications;
-    RecordingSoundEngine sounds;
+    Island island{state, notifications, sounds, queue};
     FakeScreens screens;
     FakeWindowShape shape;
     FakePointer pointer;
@@ -65,6 +61,7 @@ protected:
     ManualFrameDriver driver{queue};
     IslandWindowController controller{
         {screens, shape, pointer, input, windows, applications, driver},
+        island,
         state,
         notifications,
         sounds,

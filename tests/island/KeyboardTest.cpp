@@ -1,11 +1,71 @@
 #include "IslandFixture.h"
 
+#include "platform/KeyCodes.h"
+
 #include <QLineEdit>
 #include <QPushButton>
 
 using namespace tirlo;
 
 namespace {
+
+constexpr std::uint16_t escape = 53;
+constexpr std::uint16_t letterN = 45;
+constexpr std::uint32_t shiftCommand = ModifierBits::shift | ModifierBits::command;
+
+using KeysTest = IslandFixture;
+
+TEST_F(KeysTest, EscapeClosesAnOpenIslandUnlessItIsHeld)
+{
+    const auto modeAfter = [this](std::uint16_t key, std::uint32_t modifiers = 0) {
+        input.pressKey(key, modifiers);
+        return state.mode.value();
+    };
+    island.open(IslandView::overview);
+    EXPECT_EQ(modeAfter(letterN), IslandMode::expanded);
+    EXPECT_EQ(modeAfter(escape, ModifierBits::shift), IslandMode::compact);
+    island.open(IslandView::overview);
+    state.isPinned = true;
+    EXPECT_EQ(modeAfter(escape), IslandMode::expanded);
+    ask();
+    state.isPinned = false;
+    EXPECT_EQ(modeAfter(escape), IslandMode::expanded);
+}
+
+TEST_F(KeysTest, TheHotkeyOpensTheOverviewUntilThePointerHasBeenThere)
+{
+    input.pressKey(letterN, shiftCommand);
+    state.hotkeyEnabled = true;
+    input.pressKey(letterN, shiftCommand | ModifierBits::control);
+    input.pressKey(letterN, ModifierBits::shift);
+    input.pressKey(escape, shiftCommand);
+    EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "it is off at first";
+
+    input.pressKey(letterN, shiftCommand);
+    for (const QPointF place : {away, onTheTab}) {
+        point(place);
+        queue.advance(1000);
+        EXPECT_TRUE(isOpenOn(IslandView::overview));
+    }
+    island.show(IslandView::note);
+    input.pressKey(letterN, shiftCommand);
+    EXPECT_TRUE(isOpenOn(IslandView::note)) << "it is no toggle";
+    point(away);
+    queue.advance(15.1);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
+    state.setHotkey(0, 3);
+    input.pressKey(3);
+    EXPECT_TRUE(isOpenOn(IslandView::overview)) << "a change is effective at once";
+}
+
+TEST_F(KeysTest, TheLastOtherApplicationIsRemembered)
+{
+    const RunningApplication nameless{8, {}, QStringLiteral("xterm")};
+    windows.activate({7, QStringLiteral("com.microsoft.VSCode"), QStringLiteral("Code")});
+    windows.activate(nameless);
+    windows.activate({9, ownBundleIdentifier, QStringLiteral("Tirlo")});
+    EXPECT_EQ(state.lastExternalApp, nameless);
+}
 
 /// The keyboard goes to the island for its text fields and back to where it was.
 class KeyboardTest : public IslandFixture
@@ -61,10 +121,11 @@ protected:
     QPushButton *button = nullptr;
 };
 
-TEST_F(KeyboardTest, APressOnATextFieldOfAnyCardTakesIt)
+TEST_F(KeyboardTest, TheOpenPromptOrAPressOnATextFieldTakesIt)
 {
-    Q_EMIT notifications.hookExpand(IslandView::note);
-    EXPECT_FALSE(hasKeyboard());
+    island.show(IslandView::prompt);
+    EXPECT_FALSE(hasKeyboard()) << "an answer has come to a closed island";
+    island.open(IslandView::note);
     press(*button);
     EXPECT_FALSE(hasKeyboard()) << "a button needs none";
     field->setEnabled(false);
@@ -76,29 +137,27 @@ TEST_F(KeyboardTest, APressOnATextFieldOfAnyCardTakesIt)
     EXPECT_TRUE(field->hasFocus());
 }
 
-TEST_F(KeyboardTest, HoweverTheIslandClosesTheLastApplicationGetsItBack)
+TEST_F(KeyboardTest, AnotherCardOrTheIslandsCloseGivesItBackToTheLastApplication)
 {
-    Q_EMIT notifications.hookExpand(IslandView::overview);
-    controller.collapse();
+    island.open(IslandView::overview);
+    island.collapse();
     EXPECT_TRUE(applications.activated.empty()) << "it never had the keyboard";
 
-    Q_EMIT notifications.hookExpand(IslandView::prompt);
-    ASSERT_TRUE(hasKeyboard());
-    controller.collapse();
-    EXPECT_FALSE(acceptsKeyboard());
-    leave();
-    EXPECT_EQ(applications.activated, std::vector{editor});
-    Q_EMIT notifications.hookExpand(IslandView::prompt);
-    EXPECT_TRUE(hasKeyboard()) << "though the view has not changed";
-    controller.collapse();
-    leave();
-
-    Q_EMIT notifications.hookExpand(IslandView::note);
-    press(*field);
-    ASSERT_TRUE(hasKeyboard());
-    controller.setMode(IslandMode::compact);
-    EXPECT_FALSE(acceptsKeyboard());
-    EXPECT_EQ(applications.activated.size(), 3U);
+    const std::function<void()> ends[]{
+        [this] { island.collapse(); },
+        [this] { island.show(IslandView::settings); },
+        [this] { Q_EMIT notifications.hookExpand(IslandView::finished); },
+    };
+    for (const auto &end : ends) {
+        SCOPED_TRACE(&end - ends);
+        applications.activated.clear();
+        island.open(IslandView::prompt);
+        ASSERT_TRUE(hasKeyboard());
+        end();
+        EXPECT_FALSE(acceptsKeyboard());
+        leave();
+        EXPECT_EQ(applications.activated, std::vector{editor});
+    }
 }
 
 } // namespace

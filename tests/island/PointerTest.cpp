@@ -35,8 +35,6 @@ protected:
     const QSignalSpy emotes{&notifications, &Notifications::triggerEmote};
     const QSignalSpy blinks{&notifications, &Notifications::botBlink};
     const QSignalSpy slaps{&notifications, &Notifications::triggerSlap};
-    const QSignalSpy hovers{&notifications, &Notifications::greetingHover};
-    const QSignalSpy interrupts{&notifications, &Notifications::greetingInterrupt};
     double eyeScale = 0;
 };
 
@@ -45,46 +43,33 @@ TEST_F(PointerTest, AHitAreaIsTightUntilItIsOpenOrHasANotch)
     const auto isIn = [this](QPointF place) {
         return controller.panel().hitArea().contains(place - controller.panel().pos());
     };
+    Q_EMIT notifications.hookReveal();
     EXPECT_TRUE(isIn({601, 23}));
     EXPECT_FALSE(isIn({598, 12}));
     EXPECT_FALSE(isIn({720, 27}));
-
     state.hasNotch = true;
     EXPECT_TRUE(isIn({596, 12}));
     EXPECT_FALSE(isIn({720, 31}));
-
     state.hasNotch = false;
-    controller.expand(IslandView::overview);
+    island.open(IslandView::overview);
     EXPECT_TRUE(isIn({396, 165}));
     EXPECT_FALSE(isIn({393, 80}));
 }
 
-TEST_F(PointerTest, AClickWhereTheMachineSaysHomeOpensTheClosedIsland)
-{
-    Q_EMIT notifications.hookExpand(IslandView::finished);
-    state.mode = IslandMode::compact;
-    ASSERT_EQ(controller.fsm().state(), IslandStateMachine::State::home);
-    openByClick();
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded);
-    EXPECT_EQ(state.view.value(), IslandView::overview);
-
-    state.view = IslandView::note;
-    point({720, 100});
-    click();
-    EXPECT_EQ(state.view.value(), IslandView::note) << "an open island stays on its view";
-}
-
-TEST_F(PointerTest, APressOnTheOpenMascotIsASlap)
+TEST_F(PointerTest, AClickOpensAClosedIslandAndOnTheOpenMascotIsASlap)
 {
     openByClick();
+    EXPECT_TRUE(isOpenOn(IslandView::overview));
     EXPECT_EQ(slaps.count(), 0);
     point(onTheMascot);
     QTest::mouseDClick(controller.panel().windowHandle(), Qt::LeftButton, Qt::NoModifier,
                        (pointer.at - controller.panel().pos()).toPoint());
     EXPECT_EQ(slaps.count(), 2) << "two presses, however quick";
+    island.show(IslandView::note);
     point(onTheMascot + QPointF(50, 0));
     click();
     EXPECT_EQ(slaps.count(), 2) << "beside the canvas' circle";
+    EXPECT_TRUE(isOpenOn(IslandView::note)) << "an open island stays on its card";
 }
 
 TEST_F(PointerTest, ThePositionIsPublishedInStepsOfMoreThanAPoint)
@@ -100,8 +85,11 @@ TEST_F(PointerTest, AHandThatRestsOnTheMascotEarnsAHeartEverySixSeconds)
 {
     queue.advance(10);
     openByClick();
-    point(onTheMascot);
+    // A hand that moves begins its rest anew.
+    point(onTheMascot - QPointF(25, 0));
     EXPECT_EQ(eyeScale, 1.08);
+    queue.advance(1.8);
+    point(onTheMascot + QPointF(25, 0));
     queue.advance(1.8);
     EXPECT_TRUE(emotes.isEmpty());
     queue.advance(0.2);
@@ -122,21 +110,7 @@ TEST_F(PointerTest, AHandThatRestsOnTheMascotEarnsAHeartEverySixSeconds)
     EXPECT_EQ(emotes.count(), 2);
     EXPECT_EQ(sounds.played.count(QStringLiteral("love")), 2);
     EXPECT_EQ(sounds.played.count(QStringLiteral("hover")), 2);
-}
 
-TEST_F(PointerTest, AMovingHandOrAPressBeginsTheRestAnew)
-{
-    queue.advance(10);
-    openByClick();
-    point(onTheMascot - QPointF(25, 0));
-    queue.advance(1.8);
-    point(onTheMascot + QPointF(25, 0));
-    queue.advance(1.5);
-    EXPECT_TRUE(emotes.isEmpty());
-    queue.advance(0.5);
-    EXPECT_EQ(emotes.count(), 1);
-
-    queue.advance(10);
     state.stateOverride = BotState::dizzy;
     queue.advance(0.1);
     EXPECT_EQ(eyeScale, 1.0) << "an imposed mood ends the play";
@@ -146,21 +120,7 @@ TEST_F(PointerTest, WhereThePointerIsOnlyKnownOverOurWindowItHasToBeThere)
 {
     pointer.isSeenEverywhere = false;
     point(onTheTab);
-    EXPECT_EQ(controller.fsm().state(), IslandStateMachine::State::hidden)
-        << "a last position is not a present one";
-}
-
-TEST_F(PointerTest, EntryDuringTheGreetingIsTold)
-{
-    controller.fsm().beginGreeting();
-    point(onTheTab);
-    EXPECT_EQ(hovers.count(), 1);
-    Q_EMIT notifications.greetComplete();
-    queue.advance(5);
-    EXPECT_EQ(state.mode.value(), IslandMode::expanded) << "ten seconds from the entry";
-    point(away);
-    EXPECT_EQ(state.mode.value(), IslandMode::compact);
-    EXPECT_EQ(interrupts.count(), 1);
+    EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "a last position is not a present one";
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "core/IslandLayout.h"
+#include "island/IslandWriter.h"
 #include "mascot/BotCanvasView.h"
 #include "mascot/BotGaze.h"
 #include "mascot/MiniBotCanvasView.h"
@@ -37,7 +38,7 @@ protected:
     BotCanvas()
     {
         queue.advance(10);
-        state.mode = IslandMode::expanded;
+        island.setMode(IslandMode::expanded);
         canvas.resize(97, 137);
         canvas.show();
         play(0.1);
@@ -45,8 +46,9 @@ protected:
 
     BotEngine &bot() { return canvas.engine(); }
 
+    IslandWriter island{state};
     Painted<BotCanvasView> canvas{
-        BotSurroundings{state, notifications, sound, queue, frames, screens}};
+        BotSurroundings{state, notifications, sounds, queue, frames, screens}};
 };
 
 TEST_F(BotCanvas, GazeStartsFromWhereTheMascotIsDrawn)
@@ -54,7 +56,7 @@ TEST_F(BotCanvas, GazeStartsFromWhereTheMascotIsDrawn)
     for (const bool hasNotch : {false, true}) {
         for (const IslandMode mode : allCases<IslandMode>()) {
             state.hasNotch = hasNotch;
-            state.mode = mode;
+            island.setMode(mode);
             const double left = 720 - IslandLayout::islandSize(state).width() / 2;
             state.mousePosition = IslandLayout::mascotPlace(state).centre + QPointF(left, 0);
             EXPECT_EQ(gazeAtPointer(state, screens), QPointF()) << rawText(mode).toStdString();
@@ -106,9 +108,9 @@ TEST_F(BotCanvas, PaintsOnlyWhenThePictureChangesAndStandsStillWhileHidden)
     play(1);
     EXPECT_GT(canvas.paints, 55) << "the badge's dots never rest";
 
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     EXPECT_FALSE(driver.isRunning);
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     play(0.1);
     EXPECT_EQ(bot().lastTime, queue.mediaTime());
     canvas.hide();
@@ -119,7 +121,7 @@ TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
 {
     for (const auto &[view, morph] :
          {std::pair(IslandView::upload, 1), {IslandView::uploading, 1}, {IslandView::choose, 0}}) {
-        state.view = view;
+        island.setView(view);
         play(0.6);
         EXPECT_EQ(bot().morph, morph);
     }
@@ -135,8 +137,8 @@ TEST_F(BotCanvas, UnfoldsTheBoxForAnUploadAndFoldsItAfterwards)
     Q_EMIT notifications.botMorphTo(0);
     play(0.7);
     EXPECT_EQ(bot().slotH, 0);
-    state.mode = IslandMode::compact;
-    state.view = IslandView::upload;
+    island.setMode(IslandMode::compact);
+    island.setView(IslandView::upload);
     EXPECT_FALSE(bot().isLocked(BotProperty::morph)) << "only an expanded island unfolds it";
 }
 
@@ -153,7 +155,7 @@ TEST_F(BotCanvas, TurnsNotificationsIntoMoves)
     for (int i = 0; i < 3; ++i)
         Q_EMIT notifications.triggerSlap();
     EXPECT_EQ(dizzy.count(), 1);
-    EXPECT_TRUE(sound.played.contains("slap"));
+    EXPECT_TRUE(sounds.played.contains("slap"));
 }
 
 TEST_F(BotCanvas, MiniTakesColourMoodAndExpressionFromItsTask)
@@ -169,7 +171,7 @@ TEST_F(BotCanvas, MiniTakesColourMoodAndExpressionFromItsTask)
     EXPECT_EQ(engine.bodyColor, cgColorFromHex(u"#22C55E"));
     EXPECT_EQ(engine.permanentEye, EyeShape::cup);
     EXPECT_EQ(engine.state, BotState::working);
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     mini.paints = 0;
     play(0.5);
     EXPECT_GT(mini.paints, 10) << "it breathes in every mode";

@@ -131,7 +131,7 @@ protected:
         view.show();
     }
 
-    GreetingCanvasView view{state, notifications, sound, queue, frames};
+    GreetingCanvasView view{state, notifications, sounds, queue, frames};
     const double start = 50;
     QList<double> completions;
     int foldsEnded = 0;
@@ -140,9 +140,9 @@ protected:
 TEST_F(GreetingCanvasTest, PlaysItsSoundsAndCompletesOnceThenStandsStill)
 {
     queue.advance(1.35);
-    EXPECT_TRUE(sound.played.isEmpty());
+    EXPECT_TRUE(sounds.played.isEmpty());
     queue.advance(20);
-    EXPECT_EQ(sound.played, (QStringList{"greet", "blip"}));
+    EXPECT_EQ(sounds.played, (QStringList{"greet", "blip"}));
     ASSERT_EQ(completions.size(), 1);
     EXPECT_NEAR(completions[0], 4.65, 1e-6) << "not by the safety net, which is ready earlier";
     EXPECT_FALSE(driver.isRunning);
@@ -160,7 +160,7 @@ TEST_F(GreetingCanvasTest, AnInterruptFreezesThePoseAndFoldsItInSilence)
     EXPECT_NEAR(view.tc(), 2, 1e-9) << "a second call changes nothing";
     queue.advance(20);
     EXPECT_EQ(foldsEnded, 1);
-    EXPECT_EQ(sound.played, QStringList{"greet"});
+    EXPECT_EQ(sounds.played, QStringList{"greet"});
     EXPECT_TRUE(completions.empty());
     EXPECT_FALSE(driver.isRunning);
 }

@@ -75,12 +75,12 @@ TEST(WindowListTest, EachChangeOfTheActiveApplicationIsToldOnce)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&ours));
     ASSERT_TRUE(waitForCount(4));
 
-    const RunningApplication expectedEditor{editor.processId(), "com.microsoft.VSCode",
-                                            "Editor of Code"};
-    EXPECT_EQ(seen[0], expectedEditor);
-    EXPECT_EQ(seen[1], (RunningApplication{unknown.processId(), "", "Lighthouse"}));
-    EXPECT_EQ(seen[2], expectedEditor);
-    EXPECT_EQ(seen[3], (RunningApplication{getpid(), ownBundleIdentifier, "Tirlo"}));
+    const RunningApplication expected{editor.processId(), "com.microsoft.VSCode", "Editor of Code"};
+    EXPECT_EQ(seen,
+              (std::vector{expected,
+                           {unknown.processId(), "", "Lighthouse"},
+                           expected,
+                           {getpid(), ownBundleIdentifier, "Tirlo"}}));
 }
 
 TEST(ApplicationsTest, RunningOnesAreListedFrontFirstAndCanBeBroughtThere)
@@ -91,7 +91,6 @@ TEST(ApplicationsTest, RunningOnesAreListedFrontFirstAndCanBeBroughtThere)
 
     const auto before = applications.running();
     ASSERT_EQ(before.size(), 2U);
-    EXPECT_EQ(before[0].processId, other.processId());
     EXPECT_EQ(before[1],
               (RunningApplication{terminal.processId(), "net.kovidgoyal.kitty", "kitty"}));
 

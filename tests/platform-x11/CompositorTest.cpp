@@ -16,26 +16,6 @@ using namespace tirlo::e2e;
 
 namespace {
 
-/// A compositing manager, until this object goes.
-class Picom
-{
-public:
-    Picom()
-    {
-        m_process.start("picom", {"--backend", "xrender", "--config", "/dev/null"});
-        m_process.waitForStarted();
-    }
-
-    ~Picom()
-    {
-        m_process.terminate();
-        m_process.waitForFinished();
-    }
-
-private:
-    QProcess m_process;
-};
-
 QColor colorAt(int x, int y)
 {
     const QImage pixel = QGuiApplication::primaryScreen()->grabWindow(0, x, y, 1, 1).toImage();
@@ -60,9 +40,12 @@ TEST(WindowShapeTest, AWindowIsCutToItsShapeOnlyWhileNobodyBlends)
     EXPECT_TRUE(waitUntil([&] { return corner() == wallpaper && middle() == green; }));
     EXPECT_FALSE(XcbCompositor().isRunning());
     {
-        const Picom picom;
+        QProcess compositor;
+        compositor.start("picom", {"--backend", "xrender", "--config", "/dev/null"});
         EXPECT_TRUE(waitUntil([&] { return corner() == green; })) << "its edges stay jagged";
         EXPECT_TRUE(XcbCompositor().isRunning()) << "one that was there before";
+        compositor.terminate();
+        compositor.waitForFinished();
     }
     EXPECT_TRUE(waitUntil([&] { return corner() == wallpaper && middle() == green; }));
 }

@@ -93,13 +93,10 @@ TEST_F(InputMonitorTest, KeysForOurOwnWindowsGoThereAndNowhereElse)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&field));
     xdotool("key n");
     ASSERT_TRUE(waitUntil([&] { return field.text() == "n"; })) << "the field has lost its keys";
-    EXPECT_TRUE(keys.isEmpty());
-
     clickAt(300, 300);
     ASSERT_TRUE(waitUntil([&] { return other.isActive() && !field.isActiveWindow(); }));
     xdotool("key b");
-    const QList<KeyPress> expected{{11, 0}, {53, 0}};
-    EXPECT_EQ(keysUntilEscape(), expected);
+    EXPECT_EQ(keysUntilEscape(), (QList<KeyPress>{{11, 0}, {53, 0}}));
     EXPECT_EQ(field.text(), "n");
 }
 
@@ -112,17 +109,15 @@ TEST_F(InputMonitorTest, AReleaseCountsWhereItsPressWasNotOurs)
     const QString overOther("mousemove 300 300 ");
     const QString overOurs("mousemove 750 250 ");
     using Order = std::array<std::uint8_t, 3>;
-    static constexpr Order usual{1, 2, 3};
     static constexpr Order leftHanded{3, 2, 1};
     const X11 x11;
-
-    struct
+    const struct
     {
         const char *what;
         QString actions;
         int expected;
-        Order order = usual;
-    } const cases[]{
+        Order order{1, 2, 3};
+    } cases[]{
         {"a click on another window", overOther + "click 1", 1},
         {"a click on ours", overOurs + "click 1", 0},
         {"a drag out of ours", overOurs + "mousedown 1 " + overOther + "mouseup 1", 0},

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/StoreParts.h"
+#include "support/HomeParts.h"
 
 #include <QFile>
 #include <QTest>
@@ -12,7 +12,7 @@ namespace tirlo {
 using namespace Qt::StringLiterals;
 
 /// A test of what works on the store and the services.
-struct StoreFixture : testing::Test, StoreParts
+struct StoreFixture : testing::Test, HomeParts
 {
     StoreFixture()
     {

@@ -1,28 +1,21 @@
 #pragma once
 
-#include "core/AppLog.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
-#include "core/Paths.h"
 #include "support/ManualQueue.h"
 #include "support/MemoryStore.h"
 #include "support/RecordingSoundEngine.h"
 
-#include <QTemporaryDir>
-
 namespace tirlo {
 
-/// The store and the services around it, in a home and a time of their own.
+/// The store and what every part of the program shares with it, in a time of their own.
 struct StoreParts
 {
-    QTemporaryDir home;
-    Paths paths{home.path()};
     ManualQueue queue;
     MemoryStore store;
     AppState state{store, queue};
     Notifications notifications;
-    RecordingSoundEngine sound;
-    AppLog log{paths, queue};
+    RecordingSoundEngine sounds;
 };
 
 } // namespace tirlo

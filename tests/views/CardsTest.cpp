@@ -153,8 +153,8 @@ using CountdownBarTest = ViewFixture;
 TEST_F(CountdownBarTest, ItRunsOutWithTheTimeToClose)
 {
     const auto width = [bar = root->findChild<CountdownBar *>()] { return bar->barWidth(); };
-    state.view = IslandView::note;
-    state.mode = IslandMode::expanded;
+    island.setView(IslandView::note);
+    island.setMode(IslandMode::expanded);
     using Case = std::array<double, 3>;
     for (const auto &[interval, passed, expected] :
          {Case{5, 1.95, 0}, Case{5, 2.15, 153}, Case{5, 3.5, 80}, Case{5, 30, 0}, Case{60, 49.9, 0},
@@ -179,7 +179,7 @@ TEST_F(CountdownBarTest, ItRunsOutWithTheTimeToClose)
         EXPECT_EQ(picture().pixelColor(360 + fromMiddle, 159).lightness() > 60,
                   std::abs(fromMiddle) < 30)
             << fromMiddle;
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     EXPECT_EQ(width(), 0);
 }
 

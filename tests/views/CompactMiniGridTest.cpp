@@ -11,7 +11,7 @@ class CompactMiniGridTest : public ViewFixture
 protected:
     void compact(int taskCount)
     {
-        state.mode = IslandMode::compact;
+        island.setMode(IslandMode::compact);
         setTaskCount(taskCount);
     }
 
@@ -45,7 +45,7 @@ TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheModeAndTheHeight)
 {
     state.notchHeight = 24;
     state.hasNotch = false;
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     compact(5);
     const QList<QRect> low = minis();
     ASSERT_EQ(low.size(), 4);
@@ -53,12 +53,12 @@ TEST_F(CompactMiniGridTest, ItGrowsAndShrinksWithTheModeAndTheHeight)
     for (const QRect &mini : low)
         EXPECT_TRUE(QRect(0, -2, 720, 28).contains(mini)) << mini.top() << " " << mini.bottom();
 
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     queue.advance(0.1);
     ASSERT_EQ(minis().size(), 4) << "they shrink away";
     queue.advance(0.2);
     EXPECT_TRUE(minis().isEmpty());
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(2);
     EXPECT_EQ(minis(), low);
 }

@@ -31,7 +31,7 @@ protected:
 
 TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
 {
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     play(2);
     const QImage image = picture();
     for (int x = 60; x < 344; ++x)
@@ -44,12 +44,12 @@ TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
 
 TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
 {
-    const auto drawnWidth = [this] { return island().shape().width; };
-    state.mode = IslandMode::compact;
+    const auto drawnWidth = [this] { return container().shape().width; };
+    island.setMode(IslandMode::compact);
     queue.advance(2);
     ASSERT_EQ(drawnWidth(), 344);
 
-    state.mode = IslandMode::expanded;
+    island.setMode(IslandMode::expanded);
     EXPECT_EQ(drawnWidth(), 344) << "nothing jumps";
     queue.advance(0.1);
     EXPECT_TRUE(drawnWidth() > 344 && drawnWidth() < 640);
@@ -58,12 +58,12 @@ TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
     queue.advance(2);
     EXPECT_EQ(drawnWidth(), 640);
 
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.35);
     EXPECT_EQ(drawnWidth(), 344) << "closing takes its time and no more";
 
     frames.setReducesMotion(true);
-    state.mode = IslandMode::expanded;
+    island.setMode(IslandMode::expanded);
     queue.advance(0.02);
     EXPECT_EQ(drawnWidth(), 640);
 }
@@ -71,18 +71,18 @@ TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
 TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
 {
     setTasks({task("a")});
-    state.mode = IslandMode::hidden;
+    island.setMode(IslandMode::hidden);
     queue.advance(2);
-    state.view = IslandView::greeting;
-    state.mode = IslandMode::expanded;
+    island.setView(IslandView::greeting);
+    island.setMode(IslandMode::expanded);
     EXPECT_FALSE(mascot()->isVisible()) << "what the notch hid doesn't come for the film";
     queue.advance(3.4);
     QRect before = brightPart(picture());
     EXPECT_NEAR(before.center().x(), 360, 2);
 
     Q_EMIT notifications.greetingInterrupt();
-    state.mode = IslandMode::compact;
-    state.view = IslandView::overview;
+    island.setMode(IslandMode::compact);
+    island.setView(IslandView::overview);
     EXPECT_NEAR(brightPart(picture()).center().x(), before.center().x(), 2);
     for (double passed = 0; passed < 0.75; passed += 0.02) {
         queue.advance(0.02);
@@ -90,10 +90,10 @@ TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
         const QRect now = brightPart(picture());
         EXPECT_FALSE(now.isEmpty()) << "there is always a mascot";
         EXPECT_LT((now.center() - before.center()).manhattanLength(), 60) << "and it never leaps";
-        EXPECT_LE(now.bottom(), island().shape().height) << "nor is it cut";
+        EXPECT_LE(now.bottom(), container().shape().height) << "nor is it cut";
         before = now;
     }
-    EXPECT_EQ(island().shape().width, 344);
+    EXPECT_EQ(container().shape().width, 344);
     EXPECT_NEAR(before.center().x(), 188 + 40, 2);
 }
 
@@ -103,7 +103,7 @@ TEST_F(IslandFrameTest, ARequestDuringTheGreetingTakesTheMascotFromWhereItStands
     open(IslandView::greeting);
     queue.advance(1.4);
     const QRect before = brightPart(picture());
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     const auto *film = root->findChild<GreetingCanvasView *>();
     EXPECT_TRUE(film->isVisible()) << "it fades while the mascot appears over its own";
     ASSERT_TRUE(mascot()->isVisible());
@@ -119,13 +119,13 @@ TEST_F(IslandFrameTest, AGreetingThatIsCalledBackFromItsFoldStartsAnew)
 {
     open(IslandView::greeting);
     Q_EMIT notifications.greetingInterrupt();
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.1);
-    sound.played.clear();
-    state.mode = IslandMode::expanded;
+    sounds.played.clear();
+    island.setMode(IslandMode::expanded);
     queue.advance(5);
-    EXPECT_EQ(island().shape().width, 640);
-    EXPECT_EQ(sound.played.size(), 2);
+    EXPECT_EQ(container().shape().width, 640);
+    EXPECT_EQ(sounds.played.size(), 2);
 }
 
 TEST_F(IslandFrameTest, AHiddenIslandDrawsNoFramesWhateverItsTasksDo)
@@ -134,7 +134,7 @@ TEST_F(IslandFrameTest, AHiddenIslandDrawsNoFramesWhateverItsTasksDo)
         state.hasNotch = hasNotch;
         setTasks({task("a", "a", {"Liste"})});
         open(IslandView::overview);
-        state.mode = IslandMode::hidden;
+        island.setMode(IslandMode::hidden);
         play(1);
         state.editTask("a", [](AgentTask &t) { t.state = BotState::working; });
         state.tasks = state.tasks.value() + QList{task("b")};

@@ -48,9 +48,9 @@ TEST_F(IslandHeaderTest, TabsLeadToTheirViewAndAreLitOnIt)
         EXPECT_EQ(litTabs(), tab) << "a second click never puts it out";
     }
 
-    state.view = IslandView::empty;
+    island.setView(IslandView::empty);
     EXPECT_EQ(litTabs(), "Home");
-    state.view = IslandView::approval;
+    island.setView(IslandView::approval);
     EXPECT_EQ(litTabs(), "");
     queue.advance(1);
     click("Home");
@@ -107,7 +107,7 @@ TEST_F(IslandHeaderTest, ItFadesOnTheConfusedCardAndCannotBeReachedAnyMore)
 {
     const auto *header = root->findChild<IslandHeader *>();
     const QRect room = header->geometry();
-    state.view = IslandView::confused;
+    island.setView(IslandView::confused);
     queue.advance(0.1);
     EXPECT_TRUE(header->isVisible()) << "it fades and doesn't vanish";
     click("Chat");

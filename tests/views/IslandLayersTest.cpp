@@ -32,7 +32,7 @@ TEST_F(IslandLayersTest, TheOldCardFadesBeforeTheNewOneFollows)
     const int whole = surface();
     ASSERT_GT(whole, 15);
 
-    state.view = IslandView::settings;
+    island.setView(IslandView::settings);
     EXPECT_EQ(surface(), whole) << "nothing jumps";
     queue.advance(0.1);
     EXPECT_TRUE(surface() > 0 && surface() < whole);
@@ -42,7 +42,7 @@ TEST_F(IslandLayersTest, TheOldCardFadesBeforeTheNewOneFollows)
     EXPECT_EQ(surface(), whole);
 
     frames.setReducesMotion(true);
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     queue.advance(0.02);
     EXPECT_EQ(surface(), whole) << "at once where motion is unwanted";
 }
@@ -55,13 +55,13 @@ TEST_F(IslandLayersTest, OnlyTheCardOnTopIsHit)
     const QAbstractButton *deny = button("Deny");
     const QPoint where = placeOf(deny).center();
 
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     queue.advance(0.05);
     ASSERT_TRUE(deny->isVisible()) << "the old card can still be seen";
     clickAt(where);
     EXPECT_TRUE(decisions.isEmpty());
 
-    state.view = IslandView::approval;
+    island.setView(IslandView::approval);
     queue.advance(0.05);
     clickAt(where);
     EXPECT_EQ(decisions, QStringList{"deny"});
@@ -72,7 +72,7 @@ TEST_F(IslandLayersTest, ACardThatGoesKeepsItsPlaceOnAnIslandThatGrows)
     open(IslandView::question);
     const auto *answer = button("Algolia");
     const QRect place = placeOf(answer);
-    state.view = IslandView::prompt;
+    island.setView(IslandView::prompt);
     queue.advance(0.1);
     ASSERT_TRUE(answer->isVisible());
     EXPECT_EQ(placeOf(answer), place);
@@ -83,7 +83,7 @@ TEST_F(IslandLayersTest, TheContentTakesNoClicksOnceTheIslandCloses)
     open(IslandView::overview);
     const QPoint where = placeOf(button("Settings")).center();
     const auto *content = root->findChild<IslandContentView *>();
-    state.mode = IslandMode::compact;
+    island.setMode(IslandMode::compact);
     queue.advance(0.08);
     EXPECT_TRUE(content->isVisible()) << "it fades";
     clickAt(where);
@@ -99,7 +99,7 @@ TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayAndTheOtherRidesAlongWithA
     ASSERT_GT(whole, 300);
     state.uploadStartTime = queue.mediaTime();
     state.uploadDuration = 2.4;
-    state.view = IslandView::uploading;
+    island.setView(IslandView::uploading);
     EXPECT_NEAR(brightAround(60, 101), whole, 60) << "nothing jumps";
     queue.advance(1.2);
     EXPECT_EQ(brightAround(60, 101), 0);

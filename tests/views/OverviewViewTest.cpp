@@ -81,7 +81,8 @@ TEST_F(OverviewViewTest, EveryPointOfACapsuleIsItsOwn)
                                      QPoint(capsule.right() - 3, capsule.center().y()),
                                      QPoint(capsule.center().x(), capsule.top() + 1),
                                      QPoint(capsule.center().x(), capsule.bottom() - 1)})
-            EXPECT_EQ(island().childAt(island().mapFrom(root.get(), corner)), pill(name)) << name;
+            EXPECT_EQ(container().childAt(container().mapFrom(root.get(), corner)), pill(name))
+                << name;
     }
 }
 
@@ -100,7 +101,7 @@ TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecondAndClearsTheBadge)
     EXPECT_EQ(state.focusId.value(), "t1");
     click("t0");
     EXPECT_EQ(state.focusId.value(), "t1") << "the swap is still under way";
-    EXPECT_EQ(sound.played, QStringList{"blip"});
+    EXPECT_EQ(sounds.played, QStringList{"blip"});
 
     queue.advance(0.5);
     click("VS Code");

@@ -73,7 +73,7 @@ TEST_F(TickerViewTest, ANewStepRollsInUnlessNobodySeesItOrMotionIsUnwanted)
     append("seven");
     expectRows(false, "six", "seven");
     frames.setReducesMotion(false);
-    state.view = IslandView::note;
+    island.setView(IslandView::note);
     queue.advance(2);
     append("eight");
     expectRows(false, "seven", "eight");

@@ -5,6 +5,7 @@
 #include "support/FakeApplications.h"
 #include "support/MemorySecretStore.h"
 #include "support/MotionParts.h"
+#include "support/StandInIsland.h"
 #include "views/frame/IslandContainer.h"
 #include "views/frame/IslandHeader.h"
 #include "views/frame/IslandRootView.h"
@@ -32,8 +33,8 @@ protected:
     /// Opens the island on the view and lets its motion come to rest.
     void open(IslandView view)
     {
-        state.view = view;
-        state.mode = IslandMode::expanded;
+        island.setView(view);
+        island.setMode(IslandMode::expanded);
         queue.advance(2);
         QCoreApplication::processEvents();
     }
@@ -130,7 +131,7 @@ protected:
         clickAt(placeOf(target).center());
     }
 
-    [[nodiscard]] const IslandContainer &island() const
+    [[nodiscard]] const IslandContainer &container() const
     {
         return *root->findChild<IslandContainer *>();
     }
@@ -145,6 +146,7 @@ protected:
         return image;
     }
 
+    StandInIsland island{state};
     FakeApplications applications;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
@@ -155,8 +157,9 @@ protected:
         .sendApprovalDecision = [this](const QString &decision) { decisions.append(decision); },
         .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
-    std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(ViewContext{
-        state, notifications, sound, queue, frames, screens, applications, keychain, actions});
+    std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(
+        ViewContext{state, notifications, island, sounds, queue, frames, screens, applications,
+                    keychain, actions});
 };
 
 } // namespace tirlo

@@ -1,6 +1,7 @@
 #include "Scene.h"
 
 #include "core/AppState.h"
+#include "island/IslandWriter.h"
 
 namespace tirlo {
 
@@ -44,8 +45,8 @@ void open(AppState &state, IslandView view, const QList<AgentTask> &tasks)
 {
     state.tasks = tasks;
     state.focusId = tasks.isEmpty() ? std::nullopt : std::optional(tasks.first().id);
-    state.view = view;
-    state.mode = IslandMode::expanded;
+    IslandWriter(state).setView(view);
+    IslandWriter(state).setMode(IslandMode::expanded);
     // The mascot looks at the pointer: here it is on the card.
     state.mousePosition = {700, 120};
 }
@@ -256,7 +257,7 @@ SceneGroup outlines()
                          state.notchWidth = hasNotch ? 184 : 80;
                          state.notchHeight = hasNotch ? 32 : 24;
                          state.hasNotch = hasNotch;
-                         state.mode = mode;
+                         IslandWriter(state).setMode(mode);
                      }};
     };
     return {QStringLiteral("outlines"),
@@ -267,7 +268,7 @@ SceneGroup outlines()
              {QStringLiteral("Compact, four others"),
               [](AppState &state) {
                   open(state, IslandView::overview, crowd());
-                  state.mode = IslandMode::compact;
+                  IslandWriter(state).setMode(IslandMode::compact);
               }},
              {QStringLiteral("Compact, two others, plain screen"),
               [](AppState &state) {
@@ -275,7 +276,7 @@ SceneGroup outlines()
                   state.notchWidth = 80;
                   state.notchHeight = 24;
                   state.hasNotch = false;
-                  state.mode = IslandMode::compact;
+                  IslandWriter(state).setMode(IslandMode::compact);
               }},
              {QStringLiteral("Expanded, about to run out"),
               [](AppState &state) {

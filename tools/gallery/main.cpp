@@ -7,12 +7,14 @@
 #include "core/KeychainStore.h"
 #include "core/Notifications.h"
 #include "core/SoundEngine.h"
+#include "island/IslandWriter.h"
 #include "support/FakeApplications.h"
 #include "support/FakeScreens.h"
 #include "support/ManualFrameDriver.h"
 #include "support/ManualQueue.h"
 #include "support/MemorySecretStore.h"
 #include "support/MemoryStore.h"
+#include "support/StandInIsland.h"
 #include "ui/motion/FrameClock.h"
 #include "views/frame/IslandRootView.h"
 
@@ -35,7 +37,7 @@ public:
     {
         scene.arrange(state);
         m_root = std::make_unique<IslandRootView>(
-            ViewContext{state, m_notifications, m_sounds, m_queue, m_frames, m_screens,
+            ViewContext{state, m_notifications, m_island, m_sounds, m_queue, m_frames, m_screens,
                         m_applications, m_keychain, m_actions});
         m_root->setAttribute(Qt::WA_TranslucentBackground);
         if (scene.wash)
@@ -73,6 +75,7 @@ public:
     AppState state{m_settings, m_queue};
 
 private:
+    StandInIsland m_island{state};
     std::unique_ptr<IslandRootView> m_root;
 };
 
@@ -87,12 +90,15 @@ std::vector<Tile> motionTiles(double devicePixelRatio)
 {
     constexpr double step = 0.06;
     constexpr int picturesEach = 8;
-    Stage stage({{}, [](AppState &state) { state.mousePosition = {700, 120}; }});
+    Stage stage({{}, [](AppState &state) {
+                     state.mousePosition = {700, 120};
+                     IslandWriter(state).setMode(IslandMode::compact);
+                 }});
     stage.photographAfter(1, devicePixelRatio);
 
     std::vector<Tile> tiles;
     for (const IslandMode mode : {IslandMode::expanded, IslandMode::compact}) {
-        stage.state.mode = mode;
+        IslandWriter(stage.state).setMode(mode);
         for (int i = 0; i < picturesEach; ++i) {
             const QString caption = QStringLiteral("%1, %2 s").arg(rawText(mode)).arg(i * step);
             tiles.push_back({caption, stage.photographAfter(i ? step : 0, devicePixelRatio)});
@@ -110,14 +116,14 @@ std::vector<Tile> swapTiles(double devicePixelRatio)
     constexpr QSize higherTile{720, 300};
     Stage stage({{}, [](AppState &state) {
                      state.mousePosition = {700, 120};
-                     state.view = IslandView::question;
-                     state.mode = IslandMode::expanded;
+                     IslandWriter(state).setView(IslandView::question);
+                     IslandWriter(state).setMode(IslandMode::expanded);
                  }});
     stage.photographAfter(2, devicePixelRatio);
 
     std::vector<Tile> tiles;
     for (const IslandView view : {IslandView::prompt, IslandView::finished}) {
-        stage.state.view = view;
+        IslandWriter(stage.state).setView(view);
         for (int i = 0; i < picturesEach; ++i) {
             const QString caption = QStringLiteral("to %1, %2 s").arg(rawText(view)).arg(i * step);
             tiles.push_back(
@@ -138,11 +144,11 @@ std::vector<Tile> mascotTiles(double devicePixelRatio)
                      state.notchWidth = 184;
                      state.notchHeight = 32;
                      state.hasNotch = true;
-                     state.mode = IslandMode::hidden;
+                     IslandWriter(state).setMode(IslandMode::hidden);
                  }});
     stage.photographAfter(1, devicePixelRatio);
-    stage.state.view = IslandView::greeting;
-    stage.state.mode = IslandMode::expanded;
+    IslandWriter(stage.state).setView(IslandView::greeting);
+    IslandWriter(stage.state).setMode(IslandMode::expanded);
     stage.photographAfter(1.8, devicePixelRatio);
 
     std::vector<Tile> tiles;
@@ -152,11 +158,11 @@ std::vector<Tile> mascotTiles(double devicePixelRatio)
                              stage.photographAfter(i ? step : 0, devicePixelRatio)});
         stage.photographAfter(2, devicePixelRatio);
     };
-    stage.state.view = IslandView::question;
+    IslandWriter(stage.state).setView(IslandView::question);
     film("greeting to question", 8);
-    stage.state.mode = IslandMode::hidden;
+    IslandWriter(stage.state).setMode(IslandMode::hidden);
     film("to hidden", 6);
-    stage.state.mode = IslandMode::compact;
+    IslandWriter(stage.state).setMode(IslandMode::compact);
     film("to compact", 6);
     return tiles;
 }

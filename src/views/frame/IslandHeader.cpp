@@ -2,6 +2,7 @@
 
 #include "TabButton.h"
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "island/IslandMotion.h"
 #include "ui/IconButton.h"
 #include "ui/PresenceEffect.h"
@@ -49,7 +50,7 @@ IslandHeader::IslandHeader(const ViewContext &context, QWidget *parent)
 {
     layOut(context);
     connect(m_settings, &IconButton::clicked, this,
-            [this] { m_state.view = IslandView::settings; });
+            [&island = context.island] { island.show(IslandView::settings); });
     connect(m_sound, &IconButton::clicked, this,
             [this] { m_state.soundEnabled = !m_state.soundEnabled.value(); });
 

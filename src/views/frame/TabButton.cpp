@@ -1,6 +1,7 @@
 #include "TabButton.h"
 
 #include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "island/IslandMotion.h"
 #include "ui/Color.h"
 #include "ui/Style.h"
@@ -33,6 +34,7 @@ TabButton::TabButton(QLatin1String icon, const QString &name, IslandView view,
     : IconButton(frame, offStyle(), parent)
     , m_view(view)
     , m_state(context.state)
+    , m_island(context.island)
     , m_clock(context.frames)
     , m_preAction(std::move(preAction))
 {
@@ -59,7 +61,7 @@ void TabButton::choose()
 {
     if (m_preAction)
         m_preAction();
-    m_state.view = m_view;
+    m_island.show(m_view);
 }
 
 } // namespace tirlo

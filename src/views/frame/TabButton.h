@@ -34,6 +34,7 @@ private:
 
     IslandView m_view;
     AppState &m_state;
+    IslandIntents &m_island;
     FrameClock &m_clock;
     std::function<void()> m_preAction;
     Observers m_observers;

@@ -1,6 +1,6 @@
 #include "EmptyStateView.h"
 
-#include "core/AppState.h"
+#include "core/IslandIntents.h"
 #include "ui/SecondaryButton.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
@@ -21,8 +21,9 @@ EmptyStateView::EmptyStateView(const ViewContext &context, QWidget *parent)
 {
     auto *line = new TextLabel(Style::font(Style::bodySize), Style::explanationText);
     line->setLine(QStringLiteral("Drop a file or window, or ask me anything."));
-    auto *ask = new SecondaryButton(QStringLiteral("Ask Claude"), {},
-                                    [&state = context.state] { state.view = IslandView::prompt; });
+    auto *ask = new SecondaryButton(QStringLiteral("Ask Claude"), {}, [&island = context.island] {
+        island.show(IslandView::prompt);
+    });
 
     CardColumn::fill(this, CardMetrics::emptyContentLeft,
                      {{0, CardColumn::title(QStringLiteral("Nothing running right now."))},
