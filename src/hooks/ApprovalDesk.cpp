@@ -4,6 +4,7 @@
 #include "ReadSource.h"
 #include "SocketLine.h"
 #include "ThreadGroup.h"
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/Json.h"
 #include "core/Notifications.h"
@@ -35,13 +36,11 @@ QByteArray replyFor(const QString &decision)
 
 const QString askDecision = QStringLiteral("ask");
 
+/// Where the agent of that pill asks by itself.
 QString appName(const QString &pillId)
 {
-    if (pillId == QLatin1String("agent_cursor"))
-        return QStringLiteral("Cursor");
-    if (pillId == QLatin1String("agent_codex"))
-        return QStringLiteral("Codex");
-    return QStringLiteral("VS Code");
+    const AgentDefinition *agent = AgentCatalog::ofPill(pillId);
+    return agent ? agent->pill.name : pillId;
 }
 
 QString handledNote(const QString &pillId)
@@ -179,7 +178,8 @@ void ApprovalDesk::settle()
 {
     AppState &state = m_context.state;
     const std::optional<ApprovalInfo> approval = state.pendingApproval;
-    const QString pill = approval ? approval->pillId : QStringLiteral("integration_claude");
+    const QString pill
+        = approval ? approval->pillId : QString(AgentCatalog::pillId(AgentId::claudeCode));
     state.pendingApproval = std::nullopt;
     state.isPinned = false;
     state.updateTask(pill, BotState::working);

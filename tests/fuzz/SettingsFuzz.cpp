@@ -92,7 +92,7 @@ void fuzz(const QByteArray &input)
         state.vercelProjectFilter = {text, text + u'1'};
         state.setHotkey(std::uint32_t(last) << 24, std::uint16_t(last) << 8);
         state.setAbsenceInterval(last * 1e10);
-        state.toggleIntegration(PillCatalog::all()[last % 15].id);
+        state.toggleIntegration(PillCatalog::all()[last % PillCatalog::all().size()].id);
     });
     REQUIRE(settingsAfter(path, [](AppState &) {}) == set);
 

@@ -13,8 +13,7 @@ struct ClaudeHooksTest : InstallerFixture
 
     QJsonObject hooks() const { return json(bytesOf(path))["hooks"].toObject(); }
 
-    ClaudeHooks &claude = installers.claude;
-    const QString path = paths.claudeSettingsPath();
+    const QString &path = claudePath;
 };
 
 TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
