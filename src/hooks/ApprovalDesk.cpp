@@ -23,18 +23,11 @@ namespace {
 constexpr double cardSeconds = 115;
 constexpr double noteSeconds = 3;
 
-QByteArray replyFor(const QString &decision)
+QByteArray replyFor(Decision decision)
 {
-    if (decision == QLatin1String("allow"))
-        return QByteArrayLiteral(R"({"permissionDecision":"allow"})");
-    if (decision == QLatin1String("always"))
-        return QByteArrayLiteral(R"({"permissionDecision":"always"})");
-    if (decision == QLatin1String("ask"))
-        return QByteArrayLiteral(R"({"permissionDecision":"ask"})");
-    return QByteArrayLiteral(R"({"permissionDecision":"deny"})");
+    const QJsonObject reply{{QStringLiteral("permissionDecision"), rawText(decision)}};
+    return QJsonDocument(reply).toJson(QJsonDocument::Compact);
 }
-
-const QString askDecision = QStringLiteral("ask");
 
 /// Where the agent of that pill asks by itself.
 QString appName(const QString &pillId)
@@ -104,7 +97,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
 
     // The older agent falls back to asking by itself.
     if (m_source)
-        answer(std::exchange(m_source, nullptr), replyFor(askDecision));
+        answer(std::exchange(m_source, nullptr), replyFor(Decision::ask));
 
     AppState &state = m_context.state;
     m_tasks.activeSessionId = origin.sessionId;
@@ -126,7 +119,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     watch(std::move(connection), pill);
 }
 
-void ApprovalDesk::sendApprovalDecision(const QString &decision)
+void ApprovalDesk::sendApprovalDecision(Decision decision)
 {
     if (m_source)
         answer(std::exchange(m_source, nullptr), replyFor(decision));
@@ -205,7 +198,7 @@ void ApprovalDesk::answer(std::shared_ptr<ReadSource> source, const QByteArray &
 void ApprovalDesk::refuse(FileDescriptor connection)
 {
     const auto shared = std::make_shared<FileDescriptor>(std::move(connection));
-    m_writers.start([shared] { sendLine(shared->get(), replyFor(askDecision)); });
+    m_writers.start([shared] { sendLine(shared->get(), replyFor(Decision::ask)); });
 }
 
 QString approvalInputKey(const QJsonObject &input)

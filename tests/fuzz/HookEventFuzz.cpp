@@ -53,17 +53,6 @@ bool settles(const QByteArray &line, const ApprovalInfo &approval)
         .contains(event);
 }
 
-/// That an agent's text stays within its record.
-void checkLog(const QByteArray &log)
-{
-    REQUIRE(log.isEmpty() || log.endsWith('\n'));
-    for (const QByteArray &line : log.split('\n')) {
-        REQUIRE(line.isEmpty() || (line.startsWith("2026-03-14 ") && line.size() >= 20));
-        for (const char c : line)
-            REQUIRE(std::uint8_t(c) >= 32 && c != 127);
-    }
-}
-
 } // namespace
 
 /// A day of hooks: each line is a connection of its own, but "!word" the user's answer to a
@@ -76,7 +65,8 @@ void fuzz(const QByteArray &input)
         if (line.startsWith('+')) {
             rig.queue.advance(60);
         } else if (line.startsWith('!')) {
-            rig.desk.sendApprovalDecision(QString::fromUtf8(line.mid(1)));
+            rig.desk.sendApprovalDecision(
+                fromRawText<Decision>(QString::fromUtf8(line.mid(1))).value_or(Decision::deny));
             rig.settleWriters();
         } else if (line.startsWith('-') && !waiting.empty()) {
             rig.settleWriters();
@@ -104,7 +94,6 @@ void fuzz(const QByteArray &input)
         const QByteArray reply = peer.receiveAll();
         REQUIRE(reply.isEmpty() || isReply(reply));
     }
-    checkLog(bytesOf(rig.paths.logFolder() + "/qv.log"));
 }
 
 } // namespace tirlo

@@ -9,6 +9,7 @@
 #include "hooks/ThreadGroup.h"
 #include "support/StoreParts.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace tirlo {
@@ -16,11 +17,9 @@ namespace tirlo {
 /// True for what a relay may read as an answer.
 inline bool isReply(const QByteArray &bytes)
 {
-    for (const char *decision : {"allow", "always", "ask", "deny"}) {
-        if (bytes == QByteArray("{\"permissionDecision\":\"") + decision + "\"}\n")
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(allCases<Decision>(), [&](Decision decision) {
+        return bytes == "{\"permissionDecision\":\"" + rawText(decision).toLatin1() + "\"}\n";
+    });
 }
 
 /// The hooks of a program that has just started, with the real socket and a still clock.

@@ -40,22 +40,22 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     , m_command(new CodeBlock)
     , m_hasRequest(context.state.pendingApproval.value().has_value())
 {
-    const auto decide = [this, &actions = context.actions](const char *decision) {
+    const auto decide = [this, &actions = context.actions](Decision decision) {
         return [this, &actions, decision] {
             if (m_queue.mediaTime() >= m_settledAt)
-                actions.sendApprovalDecision(QString::fromLatin1(decision));
+                actions.sendApprovalDecision(decision);
         };
     };
-    m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide("always"));
+    m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide(Decision::always));
 
     CardColumn::fill(
         this, CardMetrics::contentLeft,
         {{0, new AgentWho(m_state, QStringLiteral("needs permission"))},
          {headSpacing, m_command},
          {buttonSpacing,
-          CardColumn::controls({new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")),
-                                m_always,
-                                new PrimaryButton(QStringLiteral("Allow"), {}, decide("allow"))})}},
+          CardColumn::controls(
+              {new SecondaryButton(QStringLiteral("Deny"), {}, decide(Decision::deny)), m_always,
+               new PrimaryButton(QStringLiteral("Allow"), {}, decide(Decision::allow))})}},
         opticalLift);
 
     updateRequest();
