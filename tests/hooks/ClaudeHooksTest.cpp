@@ -49,7 +49,6 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
     claude.uninstallHooks();
     EXPECT_FALSE(claude.hooksInstalled());
     EXPECT_EQ(hooks().keys(), QStringList({"Odd", "Other", "Stop"}));
-    EXPECT_EQ(hooks()["Stop"].toArray().size(), 2);
     EXPECT_EQ(besides(path).size(), 2) << "a removal makes no backup";
 }
 
