@@ -1,6 +1,7 @@
 #include "hooks/HookServer.h"
 #include "HookFixture.h"
 #include "Peer.h"
+#include "hooks/RelayScripts.h"
 
 #include <QDir>
 
@@ -95,7 +96,14 @@ TEST_F(HookServerTest, NoUmaskOpensItsFilesAndNoLinkInTheirPlaceLeadsToAnotherFi
                 // Whoever may write above it could put another in its place.
                 EXPECT_TRUE(link || modeOf(QFileInfo(folder).path()) == mode_t(0700));
             }
-            EXPECT_EQ(modeOf(paths.hookScriptPath()), mode_t(0755));
+            for (const auto &[path, script] :
+                 {std::pair(paths.hookScriptPath(), RelayScripts::wrapper()),
+                  {paths.relayScriptPath(), RelayScripts::relay()}}) {
+                EXPECT_EQ(modeOf(path), mode_t(0755));
+                QFile file(path);
+                EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == script);
+            }
+            EXPECT_EQ(QDir(paths.supportFolder()).entryList(QDir::Files).size(), 2);
             EXPECT_EQ(modeOf(ours.last()), mode_t(0600));
         }
     }

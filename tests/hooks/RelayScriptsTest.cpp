@@ -2,8 +2,6 @@
 #include "HookFixture.h"
 #include "hooks/HookServer.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QProcess>
 
 namespace tirlo {
@@ -42,22 +40,6 @@ struct RelayScriptsTest : HookFixture
     const QStringList gemini{u"--agent"_s, u"gemini"_s};
     const QByteArray permissionRequest = R"({"hook_event_name":"PermissionRequest","cwd":"/w"})";
 };
-
-TEST_F(RelayScriptsTest, InstallsExecutablesOverWhatIsThere)
-{
-    for (const auto &[path, script] : {std::pair(paths.hookScriptPath(), RelayScripts::wrapper()),
-                                       {paths.relayScriptPath(), RelayScripts::relay()}}) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)
-                    && file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner));
-        file.close();
-        RelayScripts::installHookScript(paths);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_EQ(file.readAll(), script);
-        EXPECT_EQ(QFileInfo(path).permissions(), QFileDevice::Permissions(0x7755));
-    }
-    EXPECT_EQ(QDir(paths.supportFolder()).entryList(QDir::Files).size(), 2);
-}
 
 TEST_F(RelayScriptsTest, WhatTheRelayMakesOfHooksAndAnswers)
 {

@@ -22,7 +22,7 @@ struct TrayRow
 /// A desktop's tray as programs see it on the session bus: it takes note of what registers there,
 /// and asks it for its menu.
 ///
-/// It lives on a thread and a bus connection of its own, as the program asks it questions and waits.
+/// It lives on a thread and a bus connection of its own, as the program asks questions and waits.
 class TrayHost : public QObject
 {
     Q_OBJECT
