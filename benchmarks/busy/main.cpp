@@ -33,8 +33,8 @@ void startWork(const Program &program)
 {
     constexpr std::array tags{"", "codex", "gemini", "antigravity", "other"};
     for (const char *tag : tags) {
-        const Agent agent(program.hookScript(), QString("session-%1").arg(tag), "/src/lighthouse",
-                          tag);
+        const Agent agent{program.hookScript(), QString("session-%1").arg(tag), "/src/lighthouse",
+                          tag};
         agent.send("UserPromptSubmit", {{"prompt", "Light the lamp"}});
         agent.sendTool("Bash", {{"command", "make"}});
     }

@@ -34,7 +34,7 @@ private:
     MemorySecretStore m_secrets;
     KeychainStore m_keychain{m_secrets};
     FrameClock m_frames;
-    const IslandActions m_actions{.sendApprovalDecision = [](const QString &) {},
+    const IslandActions m_actions{.sendApprovalDecision = [](Decision) {},
                                   .switchChatProvider = [](ChatProvider) {}};
 
 public:

@@ -1,6 +1,6 @@
 #include "AppState.h"
 
-#include "PillCatalog.h"
+#include "AgentCatalog.h"
 #include "ServiceData.h"
 #include "platform/MainQueue.h"
 
@@ -11,7 +11,7 @@ namespace tirlo {
 namespace {
 
 constexpr qsizetype maximumActiveIntegrations = 4;
-const QString claudePillId = QStringLiteral("integration_claude");
+constexpr QLatin1String editorPillId = AgentCatalog::pillId(AgentId::claudeCode);
 
 AgentTask taskFromRow(const PillDefinition &row)
 {
@@ -38,6 +38,7 @@ std::ptrdiff_t catalogPosition(const QString &id)
 AppState::AppState(KeyValueStore &store, const MainQueue &clock)
     : lastMouseMove(clock.mediaTime())
     , lastActivity(lastMouseMove)
+    , mainPillId(editorPillId)
     , m_services(std::make_unique<ServiceData>())
     , m_settings(store)
 {
@@ -149,7 +150,7 @@ void AppState::loadIntegrationTasks()
     QSet<QString> active = activeIntegrations;
     active.removeIf([](const QString &id) { return !PillCatalog::definition(id); });
     if (!PillCatalog::canBeMainPill(mainPillId))
-        mainPillId = claudePillId;
+        mainPillId = editorPillId;
     active.remove(mainPillId);
     activeIntegrations = active;
 
@@ -203,8 +204,8 @@ void AppState::sortTasksByCatalog()
                              [](const AgentTask &task) { return catalogPosition(task.id); });
 
     // Agents from outside stand right behind the main editor's pill, else in front.
-    const auto claude = std::ranges::find(known, claudePillId, &AgentTask::id);
-    const qsizetype split = claude == known.end() ? 0 : claude - known.begin() + 1;
+    const auto editor = std::ranges::find(known, editorPillId, &AgentTask::id);
+    const qsizetype split = editor == known.end() ? 0 : editor - known.begin() + 1;
     tasks = known.first(split) + others + known.sliced(split);
 }
 

@@ -79,7 +79,7 @@ public:
     QProperty<ChatProvider> chatProvider{ChatProvider::anthropic};
     QProperty<QString> googleChatModel{QStringLiteral("gemini-2.0-flash")};
     QProperty<QString> openAIChatModel{QStringLiteral("gpt-4o")};
-    QProperty<QString> mainPillId{QStringLiteral("integration_claude")};
+    QProperty<QString> mainPillId;
     QProperty<double> soundVolume{0.12};
     /// Seconds.
     QProperty<double> autoCloseInterval{15};

@@ -1,5 +1,7 @@
 #include "Paths.h"
 
+#include "AgentCatalog.h"
+
 #include <QFile>
 
 #include <pwd.h>
@@ -49,24 +51,9 @@ QString Paths::settingsPath() const
     return supportFolder() + QStringLiteral("/settings.json");
 }
 
-QString Paths::claudeSettingsPath() const
+QString Paths::agentSettingsPath(const AgentDefinition &agent) const
 {
-    return m_home + QStringLiteral("/.claude/settings.json");
-}
-
-QString Paths::geminiSettingsPath() const
-{
-    return m_home + QStringLiteral("/.gemini/settings.json");
-}
-
-QString Paths::antigravityHooksPath() const
-{
-    return m_home + QStringLiteral("/.gemini/config/hooks.json");
-}
-
-QString Paths::codexHooksPath() const
-{
-    return m_home + QStringLiteral("/.codex/hooks.json");
+    return m_home + u'/' + agent.settingsPath;
 }
 
 QString Paths::secretsPath() const

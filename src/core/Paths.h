@@ -4,6 +4,8 @@
 
 namespace tirlo {
 
+struct AgentDefinition;
+
 /// All places under the user's home directory that the program writes to, built in one place.
 class Paths
 {
@@ -25,14 +27,8 @@ public:
     [[nodiscard]] QString settingsPath() const;
     /// The secrets, where the desktop has no keyring for them.
     [[nodiscard]] QString secretsPath() const;
-    /// Claude Code's own settings, which name its hooks.
-    [[nodiscard]] QString claudeSettingsPath() const;
-    /// Gemini CLI's own settings, which name its hooks.
-    [[nodiscard]] QString geminiSettingsPath() const;
-    /// Antigravity's file of hooks.
-    [[nodiscard]] QString antigravityHooksPath() const;
-    /// Codex's file of hooks.
-    [[nodiscard]] QString codexHooksPath() const;
+    /// The agent's own settings, which name its hooks; for an agent that has such a file.
+    [[nodiscard]] QString agentSettingsPath(const AgentDefinition &agent) const;
     /// Holds all logs; mode 0700, its files 0600.
     [[nodiscard]] QString logFolder() const;
 

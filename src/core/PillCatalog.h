@@ -1,10 +1,13 @@
 #pragma once
 
 #include "model/AgentTask.h"
+#include "model/RawText.h"
 
+#include <QLatin1String>
 #include <QString>
 
 #include <array>
+#include <span>
 
 namespace tirlo {
 
@@ -26,24 +29,25 @@ struct RawTexts<PillCategory>
 struct PillDefinition
 {
     /// The pill's id; also its task's.
-    QString id;
-    QString name;
+    QLatin1String id;
+    QLatin1String name;
     /// "#" and six hexadecimal digits.
-    QString color;
+    QLatin1String color;
     PillCategory category = PillCategory::service;
     /// Secondary line in the settings.
-    QString subtitle;
+    QLatin1String subtitle;
     AgentSource source = AgentSource::agent;
     /// Not choosable as the main pill.
     bool comingSoon = false;
     bool githubOnly = false;
 };
 
-/// The fixed list of tools that can have a pill beside the ad-hoc ones of outside agents.
+/// The fixed list of tools that can have a pill beside the ad-hoc ones of outside agents: the
+/// agents, then the chat's providers and the services.
 namespace PillCatalog {
 
 /// All rows; their order is also the order of the pills.
-[[nodiscard]] const std::array<PillDefinition, 15> &all();
+[[nodiscard]] std::span<const PillDefinition> all();
 
 /// The row with this id, or null.
 [[nodiscard]] const PillDefinition *definition(const QString &id);

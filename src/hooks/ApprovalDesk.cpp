@@ -4,6 +4,7 @@
 #include "ReadSource.h"
 #include "SocketLine.h"
 #include "ThreadGroup.h"
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/IslandIntents.h"
 #include "core/Json.h"
@@ -23,26 +24,17 @@ namespace {
 constexpr double cardSeconds = 115;
 constexpr double noteSeconds = 3;
 
-QByteArray replyFor(const QString &decision)
+QByteArray replyFor(Decision decision)
 {
-    if (decision == QLatin1String("allow"))
-        return QByteArrayLiteral(R"({"permissionDecision":"allow"})");
-    if (decision == QLatin1String("always"))
-        return QByteArrayLiteral(R"({"permissionDecision":"always"})");
-    if (decision == QLatin1String("ask"))
-        return QByteArrayLiteral(R"({"permissionDecision":"ask"})");
-    return QByteArrayLiteral(R"({"permissionDecision":"deny"})");
+    const QJsonObject reply{{QStringLiteral("permissionDecision"), rawText(decision)}};
+    return QJsonDocument(reply).toJson(QJsonDocument::Compact);
 }
 
-const QString askDecision = QStringLiteral("ask");
-
+/// Where the agent of that pill asks by itself.
 QString appName(const QString &pillId)
 {
-    if (pillId == QLatin1String("agent_cursor"))
-        return QStringLiteral("Cursor");
-    if (pillId == QLatin1String("agent_codex"))
-        return QStringLiteral("Codex");
-    return QStringLiteral("VS Code");
+    const AgentDefinition *agent = AgentCatalog::ofPill(pillId);
+    return agent ? agent->pill.name : pillId;
 }
 
 QString handledNote(const QString &pillId)
@@ -106,7 +98,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
 
     // The older agent falls back to asking by itself.
     if (m_source)
-        answer(std::exchange(m_source, nullptr), replyFor(askDecision));
+        answer(std::exchange(m_source, nullptr), replyFor(Decision::ask));
 
     AppState &state = m_context.state;
     ++m_requests[pill];
@@ -129,7 +121,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     watch(std::move(connection), pill);
 }
 
-void ApprovalDesk::sendApprovalDecision(const QString &decision)
+void ApprovalDesk::sendApprovalDecision(Decision decision)
 {
     if (m_source)
         answer(std::exchange(m_source, nullptr), replyFor(decision));
@@ -179,7 +171,8 @@ void ApprovalDesk::settle()
 {
     AppState &state = m_context.state;
     const std::optional<ApprovalInfo> approval = state.pendingApproval;
-    const QString pill = approval ? approval->pillId : QStringLiteral("integration_claude");
+    const QString pill
+        = approval ? approval->pillId : QString(AgentCatalog::pillId(AgentId::claudeCode));
     state.pendingApproval = std::nullopt;
     state.isPinned = false;
     state.updateTask(pill, BotState::working);
@@ -205,7 +198,7 @@ void ApprovalDesk::answer(std::shared_ptr<ReadSource> source, const QByteArray &
 void ApprovalDesk::refuse(FileDescriptor connection)
 {
     const auto shared = std::make_shared<FileDescriptor>(std::move(connection));
-    m_writers.start([shared] { sendLine(shared->get(), replyFor(askDecision)); });
+    m_writers.start([shared] { sendLine(shared->get(), replyFor(Decision::ask)); });
 }
 
 QString approvalInputKey(const QJsonObject &input)

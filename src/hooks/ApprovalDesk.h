@@ -3,6 +3,7 @@
 #include "FileDescriptor.h"
 #include "HookContext.h"
 #include "HookRouting.h"
+#include "core/model/Decision.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -32,8 +33,8 @@ public:
     /// Puts the request on show; one that is not for the island is handed back with "ask".
     void processPermissionRequest(FileDescriptor connection, const QJsonObject &payload);
 
-    /// Answers the waiting agent: "allow", "always" or "ask", while any other text denies.
-    void sendApprovalDecision(const QString &decision);
+    /// Answers the waiting agent.
+    void sendApprovalDecision(Decision decision);
 
     /// Whether an event may go on; one for the pill on show may first dismiss its card.
     ///

@@ -1,5 +1,6 @@
 #include "HookRouting.h"
 
+#include "core/AgentCatalog.h"
 #include "core/Json.h"
 #include "core/Text.h"
 
@@ -12,6 +13,8 @@ namespace tirlo {
 namespace {
 
 constexpr qsizetype longestAgentName = 24;
+/// No agent from outside: its hooks come without a tag.
+constexpr QLatin1String reservedAgentName("claude");
 
 QString textOr(const QJsonObject &payload, const char *key, const QString &fallback = {})
 {
@@ -27,6 +30,24 @@ QString projectNameOf(const QString &cwd)
 {
     const QString folder = lastPathComponent(cwd);
     return aliasProjectName(folder.isEmpty() ? QStringLiteral("Session") : folder);
+}
+
+/// The agent whose hooks come from such a host without a tag; null for a plain terminal.
+const AgentDefinition *agentHostedIn(const HookOrigin &origin)
+{
+    for (const AgentDefinition &agent : AgentCatalog::all) {
+        if (agent.tag.isEmpty()
+            && origin.bundle.compare(agent.application, Qt::CaseInsensitive) == 0)
+            return &agent;
+    }
+    for (const AgentDefinition &agent : AgentCatalog::all) {
+        const QLatin1String word = agent.hostWord;
+        if (!word.isEmpty()
+            && (origin.terminal.contains(word, Qt::CaseInsensitive)
+                || origin.bundle.contains(word, Qt::CaseInsensitive)))
+            return &agent;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -46,24 +67,20 @@ HookOrigin HookOrigin::of(const QJsonObject &payload)
 
 std::optional<HookRoute> routeOf(const HookOrigin &origin)
 {
-    if (origin.agentTag == QLatin1String("codex"))
-        return HookRoute{QStringLiteral("agent_codex"), {}};
-    if (const auto agent = validateAgent(origin.agentTag))
-        return HookRoute{QStringLiteral("agent_") + *agent, agent};
-
-    const QString bundle = origin.bundle.toLower();
-    if (bundle == QLatin1String("com.todesktop.230313mzl4w4u92"))
-        return HookRoute{QStringLiteral("agent_cursor"), {}};
-    const QLatin1String vscode("vscode");
-    if (origin.terminal.toLower().contains(vscode) || bundle.contains(vscode))
-        return HookRoute{QStringLiteral("integration_claude"), {}};
+    const AgentDefinition *tagged = AgentCatalog::ofTag(origin.agentTag);
+    if (tagged && tagged->answersOnIsland)
+        return HookRoute{tagged->pill.id, {}};
+    if (const auto outside = validateAgent(origin.agentTag))
+        return HookRoute{QStringLiteral("agent_") + *outside, outside};
+    if (const AgentDefinition *hosted = agentHostedIn(origin))
+        return HookRoute{hosted->pill.id, {}};
     return std::nullopt;
 }
 
 std::optional<QString> validateAgent(const QString &tag)
 {
-    const bool fits = !tag.isEmpty() && tag.size() <= longestAgentName
-        && tag != QLatin1String("claude") && std::ranges::all_of(tag, isAgentNameCharacter);
+    const bool fits = !tag.isEmpty() && tag.size() <= longestAgentName && tag != reservedAgentName
+        && std::ranges::all_of(tag, isAgentNameCharacter);
     return fits ? std::optional(tag) : std::nullopt;
 }
 

@@ -29,7 +29,7 @@ void HookServer::start()
     m_sockets.start();
 }
 
-void HookServer::sendApprovalDecision(const QString &decision)
+void HookServer::sendApprovalDecision(Decision decision)
 {
     m_desk.sendApprovalDecision(decision);
 }

@@ -26,8 +26,8 @@ public:
     /// Writes the relay scripts and begins to listen; called once.
     void start();
 
-    /// Answers the request on show: "allow", "always", "deny", or "ask" to hand it back.
-    void sendApprovalDecision(const QString &decision);
+    /// Answers the request on show.
+    void sendApprovalDecision(Decision decision);
 
     /// The last session that started, prompted, ran a tool or asked; none once it has ended.
     [[nodiscard]] std::optional<QString> activeSessionId() const;

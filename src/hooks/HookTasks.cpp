@@ -1,9 +1,9 @@
 #include "HookTasks.h"
 
 #include "ProjectColors.h"
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
-#include "core/PillCatalog.h"
 
 #include <algorithm>
 
@@ -58,7 +58,7 @@ void HookTasks::upsertExternalAgent(const QString &id, const QString &name)
     task.name = name;
     task.color = IslandConst::colorForProject(name);
     task.source = AgentSource::agent;
-    insert(task, QStringLiteral("integration_claude"), m_state.tasks.value().size());
+    insert(task, AgentCatalog::pillId(AgentId::claudeCode), m_state.tasks.value().size());
 }
 
 void HookTasks::appendStep(const QString &id, const QString &step)

@@ -2,14 +2,11 @@
 
 #include "hooks/installers/GuardedHooks.h"
 
-#include <utility>
-
 namespace tirlo {
 
-AgentHooksSection::AgentHooksSection(GuardedHooks &installer, AgentHooksWords words)
-    : HookSection(installer, words.title)
+AgentHooksSection::AgentHooksSection(GuardedHooks &installer)
+    : HookSection(installer)
     , m_installer(installer)
-    , m_words(std::move(words))
 {
 }
 
@@ -21,7 +18,14 @@ void AgentHooksSection::refresh()
 QString AgentHooksSection::showWritten()
 {
     setHooksInstalled(m_pendingInstall);
-    return m_pendingInstall ? m_words.installed : m_words.removed;
+    const AgentDefinition &agent = m_installer.agent();
+    if (!m_pendingInstall)
+        return tr("✓ %1 hooks removed.").arg(agent.name);
+    if (agent.wantsTrustInHooks)
+        return tr("✓ %1 hooks installed — run /hooks in %1 or open Hooks in the app's settings to "
+                  "trust them.")
+            .arg(agent.name);
+    return tr("✓ %1 hooks installed in %2").arg(agent.name, m_installer.label());
 }
 
 void AgentHooksSection::triggerPreview(bool install)
@@ -32,7 +36,17 @@ void AgentHooksSection::triggerPreview(bool install)
 
 void AgentHooksSection::setHooksInstalled(bool isInstalled)
 {
-    setLine(isInstalled ? m_words.installedLine : m_installer.label());
+    if (!isInstalled) {
+        setLine(m_installer.label());
+        return;
+    }
+    const AgentDefinition &agent = m_installer.agent();
+    const QString toDo = agent.wantsTrustInHooks
+        ? tr(
+            "Hooks installed — open %1 and run /hooks or open Hooks in the app's settings to trust "
+            "them")
+        : tr("Hooks installed — restart %1 to activate");
+    setLine(toDo.arg(agent.name));
 }
 
 } // namespace tirlo

@@ -6,16 +6,6 @@ namespace tirlo {
 
 class GuardedHooks;
 
-/// The words of one agent's section.
-struct AgentHooksWords
-{
-    QString title;
-    /// The line while the hooks are in, with what the user has still to do.
-    QString installedLine;
-    QString installed;
-    QString removed;
-};
-
 /// The section of an agent whose removal is previewed too.
 class AgentHooksSection final : public HookSection
 {
@@ -23,7 +13,7 @@ class AgentHooksSection final : public HookSection
 
 public:
     /// The installer outlives the section.
-    AgentHooksSection(GuardedHooks &installer, AgentHooksWords words);
+    explicit AgentHooksSection(GuardedHooks &installer);
 
     void refresh() override;
 
@@ -37,7 +27,6 @@ private:
     void setHooksInstalled(bool isInstalled);
 
     GuardedHooks &m_installer;
-    const AgentHooksWords m_words;
     bool m_pendingInstall = false;
 };
 

@@ -11,7 +11,7 @@
 namespace tirlo {
 
 ClaudeHooksSection::ClaudeHooksSection(ClaudeHooks &installer, const QString &hookScriptPath)
-    : HookSection(installer, tr("Claude Code Hooks"))
+    : HookSection(installer)
     , m_installer(installer)
     , m_outdated(new QWidget)
 {
@@ -57,7 +57,7 @@ void ClaudeHooksSection::uninstall()
 QString ClaudeHooksSection::showWritten()
 {
     setHookNeedsUpdate(false);
-    return tr("✓ Hooks installed in ~/.claude/settings.json");
+    return tr("✓ Hooks installed in %1").arg(m_installer.label());
 }
 
 void ClaudeHooksSection::setHookNeedsUpdate(bool needsUpdate)

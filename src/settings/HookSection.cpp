@@ -12,13 +12,13 @@
 
 namespace tirlo {
 
-HookSection::HookSection(HookInstaller &installer, const QString &title)
-    : QGroupBox(title)
+HookSection::HookSection(HookInstaller &installer)
+    : QGroupBox(tr("%1 Hooks").arg(installer.agent().name))
     , m_installer(installer)
     , m_line(SettingsControls::caption())
-    , m_install(SettingsControls::button(tr("Install hooks"), title))
-    , m_uninstall(SettingsControls::button(tr("Uninstall"), title))
-    , m_preview(new HookPreview(title))
+    , m_install(SettingsControls::button(tr("Install hooks"), title()))
+    , m_uninstall(SettingsControls::button(tr("Uninstall"), title()))
+    , m_preview(new HookPreview(title()))
     , m_column(new QVBoxLayout(this))
     , m_opener(m_install)
 {

@@ -31,7 +31,7 @@ Q_SIGNALS:
 
 protected:
     /// The installer outlives the section.
-    HookSection(HookInstaller &installer, const QString &title);
+    explicit HookSection(HookInstaller &installer);
 
     virtual void install() = 0;
     virtual void uninstall() = 0;

@@ -56,29 +56,9 @@ void SettingsView::showEvent(QShowEvent *event)
 
 void SettingsView::addHookSections(QVBoxLayout &column, HookInstallers &hooks, const Paths &paths)
 {
-    m_hookSections = {
-        new ClaudeHooksSection(hooks.claude, paths.hookScriptPath()),
-        new AgentHooksSection(
-            hooks.gemini,
-            {.title = tr("Gemini CLI Hooks"),
-             .installedLine = tr("Hooks installed — restart Gemini CLI to activate"),
-             .installed = tr("✓ Gemini CLI hooks installed in ~/.gemini/settings.json"),
-             .removed = tr("✓ Gemini CLI hooks removed.")}),
-        new AgentHooksSection(
-            hooks.antigravity,
-            {.title = tr("Antigravity Hooks"),
-             .installedLine = tr("Hooks installed — restart Antigravity to activate"),
-             .installed = tr("✓ Antigravity hooks installed in ~/.gemini/config/hooks.json"),
-             .removed = tr("✓ Antigravity hooks removed.")}),
-        new AgentHooksSection(
-            hooks.codex,
-            {.title = tr("Codex Hooks"),
-             .installedLine = tr("Hooks installed — open Codex and run /hooks or open Hooks in the "
-                                 "app's settings to trust them"),
-             .installed = tr("✓ Codex hooks installed — run /hooks in Codex or open Hooks in the "
-                             "app's settings to trust them."),
-             .removed = tr("✓ Codex hooks removed.")}),
-    };
+    m_hookSections = {new ClaudeHooksSection(hooks.claude, paths.hookScriptPath())};
+    for (const auto &installer : hooks.guarded)
+        m_hookSections.append(new AgentHooksSection(*installer));
     for (HookSection *section : m_hookSections) {
         column.addWidget(section);
         connect(section, &HookSection::statusChanged, this, &SettingsView::setStatusMessage);

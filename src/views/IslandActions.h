@@ -1,8 +1,7 @@
 #pragma once
 
 #include "core/model/ChatProvider.h"
-
-#include <QString>
+#include "core/model/Decision.h"
 
 #include <functional>
 
@@ -11,8 +10,8 @@ namespace tirlo {
 /// What the cards ask of the rest of the program, so that they need not know who does it.
 struct IslandActions
 {
-    /// Answers the permission request on show with "deny", "always" or "allow".
-    std::function<void(const QString &decision)> sendApprovalDecision;
+    /// Answers the permission request on show.
+    std::function<void(Decision decision)> sendApprovalDecision;
     /// Notes what the user was looking at, for the prompt; may be empty.
     std::function<void()> capturePromptContext = {};
     /// Chats with that provider from now on, and shows the prompt.

@@ -2,14 +2,9 @@
 #include "kit/Agent.h"
 #include "kit/Program.h"
 
-#include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
-#include <QThread>
 
-#include <sys/ptrace.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <gtest/gtest.h>
 
@@ -23,37 +18,6 @@ namespace {
 const QByteArray event = R"({"hook_event_name":"PreToolUse","term_program":"vscode"})"
                          "\n";
 const QByteArray ok = "{\"ok\":true}\n";
-
-/// Holds the main thread of a process, and that alone, until this object goes.
-class HeldMainThread
-{
-public:
-    explicit HeldMainThread(qint64 processId)
-        : m_id(pid_t(processId))
-    {
-        // At rest it has no lock that the other threads need.
-        while (!isAtRest())
-            QThread::usleep(100);
-        m_isHeld = ptrace(PTRACE_SEIZE, m_id, nullptr, nullptr) == 0
-            && ptrace(PTRACE_INTERRUPT, m_id, nullptr, nullptr) == 0
-            && waitpid(m_id, nullptr, __WALL) == m_id;
-    }
-    ~HeldMainThread() { ptrace(PTRACE_DETACH, m_id, nullptr, nullptr); }
-    HeldMainThread(const HeldMainThread &) = delete;
-    HeldMainThread &operator=(const HeldMainThread &) = delete;
-
-    [[nodiscard]] bool isHeld() const { return m_isHeld; }
-
-private:
-    [[nodiscard]] bool isAtRest() const
-    {
-        QFile file(QStringLiteral("/proc/%1/stat").arg(m_id));
-        return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") S ");
-    }
-
-    pid_t m_id;
-    bool m_isHeld;
-};
 
 /// A server of the desktop that tells its address in its first line of output, and can be lost.
 class Server
@@ -79,25 +43,6 @@ private:
     QProcess m_process;
     QByteArray m_address;
 };
-
-TEST(FaultTest, AnAgentNeverWaitsForABusyMainThread)
-{
-    const Program program{TIRLO_PROGRAM};
-    ASSERT_TRUE(program.isReady());
-    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
-    {
-        const HeldMainThread held(program.processId());
-        ASSERT_TRUE(held.isHeld());
-        QElapsedTimer clock;
-        clock.start();
-        while (clock.elapsed() < 2000) {
-            EXPECT_EQ(Peer::connectedTo(program.socketPath()).send(event).receiveAll(300), ok);
-            EXPECT_TRUE(agent.sendTool("Read", {}));
-        }
-        EXPECT_EQ(program.log(), "");
-    }
-    EXPECT_TRUE(waitUntil([&] { return program.log().contains("PreToolUse Read"); }));
-}
 
 TEST(FaultTest, TooFewDescriptorsLeaveNobodyWithoutAnEnd)
 {
@@ -132,7 +77,7 @@ TEST(FaultTest, TheSessionBusMayEnd)
     rest(1500);
     bus.lose();
 
-    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    const Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
     const auto request = agent.askFor("Bash", {{"command", "make"}});
     EXPECT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));
     rest(500);
@@ -148,7 +93,7 @@ TEST(FaultTest, TheEndOfTheXServerEndsTheProgramAndNoMore)
     const QByteArray display = ':' + screen.address();
     Program program{TIRLO_PROGRAM, {{"DISPLAY", display}}};
     ASSERT_TRUE(program.isReady());
-    const Agent agent(program.hookScript(), "session-1", "/src/lighthouse");
+    const Agent agent{program.hookScript(), "session-1", "/src/lighthouse"};
     // Its sound plays while the screen goes.
     const auto request = agent.askFor("Bash", {{"command", "make"}});
     ASSERT_TRUE(waitUntil([&] { return program.log().contains("PermissionRequest Bash"); }));

@@ -1,7 +1,6 @@
 #include "kit/Agent.h"
 #include "kit/Program.h"
 #include "kit/TrayHost.h"
-#include "kit/TrayItem.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -23,14 +22,12 @@ protected:
     void SetUp() override
     {
         movePointer(20, 700);
-        ASSERT_TRUE(tray.isReady());
         program.emplace(TIRLO_PROGRAM);
         ASSERT_TRUE(program->isReady());
-        ASSERT_TRUE(waitUntil([&] { return tray.items().size() == 1; }));
-        const TrayItem item(tray, tray.items().first());
-        for (const TrayRow &row : item.menu()) {
+        ASSERT_TRUE(tray.waitForItem());
+        for (const TrayRow &row : tray.menu()) {
             if (row.properties.value("label") == "Settings…")
-                item.choose(row);
+                tray.choose(row);
         }
         ASSERT_TRUE(program->waitForText("Claude Code Hooks"));
     }
@@ -43,11 +40,11 @@ protected:
         for (int turn = 0; turn < 40; ++turn) {
             const auto window = findNode(program->processId(), "filler", "Settings — Tirlo");
             const auto target = program->button(name);
-            if (!window || !target || target->y < window->y
-                || target->y + 2 * target->height < window->y + window->height)
+            if (!window || !target || target->place.top() < window->place.top()
+                || target->place.bottom() + target->place.height() < window->place.bottom())
                 break;
             // On the bare margin, where no control takes the wheel for its own.
-            movePointer(window->x + 4, window->y + window->height / 2);
+            movePointer(window->place.left() + 4, window->place.center().y());
             QProcess::execute("xdotool", {"click", "5"});
         }
         return program->clickButton(name);

@@ -14,26 +14,6 @@ namespace tirlo {
 
 namespace {
 
-/// All settings as a text that compares.
-QString summary(const AppState &state)
-{
-    QString text;
-    QDebug out(&text);
-    const auto sorted = [](const QSet<QString> &set) {
-        QStringList list(set.begin(), set.end());
-        list.sort();
-        return list;
-    };
-    out << state.soundEnabled.value() << state.soundVolume.value() << state.claudeModel.value()
-        << int(state.chatProvider.value()) << state.googleChatModel.value()
-        << state.openAIChatModel.value() << state.mainPillId.value()
-        << state.autoCloseInterval.value() << state.absenceInterval << state.greetThresholdSeconds
-        << state.hotkeyEnabled.value() << state.hotkeyFlags << state.hotkeyCode
-        << sorted(state.vercelProjectFilter) << sorted(state.n8nWorkflowFilter)
-        << sorted(state.activeIntegrations) << state.tasks.value().size();
-    return text;
-}
-
 void checkRules(const AppState &state)
 {
     REQUIRE(std::isfinite(state.soundVolume.value()) && std::isfinite(state.absenceInterval)
@@ -50,7 +30,7 @@ void checkRules(const AppState &state)
 
 /// A program that reads the file, and what it then holds; `change` is done in between.
 template<typename Change>
-QString settingsAfter(const QString &path, Change change)
+void runWith(const QString &path, Change change)
 {
     ManualQueue queue;
     FileKeyValueStore store(path, queue);
@@ -58,7 +38,6 @@ QString settingsAfter(const QString &path, Change change)
     checkRules(state);
     change(state);
     checkRules(state);
-    return summary(state);
 }
 
 } // namespace
@@ -73,28 +52,31 @@ void fuzz(const QByteArray &input)
     put(path, input);
     const QJsonDocument before = QJsonDocument::fromJson(input);
 
-    const QString first = settingsAfter(path, [](AppState &) {});
+    runWith(path, [](AppState &) {});
     const QStringList asides = QDir(folder).entryList({"*.corrupt-*"});
     REQUIRE(asides.isEmpty() == before.isObject());
     for (const QString &aside : asides)
         REQUIRE(bytesOf(folder + u'/' + aside) == input);
-    REQUIRE(settingsAfter(path, [](AppState &) {}) == first);
 
     // Each write goes down to the disk, so most inputs are only read.
     const std::uint8_t last = input.isEmpty() ? 0 : std::uint8_t(input.back());
     if (last % 4 != 0)
         return;
-    const QString set = settingsAfter(path, [&](AppState &state) {
-        const QString text = QString::fromUtf8(input.left(200));
-        state.soundEnabled = last % 8 == 0;
-        state.soundVolume = last / 255.0;
+    const QString text = QString::fromUtf8(input.left(200));
+    const QString id = PillCatalog::all()[last % PillCatalog::all().size()].id;
+    bool isActive = false;
+    runWith(path, [&](AppState &state) {
         state.claudeModel = u'x' + text;
         state.vercelProjectFilter = {text, text + u'1'};
-        state.setHotkey(std::uint32_t(last) << 24, std::uint16_t(last) << 8);
         state.setAbsenceInterval(last * 1e10);
-        state.toggleIntegration(PillCatalog::all()[last % 15].id);
+        state.toggleIntegration(id);
+        isActive = state.activeIntegrations.value().contains(id);
     });
-    REQUIRE(settingsAfter(path, [](AppState &) {}) == set);
+    runWith(path, [&](AppState &state) {
+        REQUIRE(state.claudeModel.value() == u'x' + text && state.absenceInterval == last * 1e10);
+        REQUIRE(state.vercelProjectFilter.value().contains(text));
+        REQUIRE(state.activeIntegrations.value().contains(id) == isActive);
+    });
 
     // What the program does not know stays.
     const QJsonObject after = QJsonDocument::fromJson(bytesOf(path)).object();

@@ -76,18 +76,18 @@ TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
 
 TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
 {
-    for (const QByteArray decision : {"allow", "always", "ask", "deny", "Allow"}) {
+    for (const QByteArray word : {"allow", "always", "ask", "deny"}) {
         island.setView(IslandView::approval);
         Peer peer = ask();
-        desk.sendApprovalDecision(QString::fromLatin1(decision));
-        EXPECT_EQ(answerTo(peer), lineOf(decision == "Allow" ? "deny" : decision.constData()));
+        desk.sendApprovalDecision(*fromRawText<Decision>(QString::fromLatin1(word)));
+        EXPECT_EQ(answerTo(peer), lineOf(word));
         EXPECT_FALSE(isPending());
         EXPECT_FALSE(state.isPinned);
         EXPECT_EQ(task("integration_claude").state, BotState::working);
         EXPECT_EQ(state.view.value(), IslandView::overview);
     }
     ask().close();
-    desk.sendApprovalDecision(u"deny"_s);
+    desk.sendApprovalDecision(Decision::deny);
     writers.wait();
     QCoreApplication::processEvents();
     queue.advance(120);
@@ -98,7 +98,7 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
     island.setView(IslandView::approval);
     state.tasks = QList<AgentTask>();
     state.isPinned = true;
-    desk.sendApprovalDecision(u"allow"_s);
+    desk.sendApprovalDecision(Decision::allow);
     EXPECT_FALSE(state.isPinned);
     EXPECT_EQ(state.view.value(), IslandView::empty);
 }
@@ -143,7 +143,7 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     EXPECT_TRUE(isPending());
     EXPECT_FALSE(second.isReadable());
 
-    desk.sendApprovalDecision(u"allow"_s);
+    desk.sendApprovalDecision(Decision::allow);
     EXPECT_EQ(answerTo(second), lineOf("allow"));
     EXPECT_EQ(state.focusId.value(), u"agent_foo"_s);
 }
@@ -159,7 +159,7 @@ TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
         const Peer peer = ask(codexRequest);
         EXPECT_EQ(state.focusId.value(), codex);
         meanwhile();
-        desk.sendApprovalDecision(u"deny"_s);
+        desk.sendApprovalDecision(Decision::deny);
         return state.focusId.value();
     };
     EXPECT_EQ(focusAfter(foo, [&] { state.focusId = claude; }), claude);
@@ -198,7 +198,7 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
             EXPECT_FALSE(settles(event, otherCall, "s"));
     }
     EXPECT_FALSE(settles("PreToolUse", sameCall, "s"));
-    desk.sendApprovalDecision(u"deny"_s);
+    desk.sendApprovalDecision(Decision::deny);
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
 }
 

@@ -13,8 +13,7 @@ struct ClaudeHooksTest : InstallerFixture
 
     QJsonObject hooks() const { return json(bytesOf(path))["hooks"].toObject(); }
 
-    ClaudeHooks &claude = installers.claude;
-    const QString path = paths.claudeSettingsPath();
+    const QString &path = claudePath;
 };
 
 TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
@@ -50,7 +49,6 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
     claude.uninstallHooks();
     EXPECT_FALSE(claude.hooksInstalled());
     EXPECT_EQ(hooks().keys(), QStringList({"Odd", "Other", "Stop"}));
-    EXPECT_EQ(hooks()["Stop"].toArray().size(), 2);
     EXPECT_EQ(besides(path).size(), 2) << "a removal makes no backup";
 }
 

@@ -1,6 +1,7 @@
 #include "hooks/HookServer.h"
 #include "HookFixture.h"
 #include "Peer.h"
+#include "hooks/RelayScripts.h"
 
 #include <QDir>
 
@@ -11,7 +12,7 @@ namespace {
 
 struct HookServerTest : HookFixture
 {
-    void makeServer()
+    void startServer()
     {
         server.emplace(context, paths);
         server->start();
@@ -19,9 +20,6 @@ struct HookServerTest : HookFixture
 
     std::optional<HookServer> server;
 };
-
-/// Files of ours, and what somebody put in their place.
-using HostileFilesTest = HookServerTest;
 
 qsizetype openDescriptors()
 {
@@ -36,7 +34,7 @@ mode_t modeOf(const QString &path)
 
 TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
 {
-    makeServer();
+    startServer();
     const QByteArray request = R"({"hook_event_name":"PermissionRequest","term_program":"vscode"})";
     const QByteArray event = R"({"hook_event_name":"SubagentStart","term_program":"vscode"})";
     const QByteArray foreign = R"({"hook_event_name":"PermissionRequest"})";
@@ -58,35 +56,37 @@ TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
         }
     }
     EXPECT_TRUE(eventually([&] {
-        server->sendApprovalDecision(u"allow"_s);
+        server->sendApprovalDecision(Decision::allow);
         return openDescriptors() == before;
     })) << openDescriptors()
         << " instead of " << before;
 }
 
-TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile)
+TEST_F(HookServerTest, NoUmaskOpensItsFilesAndNoLinkInTheirPlaceLeadsToAnotherFile)
 {
     const QStringList ours{paths.socketPath(), paths.hookScriptPath(), paths.relayScriptPath(),
                            paths.logFolder() + u"/qv.log"_s};
     QFile victim(home.filePath(u"victim"_s));
-    const QByteArray name = QFile::encodeName(victim.fileName());
+    const auto startBeside = [&](int (*link)(const char *, const char *), mode_t mask) {
+        server.reset();
+        QDir(home.filePath(u"Library"_s)).removeRecursively();
+        const mode_t usual = umask(mask);
+        for (const QString &path : link ? ours : QStringList()) {
+            QDir().mkpath(QFileInfo(path).path());
+            ASSERT_EQ(link(QFile::encodeName(victim.fileName()), QFile::encodeName(path)), 0);
+        }
+        startServer();
+        log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
+        ASSERT_TRUE(eventually([this] { return modeOf(paths.socketPath()) == 0600; }));
+        umask(usual);
+    };
     for (const mode_t mask : {0000, 0022, 0077}) {
         for (const auto link : {::symlink, ::link, decltype(&::link)()}) {
             SCOPED_TRACE(testing::Message() << mask << (link == ::symlink ? " symbolic" : ""));
-            QDir(home.filePath(u"Library"_s)).removeRecursively();
             ASSERT_TRUE(victim.open(QIODevice::WriteOnly | QIODevice::Truncate));
             victim.write("untouched");
             victim.close();
-            const mode_t usual = umask(mask);
-            for (const QString &path : link ? ours : QStringList()) {
-                QDir().mkpath(QFileInfo(path).path());
-                ASSERT_EQ(link(name, QFile::encodeName(path)), 0);
-            }
-            makeServer();
-            log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
-            ASSERT_TRUE(eventually([this] { return modeOf(paths.socketPath()) == 0600; }));
-            umask(usual);
-
+            startBeside(link, mask);
             ASSERT_TRUE(victim.open(QIODevice::ReadOnly));
             EXPECT_EQ(victim.readAll(), "untouched");
             victim.close();
@@ -96,20 +96,19 @@ TEST_F(HostileFilesTest, NoUmaskOpensThemAndNoLinkInTheirPlaceLeadsToAnotherFile
                 // Whoever may write above it could put another in its place.
                 EXPECT_TRUE(link || modeOf(QFileInfo(folder).path()) == mode_t(0700));
             }
-            EXPECT_EQ(modeOf(paths.hookScriptPath()), mode_t(0755));
+            for (const auto &[path, script] :
+                 {std::pair(paths.hookScriptPath(), RelayScripts::wrapper()),
+                  {paths.relayScriptPath(), RelayScripts::relay()}}) {
+                EXPECT_EQ(modeOf(path), mode_t(0755));
+                QFile file(path);
+                EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == script);
+            }
+            EXPECT_EQ(QDir(paths.supportFolder()).entryList(QDir::Files).size(), 2);
             EXPECT_EQ(modeOf(ours.last()), mode_t(0600));
-            server.reset();
         }
     }
-
-    QDir(home.filePath(u"Library"_s)).removeRecursively();
     victim.remove();
-    for (const QString &path : ours) {
-        QDir().mkpath(QFileInfo(path).path());
-        ASSERT_EQ(::symlink(name, QFile::encodeName(path)), 0);
-    }
-    makeServer();
-    log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
+    startBeside(::symlink, 0022);
     EXPECT_FALSE(victim.exists()) << "nor does a dangling link make one";
 }
 

@@ -38,6 +38,7 @@ struct HookSocketServerTest : HookFixture
     QByteArray exchange(const QByteArray &bytes)
     {
         events.clear();
+        // Nothing runs on the main thread meanwhile: however busy it is, no agent waits for it.
         const QByteArray reply = connected().send(bytes).receiveAll();
         queue.drain();
         return reply;

@@ -67,6 +67,14 @@ struct InstallerFixture : testing::Test
     Paths paths{home.path()};
     ManualQueue queue;
     HookInstallers installers{paths, queue};
+    ClaudeHooks &claude = installers.claude;
+    GuardedHooks &gemini = *installers.guarded.at(0);
+    GuardedHooks &antigravity = *installers.guarded.at(1);
+    GuardedHooks &codex = *installers.guarded.at(2);
+    const QString claudePath = home.filePath(u".claude/settings.json"_s);
+    const QString geminiPath = home.filePath(u".gemini/settings.json"_s);
+    const QString antigravityPath = home.filePath(u".gemini/config/hooks.json"_s);
+    const QString codexPath = home.filePath(u".codex/hooks.json"_s);
 };
 
 } // namespace tirlo

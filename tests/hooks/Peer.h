@@ -56,14 +56,9 @@ public:
 
     Peer &send(const QByteArray &bytes)
     {
-        qsizetype sent = 0;
-        while (sent < bytes.size()) {
-            const ssize_t count = ::send(m_socket.get(), bytes.constData() + sent,
-                                         std::size_t(bytes.size() - sent), MSG_NOSIGNAL);
-            if (count < 1)
-                break;
-            sent += count;
-        }
+        // All at once: the socket blocks until the other side has taken it or is gone.
+        static_cast<void>(
+            ::send(m_socket.get(), bytes.constData(), std::size_t(bytes.size()), MSG_NOSIGNAL));
         return *this;
     }
 

@@ -1,6 +1,5 @@
 #include "e2e/kit/Desktop.h"
 #include "e2e/kit/TrayHost.h"
-#include "e2e/kit/TrayItem.h"
 #include "platform/linux/TrayStatusItem.h"
 
 #include <QDBusArgument>
@@ -17,7 +16,6 @@ namespace {
 TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
 {
     const TrayHost host;
-    ASSERT_TRUE(host.isReady());
 
     QPixmap picture(24, 18);
     picture.fill(Qt::red);
@@ -25,10 +23,9 @@ TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
     TrayStatusItem item;
     item.show(QIcon(picture), "Tirlo",
               {{"Open", "", [&] { chosen = "open"; }}, {}, {"Quit", "Ctrl+Q", [] {}}});
-    ASSERT_TRUE(waitUntil([&] { return host.items().size() == 1; }));
+    ASSERT_TRUE(host.waitForItem());
 
-    const TrayItem trayItem(host, host.items().first());
-    const QVariantMap properties = trayItem.properties();
+    const QVariantMap properties = host.properties();
     const auto toolTip = properties.value("ToolTip").value<QDBusArgument>();
     QString iconName;
     QVariant iconPicture;
@@ -38,14 +35,14 @@ TEST(StatusItemTest, TheTrayGetsThePictureTheNameAndAMenuThatActs)
     EXPECT_EQ(title, "Tirlo");
     EXPECT_TRUE(properties.contains("IconPixmap"));
 
-    const QList<TrayRow> rows = trayItem.menu();
+    const QList<TrayRow> rows = host.menu();
     QStringList titles;
     for (const TrayRow &row : rows)
         titles << row.properties.value("label", row.properties.value("type")).toString();
     ASSERT_EQ(titles, QStringList({"Open", "separator", "Quit"}));
     EXPECT_TRUE(rows[2].properties.contains("shortcut"));
     EXPECT_FALSE(rows[0].properties.contains("shortcut"));
-    trayItem.choose(rows[0]);
+    host.choose(rows[0]);
     EXPECT_TRUE(waitUntil([&] { return chosen == "open"; }));
 }
 

@@ -10,127 +10,124 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <algorithm>
+
 namespace tirlo {
 
 namespace {
 
-/// The settings on show, in a home of their own, under real clicks.
+/// The settings on show, in a home of their own, under real clicks in one of the sections.
 struct SettingsViewTest : InstallerFixture
 {
-    void open()
+    void open(const QString &title)
     {
         view = std::make_unique<SettingsView>(installers, paths);
         view->resize(480, 720);
         view->show();
+        view->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+        goTo(title);
     }
 
-    QGroupBox *section(const QString &title) const
+    void goTo(const QString &title)
     {
-        for (QGroupBox *box : view->findChildren<QGroupBox *>()) {
-            if (box->title() == title)
-                return box;
-        }
-        return nullptr;
+        const auto boxes = view->findChildren<QGroupBox *>();
+        const auto found = std::ranges::find(boxes, title + u" Hooks"_s, &QGroupBox::title);
+        ASSERT_NE(found, boxes.end()) << title.toStdString();
+        section = *found;
     }
 
-    /// The button on show in that section; null when there is none.
-    QPushButton *button(const QString &title, const QString &name) const
+    /// The button on show in the section; null when there is none.
+    QPushButton *button(const QString &name) const
     {
-        for (QPushButton *each : section(title)->findChildren<QPushButton *>()) {
+        for (QPushButton *each : section->findChildren<QPushButton *>()) {
             if (each->accessibleName() == name && each->isVisible())
                 return each;
         }
         return nullptr;
     }
 
-    void click(const QString &title, const QString &name) const
+    /// Presses the button and expects these words in the status line, if any.
+    void click(const QString &name, const QString &status = {}) const
     {
-        ASSERT_TRUE(button(title, name)) << name.toStdString();
-        QTest::mouseClick(button(title, name), Qt::LeftButton);
+        ASSERT_TRUE(button(name)) << name.toStdString();
+        QTest::mouseClick(button(name), Qt::LeftButton);
+        EXPECT_TRUE(status.isEmpty() || shows(status)) << status.toStdString();
     }
 
-    /// The text under review in that section; "" when nothing is.
-    QString preview(const QString &title) const
+    /// The text under review in the section; "" when nothing is.
+    QString preview() const
     {
-        const auto *box = section(title)->findChild<MarkedLines *>();
+        const auto *box = section->findChild<MarkedLines *>();
         return box->isVisible() ? box->toPlainText() : QString();
     }
 
     bool shows(const QString &text) const
     {
-        for (const QLabel *label : view->findChildren<QLabel *>()) {
-            if (label->text() == text && label->isVisible())
-                return true;
-        }
-        return false;
-    }
-
-    /// Presses the button and expects these words in the status line.
-    void expectAfter(const QString &title, const QString &name, const QString &status) const
-    {
-        click(title, name);
-        EXPECT_TRUE(shows(status)) << status.toStdString();
+        return std::ranges::any_of(view->findChildren<QLabel *>(), [&](const QLabel *label) {
+            return label->text() == text && label->isVisible();
+        });
     }
 
     std::unique_ptr<SettingsView> view;
+    QGroupBox *section = nullptr;
 
-    const QString claude = u"Claude Code Hooks"_s;
+    const QString install = u"Install hooks"_s;
+    const QString uninstall = u"Uninstall"_s;
+    const QString confirm = u"Confirm & write"_s;
     const QString review = u"Review the JSON below before confirming."_s;
 };
 
 TEST_F(SettingsViewTest, ClaudeCodeIsWiredAfterAReviewAndUnwired)
 {
-    const QString path = paths.claudeSettingsPath();
-    put(path, "{\"model\":\"x\"}");
-    open();
+    put(claudePath, "{\"model\":\"x\"}");
+    open(u"Claude Code"_s);
     EXPECT_TRUE(shows(u"qv-hook : "_s + paths.hookScriptPath()));
-    expectAfter(claude, u"Install hooks"_s, review);
-    const QString reviewed = preview(claude);
+    click(install, review);
+    const QString reviewed = preview();
     EXPECT_TRUE(reviewed.contains(uR"("model": "x")"_s));
-    click(claude, u"Cancel"_s);
-    EXPECT_EQ(preview(claude), QString());
-    EXPECT_EQ(bytesOf(path), "{\"model\":\"x\"}");
+    click(u"Cancel"_s);
+    EXPECT_EQ(preview(), QString());
+    EXPECT_EQ(bytesOf(claudePath), "{\"model\":\"x\"}");
 
-    click(claude, u"Install hooks"_s);
-    expectAfter(claude, u"Confirm & write"_s, u"✓ Hooks installed in ~/.claude/settings.json"_s);
-    EXPECT_EQ(bytesOf(path), reviewed.toUtf8());
-    EXPECT_EQ(preview(claude), QString());
-    click(claude, u"Install hooks"_s);
-    expectAfter(claude, u"Uninstall"_s, u"✓ Hooks removed."_s);
-    EXPECT_FALSE(bytesOf(path).contains("qv-hook"));
-    EXPECT_EQ(preview(claude), QString()) << "a confirmation would put them back";
+    click(install);
+    click(confirm, u"✓ Hooks installed in ~/.claude/settings.json"_s);
+    EXPECT_EQ(bytesOf(claudePath), reviewed.toUtf8());
+    EXPECT_EQ(preview(), QString());
+    click(install);
+    click(uninstall, u"✓ Hooks removed."_s);
+    EXPECT_FALSE(bytesOf(claudePath).contains("qv-hook"));
+    EXPECT_EQ(preview(), QString()) << "a confirmation would put them back";
 
     // A folder in the file's place, after the review and before it.
-    click(claude, u"Install hooks"_s);
-    QFile::remove(path);
-    QDir().mkpath(path);
+    click(install);
+    QFile::remove(claudePath);
+    QDir().mkpath(claudePath);
     const QString refusal
         = u"❌ Write error: ~/.claude/settings.json cannot be read — Tirlo has not touched it."_s;
-    expectAfter(claude, u"Confirm & write"_s, refusal);
-    EXPECT_NE(preview(claude), QString());
-    expectAfter(claude, u"Install hooks"_s, refusal);
-    EXPECT_EQ(preview(claude), QString());
+    click(confirm, refusal);
+    EXPECT_NE(preview(), QString());
+    click(install, refusal);
+    EXPECT_EQ(preview(), QString());
 }
 
 TEST_F(SettingsViewTest, AnOutdatedInstallationOffersAnUpdateInstead)
 {
     const QString warning = u"Hook timeout outdated — update to fix approvals"_s;
-    put(paths.claudeSettingsPath(),
+    const QString update = u"Update hooks"_s;
+    put(claudePath,
         R"({"hooks":{"PermissionRequest":[{"hooks":[{"command":"Skerry","timeout":60}]}]}})");
-    open();
-    view->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+    open(u"Claude Code"_s);
     EXPECT_TRUE(shows(warning));
-    EXPECT_FALSE(button(claude, u"Install hooks"_s));
-    EXPECT_FALSE(button(claude, u"Uninstall"_s));
-    click(claude, u"Update hooks"_s);
-    click(claude, u"Cancel"_s);
-    EXPECT_EQ(QApplication::focusWidget(), button(claude, u"Update hooks"_s));
-    click(claude, u"Update hooks"_s);
-    click(claude, u"Confirm & write"_s);
+    EXPECT_FALSE(button(install) || button(uninstall));
+    click(update);
+    click(u"Cancel"_s);
+    EXPECT_EQ(QApplication::focusWidget(), button(update));
+    click(update);
+    click(confirm);
     EXPECT_FALSE(shows(warning));
-    ASSERT_TRUE(button(claude, u"Install hooks"_s));
-    EXPECT_TRUE(button(claude, u"Install hooks"_s)->hasFocus()) << "the other button is gone";
+    ASSERT_TRUE(button(install));
+    EXPECT_TRUE(button(install)->hasFocus()) << "the other button is gone";
 }
 
 TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
@@ -144,49 +141,43 @@ TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
         QString installed = u"✓ %1 hooks installed in %2"_s.arg(name, label);
     };
     const Row rows[]{
-        {u"Gemini CLI"_s, paths.geminiSettingsPath(), u"~/.gemini/settings.json"_s},
-        {u"Antigravity"_s, paths.antigravityHooksPath(), u"~/.gemini/config/hooks.json"_s},
-        {u"Codex"_s, paths.codexHooksPath(), u"~/.codex/hooks.json"_s,
+        {u"Gemini CLI"_s, geminiPath, u"~/.gemini/settings.json"_s},
+        {u"Antigravity"_s, antigravityPath, u"~/.gemini/config/hooks.json"_s},
+        {u"Codex"_s, codexPath, u"~/.codex/hooks.json"_s,
          u"Hooks installed — open Codex and run /hooks or open Hooks in the app's settings to trust them"_s,
          u"✓ Codex hooks installed — run /hooks in Codex or open Hooks in the app's settings to trust them."_s},
     };
-    for (const Row &row : rows) {
-        open();
-        const QString title = row.name + u" Hooks"_s;
-        EXPECT_TRUE(shows(row.label));
-        expectAfter(title, u"Uninstall"_s, u"No %1 hooks to remove."_s.arg(row.name));
-        EXPECT_EQ(preview(title), QString());
-        expectAfter(title, u"Install hooks"_s, review);
-        expectAfter(title, u"Confirm & write"_s, row.installed);
-        EXPECT_TRUE(shows(row.hint));
+    for (const auto &[name, path, label, hint, installed] : rows) {
+        open(name);
+        EXPECT_TRUE(shows(label));
+        click(uninstall, u"No %1 hooks to remove."_s.arg(name));
+        EXPECT_EQ(preview(), QString());
+        click(install, review);
+        click(confirm, installed);
+        EXPECT_TRUE(shows(hint));
 
         queue.advance(1);
-        click(title, u"Uninstall"_s);
-        EXPECT_EQ(preview(title), u"{}"_s);
-        put(row.path, bytesOf(row.path) + ' ');
-        expectAfter(
-            title, u"Confirm & write"_s,
-            u"❌ Write error: %1 changed since preview. Refresh and try again."_s.arg(row.label));
-        EXPECT_EQ(preview(title), u"{}"_s) << "a failure leaves the preview open";
-        click(title, u"Uninstall"_s);
-        expectAfter(title, u"Confirm & write"_s, u"✓ %1 hooks removed."_s.arg(row.name));
-        EXPECT_TRUE(shows(row.label));
+        click(uninstall);
+        put(path, bytesOf(path) + ' ');
+        click(confirm,
+              u"❌ Write error: %1 changed since preview. Refresh and try again."_s.arg(label));
+        EXPECT_EQ(preview(), u"{}"_s) << "a failure leaves the preview open";
+        click(uninstall);
+        click(confirm, u"✓ %1 hooks removed."_s.arg(name));
+        EXPECT_TRUE(shows(label));
 
-        put(row.path, "{");
-        expectAfter(title, u"Install hooks"_s,
-                    u"❌ %1 is not valid JSON — Tirlo has not touched it."_s.arg(row.label));
-        EXPECT_EQ(preview(title), QString());
+        put(path, "{");
+        click(install, u"❌ %1 is not valid JSON — Tirlo has not touched it."_s.arg(label));
+        EXPECT_EQ(preview(), QString());
     }
 }
 
 TEST_F(SettingsViewTest, ThePreviewMarksTheChangesAndListsWhatGoes)
 {
-    put(paths.codexHooksPath(),
-        R"({"other":[1,2],"hooks":{"Stop":[{"hooks":[{"command":"old/qv-hook"}]}]}})");
-    open();
-    const QString title = u"Codex Hooks"_s;
-    click(title, u"Install hooks"_s);
-    const auto boxes = section(title)->findChildren<MarkedLines *>();
+    put(codexPath, R"({"other":[1,2],"hooks":{"Stop":[{"hooks":[{"command":"old/qv-hook"}]}]}})");
+    open(u"Codex"_s);
+    click(install);
+    const auto boxes = section->findChildren<MarkedLines *>();
     ASSERT_EQ(boxes.size(), 2);
     EXPECT_EQ(boxes[0]->accessibleName(), u"New content of ~/.codex/hooks.json"_s);
     EXPECT_EQ(boxes[1]->accessibleName(), u"Removed lines"_s);
@@ -200,26 +191,24 @@ TEST_F(SettingsViewTest, ThePreviewMarksTheChangesAndListsWhatGoes)
 
 TEST_F(SettingsViewTest, TheKeyboardReachesAndWorksEverything)
 {
-    open();
-    view->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
-    const auto focused = [&] { return QApplication::focusWidget(); };
-    button(claude, u"Install hooks"_s)->setFocus();
+    open(u"Claude Code"_s);
+    const auto focused = [] { return QApplication::focusWidget(); };
+    button(install)->setFocus();
     QTest::keyClick(focused(), Qt::Key_Return);
-    EXPECT_EQ(focused(), section(claude)->findChild<MarkedLines *>()) << "it is to be read first";
-    QTest::keyClick(focused(), Qt::Key_Tab);
-    EXPECT_EQ(focused(), button(claude, u"Confirm & write"_s));
-    QTest::keyClick(focused(), Qt::Key_Tab);
-    EXPECT_EQ(focused(), button(claude, u"Cancel"_s));
+    EXPECT_EQ(focused(), section->findChild<MarkedLines *>()) << "it is to be read first";
+    for (const QString &name : {confirm, u"Cancel"_s}) {
+        QTest::keyClick(focused(), Qt::Key_Tab);
+        EXPECT_EQ(focused(), button(name));
+    }
     QTest::keyClick(focused(), Qt::Key_Space);
-    EXPECT_EQ(focused(), button(claude, u"Install hooks"_s)) << "the keyboard is not lost";
+    EXPECT_EQ(focused(), button(install)) << "the keyboard is not lost";
 
     for (const QPushButton *each : view->findChildren<QPushButton *>())
         EXPECT_FALSE(each->accessibleName().isEmpty() || each->accessibleDescription().isEmpty());
     for (const char *title : {"Claude Code", "Gemini CLI", "Antigravity", "Codex"}) {
-        for (const char *name : {"Install hooks", "Uninstall"}) {
-            EXPECT_EQ(focused(),
-                      button(QString::fromLatin1(title) + u" Hooks"_s, QString::fromLatin1(name)));
+        goTo(QString::fromLatin1(title));
+        for (const QString &name : {install, uninstall}) {
+            EXPECT_EQ(focused(), button(name)) << title;
             QTest::keyClick(focused(), Qt::Key_Tab);
         }
     }

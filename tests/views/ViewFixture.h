@@ -154,7 +154,7 @@ protected:
     QList<ChatProvider> providers;
     std::function<void()> onCapture = [] {};
     IslandActions actions{
-        .sendApprovalDecision = [this](const QString &decision) { decisions.append(decision); },
+        .sendApprovalDecision = [this](Decision decision) { decisions.append(rawText(decision)); },
         .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
     std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(

@@ -29,7 +29,7 @@ bool fail(const char *what)
 
 Demo::Demo(const QString &binary, QString pictures)
     : m_program(binary)
-    , m_agent(m_program.hookScript(), "demo-session", "/home/you/lighthouse")
+    , m_agent{m_program.hookScript(), "demo-session", "/home/you/lighthouse"}
     , m_pictures(std::move(pictures))
 {
     QDir().mkpath(m_pictures);
@@ -123,7 +123,7 @@ bool Demo::pressAllow() const
     const auto allow = e2e::findNode(m_program.processId(), "push button", "Allow");
     if (!allow)
         return false;
-    e2e::clickAt(allow->x + allow->width / 2, allow->y + allow->height / 2);
+    e2e::clickAt(allow->place.center().x(), allow->place.center().y());
     return true;
 }
 

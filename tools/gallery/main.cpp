@@ -68,7 +68,7 @@ private:
     MemoryStore m_settings;
     Notifications m_notifications;
     SilentSoundEngine m_sounds;
-    const IslandActions m_actions{.sendApprovalDecision = [](const QString &) {},
+    const IslandActions m_actions{.sendApprovalDecision = [](Decision) {},
                                   .switchChatProvider = [](ChatProvider) {}};
 
 public:

@@ -1,7 +1,5 @@
 #include "BlockHooks.h"
 
-#include "core/Paths.h"
-
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
@@ -11,12 +9,6 @@ namespace {
 const QString blockKey = u"tirlo"_s;
 
 } // namespace
-
-BlockHooks::BlockHooks(const Paths &paths, const MainQueue &clock)
-    : GuardedHooks(u"Antigravity"_s, paths, paths.antigravityHooksPath(), HookTables::antigravity,
-                   clock)
-{
-}
 
 JsonObject BlockHooks::withHooks(JsonObject settings) const
 {

@@ -4,11 +4,11 @@
 
 namespace tirlo {
 
-/// The installer for Antigravity, in whose file all that is ours stands in one block of its own.
+/// The installer for an agent in whose file all that is ours stands in one block of its own.
 class BlockHooks final : public GuardedHooks
 {
 public:
-    BlockHooks(const Paths &paths, const MainQueue &clock);
+    using GuardedHooks::GuardedHooks;
 
 protected:
     [[nodiscard]] JsonObject withHooks(JsonObject settings) const override;

@@ -2,7 +2,6 @@
 
 #include "HookEntries.h"
 #include "HookError.h"
-#include "core/Paths.h"
 
 #include <algorithm>
 
@@ -44,8 +43,7 @@ bool givesUpEarly(const JsonObject &entry)
 } // namespace
 
 ClaudeHooks::ClaudeHooks(const Paths &paths, const MainQueue &clock)
-    : HookInstaller(paths, paths.claudeSettingsPath(), HookTables::claude, JsonSlashes::escaped,
-                    clock)
+    : HookInstaller(paths, HookTables::of(AgentId::claudeCode), JsonSlashes::escaped, clock)
 {
 }
 

@@ -2,16 +2,12 @@
 
 #include "HookError.h"
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
-GuardedHooks::GuardedHooks(QString name, const Paths &paths, const QString &path,
-                           const HookTable &table, const MainQueue &clock)
-    : HookInstaller(paths, path, table, JsonSlashes::plain, clock)
-    , m_name(std::move(name))
+GuardedHooks::GuardedHooks(const Paths &paths, const HookTable &table, const MainQueue &clock)
+    : HookInstaller(paths, table, JsonSlashes::plain, clock)
 {
 }
 
@@ -20,7 +16,8 @@ HookChange GuardedHooks::previewHooks(bool install)
     // What can't be previewed leaves nothing of an earlier preview to confirm.
     cancel();
     if (!install && !file().exists())
-        throw HookError(u"No %1 hooks to remove."_s.arg(m_name), HookError::Domain::tirloNoop);
+        throw HookError(u"No %1 hooks to remove."_s.arg(agent().name),
+                        HookError::Domain::tirloNoop);
     const AgentFile::Contents present = file().strictReadJSONObject();
     const JsonObject settings = present.object.value_or(JsonObject());
     return keepPending(present, install ? withHooks(settings) : withoutHooks(settings));

@@ -10,9 +10,9 @@
 
 namespace tirlo {
 
-HookInstaller::HookInstaller(const Paths &paths, const QString &path, const HookTable &table,
-                             JsonSlashes slashes, const MainQueue &clock)
-    : m_file(paths, path)
+HookInstaller::HookInstaller(const Paths &paths, const HookTable &table, JsonSlashes slashes,
+                             const MainQueue &clock)
+    : m_file(paths, paths.agentSettingsPath(AgentCatalog::definition(table.agent)))
     , m_table(table)
     , m_scriptPath(paths.hookScriptPath())
     , m_slashes(slashes)

@@ -43,13 +43,18 @@ public:
     /// Drops what was previewed.
     void cancel() { m_pending.reset(); }
 
+    [[nodiscard]] const AgentDefinition &agent() const
+    {
+        return AgentCatalog::definition(m_table.agent);
+    }
+
     /// The path as the user writes it, such as "~/.codex/hooks.json".
     [[nodiscard]] QString label() const { return m_file.label(); }
 
 protected:
-    /// The installer of the table's hooks in the file at that path; table and clock outlive it.
-    HookInstaller(const Paths &paths, const QString &path, const HookTable &table,
-                  JsonSlashes slashes, const MainQueue &clock);
+    /// The installer of the table's hooks in its agent's file; table and clock outlive it.
+    HookInstaller(const Paths &paths, const HookTable &table, JsonSlashes slashes,
+                  const MainQueue &clock);
 
     /// Whether the settings of the agent hold hooks of ours.
     [[nodiscard]] virtual bool holdsHooks(const JsonObject &settings) const = 0;
@@ -65,7 +70,6 @@ protected:
                                          const JsonObject &settings);
 
     [[nodiscard]] const AgentFile &file() const { return m_file; }
-    [[nodiscard]] const HookTable &table() const { return m_table; }
     [[nodiscard]] std::vector<HookGroup> groups() const;
     /// What tells the content of a file from any other.
     [[nodiscard]] static QByteArray fingerprintOf(const QByteArray &bytes);

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "BlockHooks.h"
 #include "ClaudeHooks.h"
-#include "ListedHooks.h"
+#include "GuardedHooks.h"
+
+#include <memory>
+#include <vector>
 
 namespace tirlo {
 
@@ -13,15 +15,9 @@ public:
     /// Installers for the files under the home directory of `paths`; the clock outlives them.
     HookInstallers(const Paths &paths, const MainQueue &clock);
 
-    /// Whether the hooks are installed for the agent whose pill this is, such as "agent_codex".
-    ///
-    /// Reads the agent's file anew; false for a pill without hooks.
-    [[nodiscard]] bool hooksInstalled(const QString &pillId) const;
-
     ClaudeHooks claude;
-    ListedHooks gemini;
-    BlockHooks antigravity;
-    ListedHooks codex;
+    /// Those of all other agents, in the order in which they are offered.
+    std::vector<std::unique_ptr<GuardedHooks>> guarded;
 };
 
 } // namespace tirlo

@@ -1,5 +1,8 @@
 #include "HookTables.h"
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
@@ -52,6 +55,23 @@ constexpr HookRow codexRows[]{
     {"SessionEnd", 3},
 };
 
+constexpr std::array tables{
+    HookTable{AgentId::claudeCode, HookForm::unguardedLists, claudeRows},
+    HookTable{AgentId::gemini, HookForm::lists, geminiRows},
+    HookTable{AgentId::antigravity, HookForm::block, antigravityRows},
+    HookTable{AgentId::codex, HookForm::lists, codexRows},
+};
+
+/// True when every agent with a settings file has one table, and no other agent any.
+constexpr bool areComplete()
+{
+    return std::ranges::all_of(AgentCatalog::all, [](const AgentDefinition &agent) {
+        return std::ranges::count(tables, agent.id, &HookTable::agent)
+            == (agent.settingsPath.isEmpty() ? 0 : 1);
+    });
+}
+static_assert(areComplete());
+
 /// The script's path as one word of a shell's command line, whatever the home is called.
 QString quoted(const QString &scriptPath)
 {
@@ -66,7 +86,7 @@ QString quoted(const QString &scriptPath)
 
 QString commandOf(const HookTable &table, const HookRow &row, const QString &scriptPath)
 {
-    const QString tag = QString::fromLatin1(table.tag);
+    const QString tag = AgentCatalog::definition(table.agent).tag;
     if (tag.isEmpty())
         return quoted(scriptPath);
     const QString command = u"/bin/sh "_s + quoted(scriptPath) + u" --agent "_s + tag;
@@ -83,10 +103,15 @@ void insertText(JsonObject &object, const QString &key, const char *text)
 
 } // namespace
 
-constinit const HookTable HookTables::claude{"", claudeRows};
-constinit const HookTable HookTables::gemini{"gemini", geminiRows};
-constinit const HookTable HookTables::antigravity{"antigravity", antigravityRows};
-constinit const HookTable HookTables::codex{"codex", codexRows};
+std::span<const HookTable> HookTables::all()
+{
+    return tables;
+}
+
+const HookTable &HookTables::of(AgentId agent)
+{
+    return *std::ranges::find(tables, agent, &HookTable::agent);
+}
 
 std::vector<HookGroup> HookTables::groupsOf(const HookTable &table, const QString &scriptPath)
 {

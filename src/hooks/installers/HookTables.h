@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/AgentCatalog.h"
 #include "core/json/JsonNode.h"
 
 #include <QString>
@@ -22,11 +23,21 @@ struct HookRow
     const char *statusMessage = "";
 };
 
+/// How an agent's file keeps hooks.
+enum class HookForm {
+    /// Lists by event under "hooks", in a file that is replaced when it's broken.
+    unguardedLists,
+    /// The same in a file that is left alone when it's not understood.
+    lists,
+    /// All that is ours in one block of its own.
+    block,
+};
+
 /// What wires one agent to the hook script.
 struct HookTable
 {
-    /// What the command lines tell the script of the agent; "" when they are the script alone.
-    const char *tag;
+    AgentId agent;
+    HookForm form;
     std::span<const HookRow> rows;
 };
 
@@ -38,13 +49,14 @@ struct HookGroup
     JsonObject group;
 };
 
-/// The tables of all agents.
+/// The tables of all agents that have a settings file.
 namespace HookTables {
 
-extern const HookTable claude;
-extern const HookTable gemini;
-extern const HookTable antigravity;
-extern const HookTable codex;
+/// All tables, in the order in which the agents are offered.
+[[nodiscard]] std::span<const HookTable> all();
+
+/// The table of an agent that has a settings file.
+[[nodiscard]] const HookTable &of(AgentId agent);
 
 /// The groups of a table, one an event, which run the script of that path.
 [[nodiscard]] std::vector<HookGroup> groupsOf(const HookTable &table, const QString &scriptPath);

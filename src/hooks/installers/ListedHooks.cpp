@@ -2,23 +2,12 @@
 
 #include "HookEntries.h"
 #include "HookError.h"
-#include "core/Paths.h"
 
 using namespace Qt::StringLiterals;
 
 namespace tirlo {
 
 using HookEntries::hooksKey;
-
-ListedHooks ListedHooks::gemini(const Paths &paths, const MainQueue &clock)
-{
-    return {u"Gemini CLI"_s, paths, paths.geminiSettingsPath(), HookTables::gemini, clock};
-}
-
-ListedHooks ListedHooks::codex(const Paths &paths, const MainQueue &clock)
-{
-    return {u"Codex"_s, paths, paths.codexHooksPath(), HookTables::codex, clock};
-}
 
 JsonObject ListedHooks::withHooks(JsonObject settings) const
 {
@@ -48,7 +37,7 @@ JsonObject ListedHooks::withoutHooks(JsonObject settings) const
 
 bool ListedHooks::holdsHooks(const JsonObject &settings) const
 {
-    const QString tag = u"--agent "_s + QString::fromLatin1(table().tag);
+    const QString tag = u"--agent "_s + agent().tag;
     const auto isOurs = [&](const JsonObject &entry) {
         const QString command = HookEntries::commandOf(entry);
         return command.contains(u"qv-hook"_s) && command.contains(tag);

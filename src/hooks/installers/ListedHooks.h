@@ -8,8 +8,7 @@ namespace tirlo {
 class ListedHooks final : public GuardedHooks
 {
 public:
-    [[nodiscard]] static ListedHooks gemini(const Paths &paths, const MainQueue &clock);
-    [[nodiscard]] static ListedHooks codex(const Paths &paths, const MainQueue &clock);
+    using GuardedHooks::GuardedHooks;
 
 protected:
     [[nodiscard]] JsonObject withHooks(JsonObject settings) const override;
@@ -17,8 +16,6 @@ protected:
     [[nodiscard]] bool holdsHooks(const JsonObject &settings) const override;
 
 private:
-    using GuardedHooks::GuardedHooks;
-
     /// The object under "hooks", empty if there is none; throws a HookError if it is no object.
     [[nodiscard]] JsonObject hooksOf(const JsonObject &settings) const;
     [[noreturn]] void throwUnexpectedType(const QString &member) const;

@@ -1,5 +1,6 @@
 #include "ApprovalView.h"
 
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "platform/MainQueue.h"
 #include "ui/CodeBlock.h"
@@ -9,6 +10,7 @@
 #include "views/CardMetrics.h"
 #include "views/overview/AgentWho.h"
 
+#include <optional>
 #include <utility>
 
 namespace tirlo {
@@ -22,8 +24,12 @@ constexpr int opticalLift = 3;
 /// A click on its way to one request must not answer the next, which has just taken its place.
 constexpr double settleSeconds = 0.4;
 
-/// This agent keeps no standing approvals.
-const QString withoutStandingApproval = QStringLiteral("agent_codex");
+/// Whether the request may be allowed for good; so it looks too while there is none.
+bool offersAlways(const std::optional<ApprovalInfo> &request)
+{
+    const AgentDefinition *agent = request ? AgentCatalog::ofPill(request->pillId) : nullptr;
+    return !agent || agent->keepsStandingApprovals;
+}
 
 } // namespace
 
@@ -34,22 +40,22 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     , m_command(new CodeBlock)
     , m_hasRequest(context.state.pendingApproval.value().has_value())
 {
-    const auto decide = [this, &actions = context.actions](const char *decision) {
+    const auto decide = [this, &actions = context.actions](Decision decision) {
         return [this, &actions, decision] {
             if (m_queue.mediaTime() >= m_settledAt)
-                actions.sendApprovalDecision(QString::fromLatin1(decision));
+                actions.sendApprovalDecision(decision);
         };
     };
-    m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide("always"));
+    m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide(Decision::always));
 
     CardColumn::fill(
         this, CardMetrics::contentLeft,
         {{0, new AgentWho(m_state, QStringLiteral("needs permission"))},
          {headSpacing, m_command},
          {buttonSpacing,
-          CardColumn::controls({new SecondaryButton(QStringLiteral("Deny"), {}, decide("deny")),
-                                m_always,
-                                new PrimaryButton(QStringLiteral("Allow"), {}, decide("allow"))})}},
+          CardColumn::controls(
+              {new SecondaryButton(QStringLiteral("Deny"), {}, decide(Decision::deny)), m_always,
+               new PrimaryButton(QStringLiteral("Allow"), {}, decide(Decision::allow))})}},
         opticalLift);
 
     updateRequest();
@@ -65,7 +71,7 @@ void ApprovalView::updateRequest()
 {
     const auto &request = m_state.pendingApproval.value();
     m_command->setLine(request ? request->command : QString());
-    m_always->setVisible(!request || request->pillId != withoutStandingApproval);
+    m_always->setVisible(offersAlways(request));
 }
 
 } // namespace tirlo

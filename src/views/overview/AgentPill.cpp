@@ -1,6 +1,7 @@
 #include "AgentPill.h"
 
 #include "PillBadgeView.h"
+#include "core/AgentCatalog.h"
 #include "mascot/MiniBotCanvasView.h"
 #include "ui/Bands.h"
 #include "ui/Color.h"
@@ -47,11 +48,11 @@ constexpr double hoveredNameLight = 0.3;
 /// How far the pill stays raised while it is pressed.
 constexpr double pressedHover = 0.5;
 
-const QString editorPillId = QStringLiteral("integration_claude");
-
 QString shownName(const AgentTask &task)
 {
-    return task.id == editorPillId ? QStringLiteral("VS Code") : task.name;
+    // The editor's own name, whatever the project in it.
+    const PillDefinition &editor = AgentCatalog::definition(AgentId::claudeCode).pill;
+    return task.id == editor.id ? editor.name : task.name;
 }
 
 /// Adds the amount, 0 to 1, to every colour of the picture.

@@ -1,9 +1,9 @@
 #include "AgentTargets.h"
 
 #include "TerminalRule.h"
+#include "core/AgentCatalog.h"
 #include "core/KeychainStore.h"
 #include "core/model/AgentTask.h"
-#include "core/PillCatalog.h"
 #include "core/WebUrl.h"
 #include "platform/Applications.h"
 
@@ -27,9 +27,8 @@ struct Target
 
 constexpr QLatin1String n8nPillId("integration_n8n");
 
+/// Those of the tools that are no agents.
 constexpr std::array targets{
-    Target{QLatin1String("integration_claude"), Kind::application,
-           QLatin1String("com.microsoft.VSCode")},
     Target{QLatin1String("integration_resend"), Kind::webPage,
            QLatin1String("https://resend.com/emails")},
     Target{QLatin1String("integration_vercel"), Kind::webPage,
@@ -42,11 +41,6 @@ constexpr std::array targets{
            QLatin1String("https://www.notion.so")},
     Target{QLatin1String("integration_calcom"), Kind::webPage,
            QLatin1String("https://app.cal.com/bookings")},
-    Target{QLatin1String("agent_cursor"), Kind::application,
-           QLatin1String("com.todesktop.230313mzl4w4u92")},
-    Target{QLatin1String("agent_codex"), Kind::application, QLatin1String("com.openai.codex")},
-    Target{QLatin1String("agent_gemini"), Kind::terminal},
-    Target{QLatin1String("agent_antigravity"), Kind::terminal},
     Target{.id = QLatin1String("ai_anthropic"),
            .kind = Kind::chat,
            .provider = ChatProvider::anthropic},
@@ -56,6 +50,10 @@ constexpr std::array targets{
 
 Target targetOf(const AgentTask &task)
 {
+    if (const AgentDefinition *agent = AgentCatalog::ofPill(task.id)) {
+        const Kind kind = agent->application.isEmpty() ? Kind::terminal : Kind::application;
+        return {agent->pill.id, kind, agent->application};
+    }
     const auto found = std::ranges::find(targets, task.id, &Target::id);
     if (found != targets.end())
         return *found;

@@ -2,6 +2,7 @@
 
 #include <atspi/atspi.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -9,61 +10,48 @@ namespace tirlo::e2e {
 
 namespace {
 
-struct Unref
+struct Release
 {
     void operator()(void *object) const { g_object_unref(object); }
+    void operator()(char *text) const { g_free(text); }
+    void operator()(AtspiRect *rect) const { g_free(rect); }
 };
 
-using Accessible = std::unique_ptr<AtspiAccessible, Unref>;
+template<typename T>
+using Owned = std::unique_ptr<T, Release>;
 
 std::string takeText(char *text)
 {
-    std::string copy = text ? text : "";
-    g_free(text);
-    return copy;
-}
-
-bool hasState(AtspiAccessible *node, AtspiStateType state)
-{
-    const std::unique_ptr<AtspiStateSet, Unref> states(atspi_accessible_get_state_set(node));
-    return states && atspi_state_set_contains(states.get(), state);
+    const Owned<char> owned(text);
+    return text ? text : "";
 }
 
 void forEachChild(AtspiAccessible *parent, const std::function<void(AtspiAccessible *)> &visit)
 {
     const int count = atspi_accessible_get_child_count(parent, nullptr);
     for (int i = 0; i < count; ++i) {
-        if (const Accessible child{atspi_accessible_get_child_at_index(parent, i, nullptr)})
-            visit(child.get());
+        const Owned<AtspiAccessible> child(atspi_accessible_get_child_at_index(parent, i, nullptr));
+        if (!child)
+            continue;
+        atspi_accessible_clear_cache(child.get());
+        visit(child.get());
     }
-}
-
-AccessibleNode describe(AtspiAccessible *node)
-{
-    AccessibleNode described;
-    described.name = takeText(atspi_accessible_get_name(node, nullptr));
-    described.role = takeText(atspi_accessible_get_role_name(node, nullptr));
-    AtspiComponent *component = atspi_accessible_get_component_iface(node);
-    if (!component)
-        return described;
-    if (AtspiRect *rect
-        = atspi_component_get_extents(component, ATSPI_COORD_TYPE_SCREEN, nullptr)) {
-        described.x = rect->x;
-        described.y = rect->y;
-        described.width = rect->width;
-        described.height = rect->height;
-        g_free(rect);
-    }
-    g_object_unref(component);
-    return described;
 }
 
 void collect(AtspiAccessible *node, std::vector<AccessibleNode> &nodes)
 {
-    atspi_accessible_clear_cache(node);
-    if (!hasState(node, ATSPI_STATE_SHOWING))
+    const Owned<AtspiStateSet> states(atspi_accessible_get_state_set(node));
+    if (!states || !atspi_state_set_contains(states.get(), ATSPI_STATE_SHOWING))
         return;
-    nodes.push_back(describe(node));
+    AccessibleNode described{takeText(atspi_accessible_get_name(node, nullptr)),
+                             takeText(atspi_accessible_get_role_name(node, nullptr)),
+                             {}};
+    const Owned<AtspiComponent> component(atspi_accessible_get_component_iface(node));
+    if (const Owned<AtspiRect> rect{component ? atspi_component_get_extents(
+                                        component.get(), ATSPI_COORD_TYPE_SCREEN, nullptr)
+                                              : nullptr})
+        described.place = {rect->x, rect->y, rect->width, rect->height};
+    nodes.push_back(described);
     forEachChild(node, [&](AtspiAccessible *child) { collect(child, nodes); });
 }
 
@@ -73,16 +61,14 @@ std::vector<AccessibleNode> visibleNodes(long processId)
 {
     static const bool ready = atspi_init() <= 1;
     std::vector<AccessibleNode> nodes;
-    const Accessible desktop{ready ? atspi_get_desktop(0) : nullptr};
+    const Owned<AtspiAccessible> desktop(ready ? atspi_get_desktop(0) : nullptr);
     if (!desktop)
         return nodes;
     atspi_accessible_clear_cache(desktop.get());
     forEachChild(desktop.get(), [&](AtspiAccessible *application) {
-        if (long(atspi_accessible_get_process_id(application, nullptr)) != processId)
-            return;
         // The application itself is never "showing"; its windows are.
-        atspi_accessible_clear_cache(application);
-        forEachChild(application, [&](AtspiAccessible *window) { collect(window, nodes); });
+        if (long(atspi_accessible_get_process_id(application, nullptr)) == processId)
+            forEachChild(application, [&](AtspiAccessible *window) { collect(window, nodes); });
     });
     return nodes;
 }
@@ -99,11 +85,9 @@ std::optional<AccessibleNode> findNode(long processId, const std::string &role,
 
 bool showsText(long processId, const std::string &text)
 {
-    for (const AccessibleNode &node : visibleNodes(processId)) {
-        if (node.name.find(text) != std::string::npos)
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(visibleNodes(processId), [&](const AccessibleNode &node) {
+        return node.name.find(text) != std::string::npos;
+    });
 }
 
 } // namespace tirlo::e2e

@@ -1,21 +1,21 @@
 #pragma once
 
+#include <QRect>
+
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tirlo::e2e {
 
-/// One control as the accessibility bus tells of it; the rectangle is in screen pixels.
+/// One control as the accessibility bus tells of it.
 struct AccessibleNode
 {
     std::string name;
     /// The role's name as the bus spells it, such as "push button" or "label".
     std::string role;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
+    /// In screen pixels.
+    QRect place;
 };
 
 /// All controls on show of the application with this process id; empty when the bus has none.

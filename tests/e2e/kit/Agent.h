@@ -6,7 +6,6 @@
 
 #include <csignal>
 #include <memory>
-#include <utility>
 
 #include <unistd.h>
 
@@ -62,32 +61,26 @@ private:
 };
 
 /// A scripted agent: fills in the session and the folder, and runs its hooks.
-class Agent
+struct Agent
 {
-public:
-    /// `tag` is what the hook line passes as --agent; empty passes none.
-    Agent(QString script, QString session, QString folder, QString tag = {},
-          QString terminalProgram = "vscode")
-        : m_script(std::move(script))
-        , m_session(std::move(session))
-        , m_folder(std::move(folder))
-        , m_tag(std::move(tag))
-        , m_terminalProgram(std::move(terminalProgram))
-    {
-    }
+    QString script;
+    QString session;
+    QString folder;
+    /// What the hook line passes as --agent; empty passes none.
+    QString tag = {};
+    QString terminalProgram = "vscode";
 
     /// Runs the hook for the event and returns at once.
     [[nodiscard]] std::unique_ptr<HookRun> start(const QString &event,
                                                  QJsonObject members = {}) const
     {
         members.insert("hook_event_name", event);
-        members.insert("session_id", m_session);
-        members.insert("cwd", m_folder);
-        const QStringList arguments
-            = m_tag.isEmpty() ? QStringList() : QStringList{"--agent", m_tag};
+        members.insert("session_id", session);
+        members.insert("cwd", folder);
         // The script finds the socket under the home that it was installed in.
-        return std::make_unique<HookRun>(m_script.section("/Library/", 0, 0), m_script, arguments,
-                                         m_terminalProgram, members);
+        return std::make_unique<HookRun>(
+            script.section("/Library/", 0, 0), script,
+            tag.isEmpty() ? QStringList() : QStringList{"--agent", tag}, terminalProgram, members);
     }
 
     /// Runs the hook to its end; false when it did not end with status 0 and no output.
@@ -111,13 +104,6 @@ public:
         members.insert("tool_input", input);
         return start("PermissionRequest", members);
     }
-
-private:
-    QString m_script;
-    QString m_session;
-    QString m_folder;
-    QString m_tag;
-    QString m_terminalProgram;
 };
 
 } // namespace tirlo::e2e

@@ -37,19 +37,4 @@ inline bool waitForWidth(int width, int milliseconds = 5000)
     return waitUntil([width] { return islandWidth() == width; }, milliseconds);
 }
 
-/// How many pixels of a part of the open island fit the description.
-inline int countPixels(const QRect &part, const std::function<bool(const QColor &)> &fits)
-{
-    const int left = screenMiddle() - openWidth / 2;
-    const QImage image = QGuiApplication::primaryScreen()
-                             ->grabWindow(0, left + part.x(), part.y(), part.width(), part.height())
-                             .toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            count += fits(image.pixelColor(x, y)) ? 1 : 0;
-    }
-    return count;
-}
-
 } // namespace tirlo::e2e

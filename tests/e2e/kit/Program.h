@@ -117,7 +117,7 @@ public:
             const auto found = button(name, role);
             if (!found)
                 return false;
-            const QPoint now(found->x + found->width / 2, found->y + found->height / 2);
+            const QPoint now = found->place.center();
             if (!rest.isValid() || now != middle || islandWidth() != width)
                 rest.start();
             middle = now;
