@@ -59,9 +59,9 @@ protected:
 
     /// Sends the request and hands what `parse` makes of a whole answer of status 200 to `accept`.
     ///
-    /// `parse` takes the body and is pure: a long body is read off the main thread. Where it returns
-    /// an optional, nothing happens if that is empty. Any other outcome goes to `fail`, if there is
-    /// one.
+    /// `parse` takes the body and is pure: a long body is read off the main thread. Where it
+    /// returns an optional, nothing happens if that is empty. Any other outcome goes to `fail`, if
+    /// there is one.
     template<typename Parse, typename Accept>
     void fetch(const HttpRequest &request, Parse parse, Accept accept,
                std::function<void(const HttpReply &)> fail = {}, Wanted wanted = Wanted::newest)

@@ -42,8 +42,8 @@ public:
         });
     }
 
-    /// Does the work at once if it reads no more bytes than are read well within the time of a frame,
-    /// else in the background; `then` gets the result on the main thread, which calls this.
+    /// Does the work at once if it reads no more bytes than are read well within the time of a
+    /// frame, else in the background; `then` gets the result on the main thread, which calls this.
     template<typename Work, typename Then>
     void postIfLong(MainQueue &queue, const QObject *owner, qsizetype bytes, Work work, Then then)
     {

@@ -14,7 +14,7 @@ struct N8nPollerTest : PollerFixture
 {
     N8nPollerTest() { activate(pillId); }
 
-    /// Answers the requests that wait, one after the other; status 0 stands for a broken connection.
+    /// Answers the requests that wait, in order; status 0 stands for a broken connection.
     void answer(const QList<std::pair<int, QByteArray>> &answers)
     {
         for (const auto &[status, body] : answers)

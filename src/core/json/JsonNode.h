@@ -52,7 +52,7 @@ struct JsonNode
     [[nodiscard]] const JsonNode &first() const;
 };
 
-/// The names of the members in the order in which the text has them; none for anything but an object.
+/// The names of the members in the order of the text; none for anything but an object.
 [[nodiscard]] QStringList namesInOrder(const JsonNode &node);
 
 /// The elements if there is such a member and it is an array of nothing but objects, else none.
