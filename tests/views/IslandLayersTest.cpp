@@ -112,6 +112,9 @@ TEST_F(IslandLayersTest, OneFormOfTheMascotShrinksAwayAndTheOtherRidesAlongWithA
     state.isDraggingBot = true;
     queue.advance(0.1);
     EXPECT_EQ(brightAround(562, 118), 0) << "its ghost is being dragged about";
+    state.uploadDuration = 0;
+    queue.advance(0.1);
+    EXPECT_NEAR(canvas->geometry().center().x(), 562, 1);
     state.uploadStartTime = std::nullopt;
     queue.advance(0.1);
     EXPECT_NEAR(canvas->geometry().center().x(), 36, 1) << "not on its way yet";
