@@ -139,8 +139,8 @@ struct ChatFixture : StoreFixture
     FakeProviders web{queue};
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
-    std::optional<ClaudeService> service{std::in_place, state, notifications,  keychain,
-                                         web,           queue, ProviderHosts()};
+    std::optional<ClaudeService> service{std::in_place, state, notifications, island,
+                                         keychain,      web,   queue,         ProviderHosts()};
 };
 
 inline QJsonValue json(const QByteArray &text)
