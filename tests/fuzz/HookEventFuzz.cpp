@@ -6,7 +6,8 @@
 #include "hooks/HookTasks.h"
 #include "hooks/Peer.h"
 #include "hooks/ThreadGroup.h"
-#include "support/StoreParts.h"
+#include "support/HomeParts.h"
+#include "support/StandInIsland.h"
 
 #include <QJsonDocument>
 
@@ -29,7 +30,7 @@ bool isReply(const QByteArray &bytes)
 /// The hooks of a program that has just started, with the real socket and a still clock.
 ///
 /// The parts are those of the hook server, which would write its scripts anew each time.
-struct HookRig : StoreParts
+struct HookRig : HomeParts
 {
     HookRig()
     {
@@ -59,7 +60,8 @@ struct HookRig : StoreParts
         queue.drain();
     }
 
-    HookContext context{state, notifications, sound, queue, log};
+    StandInIsland island{state};
+    HookContext context{state, notifications, island, sounds, queue, log};
     HookTasks tasks{state, notifications};
     ThreadGroup writers;
     ApprovalDesk desk{context, tasks, writers};
