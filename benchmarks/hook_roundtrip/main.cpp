@@ -12,6 +12,7 @@
 #include "hooks/HookServer.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/QtMainQueue.h"
+#include "support/StandInIsland.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -103,7 +104,8 @@ int main(int argc, char *argv[])
     Notifications notifications;
     SilentSoundEngine sound;
     const AppLog log(paths, queue);
-    HookServer server({state, notifications, sound, queue, log}, paths);
+    StandInIsland island(state);
+    HookServer server({state, notifications, island, sound, queue, log}, paths);
     server.start();
 
     std::vector<double> floor;

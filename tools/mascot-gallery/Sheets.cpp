@@ -222,7 +222,7 @@ Sheet miniSheet()
     for (const PillDefinition &pill : PillCatalog::all()) {
         for (const BotState state : allCases<BotState>()) {
             auto actor = std::make_shared<Actor>(Actor::Kind::mini, ++seed);
-            actor->engine().bodyColor = cgColorFromHex(pill.color);
+            actor->engine().bodyColor = cgColorFromHex(QString(pill.color));
             actor->engine().setState(state, true);
             actor->play(1.6);
             const QString caption = state == BotState::idle ? pill.name : rawText(state);
