@@ -99,7 +99,7 @@ QString ClaudeService::model() const
 }
 
 void ClaudeService::callAPI(quint64 turn, std::function<HttpRequest()> makeRequest,
-                            std::function<ChatOutcome(const HttpReply &)> understand)
+                            const std::function<ChatOutcome(const HttpReply &)> &understand)
 {
     const auto send = [=, this](const HttpRequest &request) {
         m_http.send(request, &m_owner, [=, this](const HttpReply &reply) {

@@ -41,7 +41,7 @@ private:
     [[nodiscard]] QString model() const;
     /// Makes the request, sends it and works out what came of the turn, without holding up anyone.
     void callAPI(quint64 turn, std::function<HttpRequest()> makeRequest,
-                 std::function<ChatOutcome(const HttpReply &)> understand);
+                 const std::function<ChatOutcome(const HttpReply &)> &understand);
     void handleChatResult(quint64 turn, const ChatOutcome &outcome);
     void showError(const QString &message);
 

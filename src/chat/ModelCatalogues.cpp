@@ -90,10 +90,10 @@ void ModelCatalogues::fetchGoogleModels(const QString &apiKey, Fetched done)
 void ModelCatalogues::fetchOpenAIModels(const QString &apiKey, Fetched done)
 {
     const QUrl url = onHost(m_hosts.openai, QLatin1String("/v1/models"));
-    ask(bearerRequest(url, apiKey), ModelLists::openAIModels, std::move(done));
+    ask(bearerRequest(url, apiKey), ModelLists::openAIModels, done);
 }
 
-void ModelCatalogues::ask(const HttpRequest &request, Read read, Fetched done)
+void ModelCatalogues::ask(const HttpRequest &request, Read read, const Fetched &done)
 {
     m_http.send(request, &m_owner, [=, this](const HttpReply &reply) {
         m_worker.postIfLong(

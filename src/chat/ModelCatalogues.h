@@ -41,7 +41,7 @@ private:
 
     void fetchWithKey(ChatProvider provider);
     /// Sends the request and hands over what `read` makes of the reply, in the background if long.
-    void ask(const HttpRequest &request, Read read, Fetched done);
+    void ask(const HttpRequest &request, Read read, const Fetched &done);
     void fetch(ChatProvider provider, const QString &apiKey, Fetched done);
     void take(ChatProvider provider, const QList<ProviderModel> &models);
     void setError(ChatProvider provider, const QString &error);

@@ -45,7 +45,7 @@ namespace tirlo::Json {
         return std::nullopt;
     QList<QJsonObject> objects;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue &element : array) {
+    for (const auto element : array) {
         if (!element.isObject())
             return std::nullopt;
         objects.append(element.toObject());

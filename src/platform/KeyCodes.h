@@ -35,13 +35,13 @@ namespace KeyCodes {
 [[nodiscard]] std::uint32_t modifiersFromX(std::uint32_t mask);
 
 /// The X modifier mask of the modifier bits.
-[[nodiscard]] std::uint32_t modifiersToX(std::uint32_t modifiers);
+[[nodiscard]] std::uint32_t modifiersToX(std::uint32_t bits);
 
 /// The modifier bits of Qt's modifiers; Alt is Option, Meta is Command.
 [[nodiscard]] std::uint32_t modifiersFromQt(Qt::KeyboardModifiers qtModifiers);
 
 /// Qt's modifiers of the modifier bits.
-[[nodiscard]] Qt::KeyboardModifiers modifiersToQt(std::uint32_t modifiers);
+[[nodiscard]] Qt::KeyboardModifiers modifiersToQt(std::uint32_t bits);
 
 } // namespace KeyCodes
 

@@ -16,7 +16,7 @@ QString makeMissingFolders(const QString &path)
         return {};
     int error = errno;
     if (error == ENOENT && !path.isEmpty()) {
-        if (const QString reason = makeMissingFolders(QFileInfo(path).path()); !reason.isEmpty())
+        if (QString reason = makeMissingFolders(QFileInfo(path).path()); !reason.isEmpty())
             return reason;
         error = mkdir(name.constData(), S_IRWXU) == 0 ? 0 : errno;
     }

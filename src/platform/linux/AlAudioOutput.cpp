@@ -4,6 +4,7 @@
 #include "AudioClip.h"
 #include "platform/MainQueue.h"
 
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
 #include <functional>
@@ -274,6 +275,7 @@ std::vector<std::unique_ptr<AudioVoice>> AlAudioOutput::makeVoices(const QByteAr
         m_player = Player::start(m_closeDelay);
     const auto clip = std::make_shared<const AudioClip>(std::move(*decoded));
     std::vector<std::unique_ptr<AudioVoice>> voices;
+    voices.reserve(std::size_t(std::max(count, 0)));
     for (int i = 0; i < count; ++i)
         voices.push_back(std::make_unique<Voice>(*m_player, m_clock, clip));
     return voices;

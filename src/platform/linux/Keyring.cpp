@@ -47,7 +47,7 @@ std::optional<QString> textOf(SecretItem *item)
         return std::nullopt;
     gsize length = 0;
     const char *bytes = secret_value_get(secret, &length);
-    const auto text = textFromUtf8(QByteArrayView(bytes, qsizetype(length)));
+    auto text = textFromUtf8(QByteArrayView(bytes, qsizetype(length)));
     secret_value_unref(secret);
     return text;
 }

@@ -2,11 +2,10 @@
 
 #include <QTimer>
 
-#include <time.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <utility>
 
 namespace tirlo {
@@ -50,7 +49,7 @@ void QtMainQueue::schedule(double seconds, double slack, std::function<void()> f
         const double now = mediaTime();
         wait = std::ceil((now + wait) / slack) * slack - now;
     }
-    const auto milliseconds = std::chrono::milliseconds(std::int64_t(wait * 1000 + 0.5));
+    const auto milliseconds = std::chrono::milliseconds(std::llround(wait * 1000));
     QTimer::singleShot(milliseconds, Qt::PreciseTimer, &m_context, std::move(fire));
 }
 

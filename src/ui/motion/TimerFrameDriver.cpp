@@ -3,6 +3,7 @@
 #include <sys/timerfd.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <ctime>
 
 namespace tirlo {
@@ -46,7 +47,7 @@ TimerFrameDriver::~TimerFrameDriver()
 
 void TimerFrameDriver::start(double framesPerSecond)
 {
-    const auto period = std::int64_t(double(nanosecondsASecond) / framesPerSecond + 0.5);
+    const std::int64_t period = std::llround(double(nanosecondsASecond) / framesPerSecond);
     setTimer((monotonicNanoseconds() / period + 1) * period, period);
 }
 
