@@ -99,7 +99,6 @@ void checkState(const AppState &state)
                                      : task.stepIndex == task.steps.size() - 1);
     }
     REQUIRE(!state.focusId.value() || ids.contains(*state.focusId.value()));
-    REQUIRE(tasks.isEmpty() || state.mode != IslandMode::hidden || !state.isPresent);
 
     const auto approval = state.pendingApproval.value();
     REQUIRE(state.isPinned == approval.has_value());
