@@ -75,7 +75,8 @@ std::optional<QSet<QString>> readTextSet(const KeyValueStore &store, const QStri
         return std::nullopt;
 
     QSet<QString> texts;
-    for (const QJsonValue &entry : document.array()) {
+    const QJsonArray entries = document.array();
+    for (const auto entry : entries) {
         if (!entry.isString())
             return std::nullopt;
         texts.insert(entry.toString());

@@ -14,7 +14,7 @@ std::optional<QDateTime> firstDate(const QJsonObject &object, QLatin1String key,
                                    QLatin1String otherKey)
 {
     for (const QLatin1String each : {key, otherKey}) {
-        if (const auto date = isoDate(Json::text(object, each).value_or(QString())))
+        if (auto date = isoDate(Json::text(object, each).value_or(QString())))
             return date;
     }
     return std::nullopt;

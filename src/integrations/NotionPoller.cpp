@@ -22,7 +22,7 @@ QString parseTitle(const QJsonObject &object)
         return firstPlainText(object);
 
     const QJsonObject properties = object.value(QLatin1String("properties")).toObject();
-    for (const QJsonValue &property : properties) {
+    for (const auto property : properties) {
         if (Json::text(property.toObject(), QLatin1String("type")) == titleKey)
             return firstPlainText(property.toObject());
     }

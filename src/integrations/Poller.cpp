@@ -66,7 +66,7 @@ void Poller::scheduleCycle(double deadline, double slack)
 }
 
 void Poller::send(const HttpRequest &request, const Reading &read,
-                  std::function<void(const HttpReply &)> fail, Wanted wanted)
+                  const std::function<void(const HttpReply &)> &fail, Wanted wanted)
 {
     const auto isWanted = [this, wanted, cycle = m_cycle] {
         if (wanted == Wanted::newest && cycle < m_answeredCycle)

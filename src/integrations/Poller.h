@@ -64,7 +64,7 @@ protected:
     /// there is one.
     template<typename Parse, typename Accept>
     void fetch(const HttpRequest &request, Parse parse, Accept accept,
-               std::function<void(const HttpReply &)> fail = {}, Wanted wanted = Wanted::newest)
+               const std::function<void(const HttpReply &)> &fail = {}, Wanted wanted = Wanted::newest)
     {
         const auto read = [parse, accept](const QByteArray &body) -> Acceptance {
             const auto parsed = parse(body);
@@ -76,7 +76,7 @@ protected:
                 return [parsed, accept] { accept(parsed); };
             }
         };
-        send(request, read, std::move(fail), wanted);
+        send(request, read, fail, wanted);
     }
 
     /// Fetches a list that the store keeps beside whether it came once and why it doesn't come.
@@ -104,7 +104,7 @@ private:
 
     void scheduleCycle(double deadline, double slack);
     void send(const HttpRequest &request, const Reading &read,
-              std::function<void(const HttpReply &)> fail, Wanted wanted);
+              const std::function<void(const HttpReply &)> &fail, Wanted wanted);
 
     const Schedule m_schedule;
     WorkItem m_timer;

@@ -21,7 +21,7 @@ QStringList parseRecipients(const QJsonValue &to)
         return {to.toString()};
     QStringList recipients;
     const QJsonArray array = to.toArray();
-    for (const QJsonValue &recipient : array) {
+    for (const auto recipient : array) {
         if (!recipient.isString())
             return {};
         recipients.append(recipient.toString());

@@ -20,7 +20,7 @@ std::optional<QString> firstText(const QJsonObject &object,
                                  std::initializer_list<QLatin1String> keys)
 {
     for (const QLatin1String key : keys) {
-        if (const auto text = Json::text(object, key))
+        if (auto text = Json::text(object, key))
             return text;
     }
     return std::nullopt;

@@ -64,7 +64,7 @@ AgentFile::Contents AgentFile::strictReadJSONObject() const
 
 QString AgentFile::backUp(const QByteArray &bytes, const QString &stamp) const
 {
-    const QString path = m_path + u".bak-"_s + stamp;
+    QString path = m_path + u".bak-"_s + stamp;
     QString reason;
     if (!QFileInfo::exists(path))
         reason = replaceFile(path, bytes, QFileInfo(m_path).permissions());
