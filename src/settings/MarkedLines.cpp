@@ -1,6 +1,6 @@
 #include "MarkedLines.h"
 
-#include "ui/TextLine.h"
+#include "core/HiddenMarks.h"
 
 #include <QEvent>
 #include <QFontDatabase>
@@ -39,7 +39,7 @@ MarkedLines::MarkedLines(QChar mark, const QColor &color, QWidget *parent)
 void MarkedLines::showText(const QString &text, const QList<int> &marked)
 {
     m_marked = marked;
-    setPlainText(TextLine::withoutHiddenMarks(text));
+    setPlainText(withoutHiddenMarks(text));
 
     if (!marked.isEmpty())
         setTextCursor(QTextCursor(document()->findBlockByNumber(marked.first())));

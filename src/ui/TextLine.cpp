@@ -1,6 +1,7 @@
 #include "TextLine.h"
 
 #include "Style.h"
+#include "core/HiddenMarks.h"
 
 #include <QCache>
 #include <QFontMetricsF>
@@ -19,16 +20,6 @@ namespace {
 constexpr qsizetype longestEnd = 400;
 constexpr qsizetype longestToolTipEnd = 1000;
 constexpr qsizetype longestUnwrapped = 80;
-
-/// Marks that are not seen: those that change the order of what stands around them, and those that
-/// part or join words in silence.
-bool isHiddenMark(QChar c)
-{
-    const char16_t code = c.unicode();
-    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069)
-        || code == 0x200B || code == 0x200E || code == 0x200F || code == 0x061C || code == 0x2060
-        || code == 0xFEFF;
-}
 
 /// Lines on the island that are drawn again and again, and as many that come and go.
 constexpr int keptLines = 64;
@@ -68,12 +59,6 @@ Shaped shaped(const QString &line, const QFont &font)
     return {row.glyphRuns(), row.horizontalAdvance(), QFontMetricsF(font).capHeight()};
 }
 
-bool breaksLine(QChar c)
-{
-    const char16_t code = c.unicode();
-    return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
-}
-
 QString bothEnds(const QString &text, qsizetype length)
 {
     if (text.size() <= 2 * length)
@@ -92,28 +77,7 @@ QString bothEnds(const QString &text, qsizetype length)
 
 QString displayable(const QString &text)
 {
-    QString line = bothEnds(text, longestEnd);
-    line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (QChar &c : line) {
-        if (breaksLine(c))
-            c = u'⏎';
-        else if (c == u'\t')
-            c = u' ';
-    }
-    return withoutHiddenMarks(line);
-}
-
-QString withoutHiddenMarks(const QString &text)
-{
-    QString shown = text;
-    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (QChar &c : shown) {
-        if (c == u'\n' || c == u'\t')
-            continue;
-        if (breaksLine(c) || c.category() == QChar::Other_Control || isHiddenMark(c))
-            c = QChar::ReplacementCharacter;
-    }
-    return shown;
+    return lineWithoutHiddenMarks(bothEnds(text, longestEnd));
 }
 
 QString elided(const QString &line, const QFontMetricsF &metrics, Qt::TextElideMode mode,

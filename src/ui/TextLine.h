@@ -21,10 +21,6 @@ namespace tirlo::TextLine {
 /// is what is there. Of a very long text only both ends remain.
 [[nodiscard]] QString displayable(const QString &text);
 
-/// The text with its "\n", to which "\r\n" turns, and its tabs, but "�" for all other control
-/// characters and for marks that break lines, reorder text or part words unseen.
-[[nodiscard]] QString withoutHiddenMarks(const QString &text);
-
 /// What of the line fits the width, with "…" in place of the rest; its direction is the text's own.
 [[nodiscard]] QString elided(const QString &line, const QFontMetricsF &metrics,
                              Qt::TextElideMode mode, double width);

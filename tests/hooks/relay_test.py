@@ -7,9 +7,13 @@ import random
 import runpy
 import socket
 import sys
+import tempfile
+import threading
+import time
 import types
 
 relay = runpy.run_path(sys.argv[1])
+connect = relay["connect"]
 failures = []
 
 
@@ -78,6 +82,25 @@ expect("session_id" not in json.loads(run(GEMINI, b'{"tool_name":"t","sessionId"
 for arguments, suggestions, reply, decision in [
     (CODEX, [1], b'{"permissionDecision":"always"}', {"behavior": "allow"}),
     ([], "x", b'{"permissionDecision":"always"}', {"behavior": "allow", "updatedPermissions": []}),
+    ([], [1, 2], b'{"permissionDecision":"always"}',
+     {"behavior": "allow", "updatedPermissions": [1, 2]}),
+    ([], [1, 2], b'{"permissionDecision":"always","updatedPermissions":[2]}',
+     {"behavior": "allow", "updatedPermissions": [2]}),
+    ([], [1, 2], b'{"permissionDecision":"always","updatedPermissions":7}',
+     {"behavior": "allow", "updatedPermissions": []}),
+    ([], [1], b'{"permissionDecision":"allow","updatedPermissions":[1],"message":"x"}',
+     {"behavior": "allow"}),
+    ([], [1], b'{"permissionDecision":"allow","updatedInput":{"a":{}}}',
+     {"behavior": "allow", "updatedInput": {"a": {}}}),
+    ([], [1], b'{"permissionDecision":"allow","updatedInput":[1]}', {"behavior": "allow"}),
+    (CODEX, [1], b'{"permissionDecision":"always","updatedInput":{},"updatedPermissions":[1]}',
+     {"behavior": "allow"}),
+    (CODEX, [1], b'{"permissionDecision":"deny","message":"Not \xc3\xa9"}',
+     {"behavior": "deny", "message": "Not \u00e9"}),
+    ([], [1], b'{"permissionDecision":"deny","message":""}',
+     {"behavior": "deny", "message": "Denied from Tirlo"}),
+    ([], [1], b'{"permissionDecision":"deny","message":[],"updatedInput":{}}',
+     {"behavior": "deny", "message": "Denied from Tirlo"}),
     (GEMINI, [1], b'{"permissionDecision":"ask"}', None),
     (GEMINI, [1], b'{"permissionDecision":["allow"]}', None),
     (GEMINI, [1], b"\xff", None),
@@ -90,7 +113,8 @@ for arguments, suggestions, reply, decision in [
            reply, printed)
 
 # Nothing fails the agent: neither what is no hook, nor values of any type, nor any mixture.
-for payload in (b"", b"{} {}", b"\xef\xbb\xbf{}", b'{"a":"\xff"}', b"[" * 100000, b"[]", b"null"):
+expect(json.loads(run([], b'\xef\xbb\xbf{"a":1}')[0])["a"] == 1)
+for payload in (b"", b"{} {}", b"\xef\xbb\xbf", b"\xef\xbb\xbf\xef\xbb\xbf{}", b'{"a":"\xff"}', b"[" * 100000, b"[]", b"null"):
     expect(run([], payload) == (b"", ""), payload[:40])
 KEYS = ["tirlo_agent", "term_program", "cwd", "workspacePaths", "toolCall", "hook_event_name",
         "tool", "session_id", "conversationId"]
@@ -119,6 +143,23 @@ for _ in range(2000):
     behavior = {"allow": "allow", "always": "allow", "deny": "deny"}
     expect(decision["behavior"] == behavior.get(told, decision["behavior"]), told, printed)
     expect(agent != "codex" or "updatedPermissions" not in decision, printed)
+
+# A full queue is waited for, but not for long.
+with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX) as server:
+    connect.__globals__["SOCKET"] = folder + "/s"
+    server.bind(folder + "/s")
+    server.listen(0)
+    queued = [connect(0.05)]
+    begun = time.monotonic()
+    try:
+        queued.append(connect(0.05))
+        failures.append("the queue is not full")
+    except BlockingIOError:
+        expect(0.05 <= time.monotonic() - begun < 1)
+    threading.Timer(0.1, lambda: queued.append(server.accept()[0])).start()
+    queued.append(connect(118))
+    for connection in queued:
+        connection.close()
 
 # The codec made of C parts, which may be missing, does as the public one.
 TEXTS = [

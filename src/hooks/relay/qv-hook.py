@@ -12,7 +12,11 @@ import sys
 SOCKET = "~/Library/Application Support/Skerry/qv.sock"
 ANSWER_SECONDS = 118
 EVENT_SECONDS = 0.3
+# How long a request waits for a place in a full queue: agents end a hook that takes 120 seconds.
+QUEUE_SECONDS = 1
+RETRY_SECONDS = 0.01
 CHUNK = 4096
+BYTE_ORDER_MARK = b"\xef\xbb\xbf"
 
 # Agents that take anything but JSON on standard output for a failed hook.
 AGENTS_EXPECTING_JSON = ("gemini", "antigravity")
@@ -164,13 +168,32 @@ def normalise_tool(payload):
 
 
 def connect(seconds):
+    """A connection each of whose operations takes at most that long, that of connecting at most
+    QUEUE_SECONDS: when many hooks run at once, the queue of the socket may be full for a moment."""
     # The socket module adds nothing that is needed here.
     import _socket
 
+    address = os.path.expanduser(SOCKET)
     connection = _socket.socket(_socket.AF_UNIX, _socket.SOCK_STREAM)
     connection.settimeout(seconds)
-    connection.connect(os.path.expanduser(SOCKET))
+    try:
+        connection.connect(address)
+    except BlockingIOError:
+        wait_in_queue(connection, address, min(seconds, QUEUE_SECONDS))
     return connection
+
+
+def wait_in_queue(connection, address, seconds):
+    import time
+
+    end = time.monotonic() + seconds
+    while True:
+        time.sleep(RETRY_SECONDS)
+        try:
+            return connection.connect(address)
+        except BlockingIOError:
+            if time.monotonic() >= end:
+                raise
 
 
 def tell(line):
@@ -206,25 +229,38 @@ def ask(line):
     return b"".join(chunks).decode().strip()
 
 
-def answer_object(decision, agent, payload):
-    """The agent's dialect of a decision; None leaves the question to the agent."""
+def answer_object(reply, agent, payload):
+    """The agent's dialect of a reply; None leaves the question to the agent."""
+    decision = reply.get("permissionDecision")
     if decision == "deny":
-        answer = {"behavior": "deny", "message": "Denied from Tirlo"}
+        message = reply.get("message")
+        told = message if isinstance(message, str) and message else "Denied from Tirlo"
+        answer = {"behavior": "deny", "message": told}
     elif decision in ("allow", "always"):
         answer = {"behavior": "allow"}
-        # Codex refuses an answer with updated permissions.
-        if decision == "always" and agent != "codex":
-            suggestions = payload.get("permission_suggestions")
-            answer["updatedPermissions"] = suggestions if isinstance(suggestions, list) else []
+        # Codex refuses an answer with either.
+        if agent != "codex":
+            if isinstance(reply.get("updatedInput"), dict):
+                answer["updatedInput"] = reply["updatedInput"]
+            if decision == "always":
+                kept = reply.get("updatedPermissions", payload.get("permission_suggestions"))
+                answer["updatedPermissions"] = kept if isinstance(kept, list) else []
     else:
         return None
     return {"hookSpecificOutput": {"hookEventName": "PermissionRequest", "decision": answer}}
 
 
+def read_payload(loads):
+    data = sys.stdin.buffer.read()
+    if data.startswith(BYTE_ORDER_MARK):
+        data = data[len(BYTE_ORDER_MARK) :]
+    return loads(data.decode())
+
+
 def main():
     loads, dumps = codec()
     try:
-        payload = loads(sys.stdin.buffer.read().decode())
+        payload = read_payload(loads)
     except Exception:
         return
 
@@ -235,8 +271,8 @@ def main():
         normalise(payload, argument_event)
         if payload.get("hook_event_name") == "PermissionRequest":
             output = ""
-            decision = loads(ask(dumps(payload).encode() + b"\n")).get("permissionDecision")
-            answer = answer_object(decision, agent, payload)
+            reply = loads(ask(dumps(payload).encode() + b"\n"))
+            answer = answer_object(reply, agent, payload)
             output = dumps(answer) if answer else ""
         else:
             tell(dumps(payload).encode() + b"\n")
