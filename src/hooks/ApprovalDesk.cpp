@@ -1,8 +1,11 @@
 #include "ApprovalDesk.h"
 
+#include "AgentQuestions.h"
 #include "HookTasks.h"
 #include "ReadSource.h"
+#include "RequestReader.h"
 #include "SocketLine.h"
+#include "StandingGrants.h"
 #include "ThreadGroup.h"
 #include "core/AgentCatalog.h"
 #include "core/AppState.h"
@@ -105,12 +108,19 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     m_tasks.activeSessionId = origin.sessionId;
     m_tasks.upsertWorkspaceTask(pill, origin.projectName, origin.cwd);
     state.updateTask(pill, BotState::approval);
+    const AgentDefinition *agent = AgentCatalog::ofPill(pill);
     state.pendingApproval = ApprovalInfo{
+        .id = ++m_lastId,
         .sessionId = origin.sessionId,
         .tool = tool,
         .command = Json::text(input, QLatin1String("command")).value_or(tool),
         .inputKey = approvalInputKey(input),
         .pillId = pill,
+        .input = input,
+        .content = requestContent(payload),
+        .grants
+        = agent && agent->keepsStandingApprovals ? standingGrants(payload) : QList<StandingGrant>(),
+        .questions = agentQuestions(payload),
     };
     state.isPinned = true;
     m_context.sound.play(QStringLiteral("approval"));

@@ -58,10 +58,5 @@ private:
     /// The connection of the request on show; null without one.
     std::shared_ptr<ReadSource> m_source;
     std::optional<QString> m_focusBeforeApproval;
-    QHash<QString, int> m_requests;
-};
-
-/// Canonical text of a tool's input, the same for the same members in any order; "" when empty.
-[[nodiscard]] QString approvalInputKey(const QJsonObject &input);
-
-} // namespace tirlo
+    /// Of the requests of this run.
+    quint64 m_lastId = 0;

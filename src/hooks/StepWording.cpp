@@ -1,5 +1,6 @@
 #include "StepWording.h"
 
+#include "ToolNames.h"
 #include "core/Json.h"
 #include "core/Text.h"
 
@@ -55,12 +56,8 @@ constexpr std::array<QStringView, 3> patchHeaders{u"*** Update File: ", u"*** Ad
 
 QString labelOf(const QString &tool)
 {
-    const QStringView prefix = u"mcp__";
-    if (tool.startsWith(prefix)) {
-        const qsizetype split = tool.indexOf(QLatin1String("__"), prefix.size());
-        if (split >= 0)
-            return tool.mid(prefix.size(), split - prefix.size()) + separator + tool.mid(split + 2);
-    }
+    if (const auto served = mcpTool(tool))
+        return served->server + separator + served->tool;
     const auto row = std::ranges::find(toolLabels, QStringView(tool), &ToolLabel::tool);
     return row == toolLabels.end() ? tool : row->label.toString();
 }
@@ -82,7 +79,7 @@ std::optional<QString> detailOf(const QJsonObject &input)
 {
     if (const auto command = Json::text(input, QLatin1String("command")))
         return oneLine(*command, longestDetail);
-    for (const char *key : {"path", "file_path"}) {
+    for (const char *key : {"path", "file_path", "absolute_path", "dir_path"}) {
         if (const auto path = Json::text(input, QLatin1String(key)))
             return lastPathComponent(*path);
     }
@@ -106,8 +103,9 @@ QStringView firstWord(QStringView text)
 
 } // namespace
 
-QString frenchStep(const QString &tool, const QJsonObject &input)
+QString frenchStep(const QString &name, const QJsonObject &input)
 {
+    const QString tool = commonToolName(name);
     const QString label = labelOf(tool);
     const auto command = Json::text(input, QLatin1String("command"));
     if (command && tool == QLatin1String("Bash"))

@@ -8,9 +8,13 @@ namespace tirlo {
 namespace {
 
 constexpr auto request = R"({"session_id":"s","term_program":"vscode","cwd":"/w/P",
-                             "tool_name":"Bash","tool_input":{"command":"ls","n":1}})";
+                             "tool_name":"Bash","tool_input":{"command":"ls","n":1},
+                             "permission_suggestions":[{"type":"setMode","mode":"acceptEdits",
+                                                        "destination":"session"}]})";
 constexpr auto codexRequest = R"({"session_id":"c","tirlo_agent":"codex","cwd":"/w/P",
-                                  "tool_name":"shell"})";
+                                  "tool_name":"shell",
+                                  "permission_suggestions":[{"type":"setMode",
+                                      "mode":"acceptEdits","destination":"session"}]})";
 
 struct ApprovalDeskTest : HookFixture
 {
@@ -44,10 +48,24 @@ struct ApprovalDeskTest : HookFixture
 
 TEST_F(ApprovalDeskTest, RequestGoesOnShow)
 {
+    const QJsonObject suggestion
+        = json(R"({"type":"setMode","mode":"acceptEdits","destination":"session"})");
     const Peer peer = ask();
     EXPECT_EQ(state.pendingApproval.value(),
-              (ApprovalInfo{u"s"_s, u"Bash"_s, u"ls"_s, QStringLiteral(R"({"command":"ls","n":1})"),
-                            u"integration_claude"_s}));
+              (ApprovalInfo{
+                  .id = 1,
+                  .sessionId = u"s"_s,
+                  .tool = u"Bash"_s,
+                  .command = u"ls"_s,
+                  .inputKey = QStringLiteral(R"({"command":"ls","n":1})"),
+                  .pillId = u"integration_claude"_s,
+                  .input = {{u"command"_s, u"ls"_s}, {u"n"_s, 1}},
+                  .content = {.title = u"Run a command"_s,
+                              .kind = RequestContent::Kind::command,
+                              .text = u"ls"_s,
+                              .more = u"n: 1"_s},
+                  .grants = {{u"accept edits in this session"_s, suggestion}},
+              }));
     EXPECT_TRUE(state.isPinned);
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
     EXPECT_EQ(task("integration_claude").name, u"P"_s);
@@ -59,7 +77,13 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
 
     const Peer odd = ask(R"({"term_program":"vscode","tool_name":{},"tool_input":"ls"})");
     EXPECT_EQ(state.pendingApproval.value(),
-              (ApprovalInfo{u"unknown"_s, u"Tool"_s, u"Tool"_s, {}, u"integration_claude"_s}));
+              (ApprovalInfo{.id = 2,
+                            .sessionId = u"unknown"_s,
+                            .tool = u"Tool"_s,
+                            .command = u"Tool"_s,
+                            .inputKey = {},
+                            .pillId = u"integration_claude"_s,
+                            .content = {.title = u"Tool"_s, .text = u"tool_input: ls"_s}}));
 }
 
 TEST_F(ApprovalDeskTest, RequestsOfOthersAreHandedBack)
@@ -118,6 +142,7 @@ TEST_F(ApprovalDeskTest, RequestThatEndsUnansweredLeavesANoteForAMoment)
 
     // The card runs out before the relay does.
     Peer peer = ask(codexRequest);
+    EXPECT_TRUE(state.pendingApproval.value()->grants.isEmpty()) << "Codex keeps nothing";
     queue.advance(114.9);
     EXPECT_TRUE(isPending());
     queue.advance(0.2);

@@ -34,6 +34,9 @@ TEST(StepWording, TellsEachToolCall)
         {"apply_patch", R"({"command":"x\n*** Delete File: a\n*** Add File: b\n"})", "Modifie · a"},
         {"apply_patch", R"({"command":"rm -r /","path":"/x"})", "Modifie"},
         {"apply_patch", R"({"path":"/x/y"})", "Modifie · y"},
+        {"run_shell_command", R"({"command":"cat a"})", "Lit · cat a"},
+        {"list_directory", R"({"dir_path":"/a/b"})", "Liste · b"},
+        {"replace", R"({"file_path":"/a/z"})", "Modifie · z"},
         {"Whatever", R"({"depth":3})", "Whatever"},
         {"", R"({"path":"/"})", " · /"},
     };
