@@ -23,6 +23,7 @@ AgentTask makeTask(const char *id, const char *name, const char *color, BotState
 
 Scene::Scene(MainQueue &queue, FrameDriver &driver)
     : m_frames(queue, driver)
+    , m_sight(queue)
     , state(m_settings, queue)
 {
     using enum BotState;
@@ -32,9 +33,9 @@ Scene::Scene(MainQueue &queue, FrameDriver &driver)
                    makeTask("agent_gemini", "buoy", "#8AB4F8", searching),
                    makeTask("integration_github", "anchor", "#F4505E", error)};
     state.focusId = QStringLiteral("integration_claude");
-    m_root = std::make_unique<IslandRootView>(ViewContext{state, m_notifications, m_island,
-                                                          m_sounds, queue, m_frames, m_screens,
-                                                          m_applications, m_keychain, m_actions});
+    m_root = std::make_unique<IslandRootView>(
+        ViewContext{state, m_notifications, m_island, m_sounds, queue, m_frames, m_screens,
+                    m_applications, m_keychain, m_actions, m_sight});
     m_root->setWindowFlags(Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     m_root->setAttribute(Qt::WA_TranslucentBackground);
     m_root->setFixedSize(IslandConst::panelWidth, IslandConst::panelHeight);

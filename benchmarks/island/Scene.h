@@ -34,8 +34,10 @@ private:
     MemorySecretStore m_secrets;
     KeychainStore m_keychain{m_secrets};
     FrameClock m_frames;
-    const IslandActions m_actions{.sendApprovalDecision = [](Decision) {},
+    const IslandActions m_actions{.sendApprovalDecision = [](const ApprovalAnswer &) {},
                                   .switchChatProvider = [](ChatProvider) {}};
+
+    CardSight m_sight;
 
 public:
     AppState state;

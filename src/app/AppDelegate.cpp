@@ -24,14 +24,14 @@ AppDelegate::AppDelegate(const Paths &paths)
     : m_paths(paths)
     , m_hookServer({m_state, m_notifications, m_island, m_sounds, m_queue, m_log}, m_paths)
     , m_pollers({m_state, m_notifications, m_sounds, m_queue, m_http, m_keychainStore, m_log})
-    , m_islandActions{.sendApprovalDecision
-                      = [this](Decision decision) { m_hookServer.sendApprovalDecision(decision); },
-                      .capturePromptContext = {},
-                      .switchChatProvider =
-                          [this](ChatProvider provider) {
-                              tirlo::switchChatProvider(provider, m_state, m_notifications,
-                                                        m_island, m_sounds);
-                          }}
+    , m_islandActions{
+          .sendApprovalDecision
+          = [this](const ApprovalAnswer &answer) { m_hookServer.sendApprovalDecision(answer); },
+          .capturePromptContext = {},
+          .switchChatProvider =
+              [this](ChatProvider provider) {
+                  tirlo::switchChatProvider(provider, m_state, m_notifications, m_island, m_sounds);
+              }}
 {
 }
 
@@ -78,9 +78,12 @@ void AppDelegate::setupIsland()
     m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_pointer, m_inputMonitor,
                                              m_windowList, m_applications, m_pollDriver},
                                m_island, m_state, m_notifications, m_sounds, m_queue);
-    m_islandController->setContent(
-        new IslandRootView({m_state, m_notifications, m_island, m_sounds, m_queue, m_frames,
-                            m_screens, m_applications, m_keychainStore, m_islandActions}));
+    auto *island = new IslandRootView({m_state, m_notifications, m_island, m_sounds, m_queue,
+                                       m_frames, m_screens, m_applications, m_keychainStore,
+                                       m_islandActions, m_cardSight});
+    IslandPanel &panel = m_islandController->panel();
+    QObject::connect(island, &IslandRootView::drawn, &panel, &IslandPanel::setDrawn);
+    m_islandController->setContent(island);
     m_islandController->showWindow();
     m_island.greet();
     m_hookServer.start();

@@ -29,6 +29,7 @@
 #include "settings/SettingsOpener.h"
 #include "ui/motion/FrameClock.h"
 #include "ui/motion/TimerFrameDriver.h"
+#include "views/CardSight.h"
 #include "views/IslandActions.h"
 
 #include <optional>
@@ -85,6 +86,7 @@ private:
     HookInstallers m_hookInstallers{m_paths, m_queue};
     ServicePollers m_pollers;
     const IslandActions m_islandActions;
+    CardSight m_cardSight{m_queue};
     SettingsOpener m_settingsOpener{m_hookInstallers, m_paths};
     TrayStatusItem m_statusItem;
     std::optional<IslandWindowController> m_islandController;

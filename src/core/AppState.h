@@ -41,6 +41,9 @@ public:
     OwnedProperty<IslandMode, IslandWriter> mode{IslandMode::hidden};
     OwnedProperty<IslandView, IslandWriter> view{IslandView::overview};
 
+    /// How much higher than usual the card of the request or question on show is, in points.
+    QProperty<double> cardGrowth{0};
+
     // The pills, in shown order, and the one in focus.
     QProperty<QList<AgentTask>> tasks;
     QProperty<std::optional<QString>> focusId;

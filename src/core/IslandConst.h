@@ -21,6 +21,9 @@ inline constexpr double promptBaseHeight = 240;
 inline constexpr double promptHeightPerMessage = 40;
 inline constexpr double promptMaximumHeight = 300;
 
+/// How much higher than usual the card of a long request or question gets at most.
+inline constexpr double mostCardGrowth = 148;
+
 // The notch where the screen does not tell.
 inline constexpr double unknownNotchWidth = 184;
 inline constexpr double plainScreenNotchWidth = 80;

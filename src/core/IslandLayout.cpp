@@ -34,7 +34,14 @@ MascotPlace closedPlace(double x, double islandHeight)
 
 } // namespace
 
-QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh, qsizetype chatCount)
+double cardGrowth(IslandView view, const AppState &state)
+{
+    const bool grows = view == IslandView::approval || view == IslandView::question;
+    return grows ? state.cardGrowth.value() : 0;
+}
+
+QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh, qsizetype chatCount,
+                  double cardGrowth)
 {
     switch (mode) {
     case IslandMode::hidden:
@@ -45,7 +52,7 @@ QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh, qsizet
         break;
     }
     if (view != IslandView::prompt)
-        return {IslandConst::expandedWidth, IslandConst::viewLayout(view).height};
+        return {IslandConst::expandedWidth, IslandConst::viewLayout(view).height + cardGrowth};
     const double height
         = IslandConst::promptBaseHeight + IslandConst::promptHeightPerMessage * double(chatCount);
     return {IslandConst::expandedWidth, std::min(height, IslandConst::promptMaximumHeight)};
@@ -54,7 +61,7 @@ QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh, qsizet
 QSizeF islandSize(const AppState &state)
 {
     return islandSize(state.mode, state.view, state.notchWidth, state.notchHeight,
-                      state.chatHistory.value().size());
+                      state.chatHistory.value().size(), cardGrowth(state.view, state));
 }
 
 double uploadTrackX(double progress)

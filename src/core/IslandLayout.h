@@ -28,9 +28,12 @@ namespace IslandLayout {
 /// The mascot's canvas is so much wider than its body.
 inline constexpr double canvasPerDiameter = 1 / 0.6;
 
+/// How much higher than usual the view's card is: only that of a request or a question grows.
+[[nodiscard]] double cardGrowth(IslandView view, const AppState &state);
+
 /// The island's size; `nw` and `nh` are the notch's width and height.
 [[nodiscard]] QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh,
-                                qsizetype chatCount);
+                                qsizetype chatCount, double cardGrowth = 0);
 
 /// The island's size for what the store says now.
 [[nodiscard]] QSizeF islandSize(const AppState &state);

@@ -1,6 +1,7 @@
 #include "ApprovalDesk.h"
 
 #include "AgentQuestions.h"
+#include "ApprovalReply.h"
 #include "HookTasks.h"
 #include "ReadSource.h"
 #include "RequestReader.h"
@@ -26,12 +27,6 @@ namespace {
 /// Ends before the relay's own limit of 118 seconds, so that the note can say who still waits.
 constexpr double cardSeconds = 115;
 constexpr double noteSeconds = 3;
-
-QByteArray replyFor(Decision decision)
-{
-    const QJsonObject reply{{QStringLiteral("permissionDecision"), rawText(decision)}};
-    return QJsonDocument(reply).toJson(QJsonDocument::Compact);
-}
 
 /// Where the agent of that pill asks by itself.
 QString appName(const QString &pillId)
@@ -101,7 +96,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
 
     // The older agent falls back to asking by itself.
     if (m_source)
-        answer(std::exchange(m_source, nullptr), replyFor(Decision::ask));
+        answer(std::exchange(m_source, nullptr), replyLine({.decision = Decision::ask}));
 
     AppState &state = m_context.state;
     ++m_requests[pill];
@@ -109,34 +104,36 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     m_tasks.upsertWorkspaceTask(pill, origin.projectName, origin.cwd);
     state.updateTask(pill, BotState::approval);
     const AgentDefinition *agent = AgentCatalog::ofPill(pill);
-    state.pendingApproval = ApprovalInfo{
+    const bool keepsGrants = agent && agent->keepsStandingApprovals;
+    const ApprovalInfo request{
         .id = ++m_lastId,
         .sessionId = origin.sessionId,
         .tool = tool,
-        .command = Json::text(input, QLatin1String("command")).value_or(tool),
         .inputKey = approvalInputKey(input),
         .pillId = pill,
         .input = input,
         .content = requestContent(payload),
-        .grants
-        = agent && agent->keepsStandingApprovals ? standingGrants(payload) : QList<StandingGrant>(),
+        .grants = keepsGrants ? standingGrants(payload) : QList<StandingGrant>(),
         .questions = agentQuestions(payload),
     };
+    state.pendingApproval = request;
     state.isPinned = true;
     m_context.sound.play(QStringLiteral("approval"));
     if (!m_focusBeforeApproval)
         m_focusBeforeApproval = state.focusId;
     state.focusId = pill;
-    m_tasks.expandIfNeeded(IslandView::approval);
+    Q_EMIT m_context.notifications.hookExpand(request.questions.isEmpty() ? IslandView::approval
+                                                                          : IslandView::question);
     watch(std::move(connection), pill);
 }
 
-void ApprovalDesk::sendApprovalDecision(Decision decision)
+void ApprovalDesk::sendApprovalDecision(const ApprovalAnswer &answer)
 {
     if (m_source)
-        answer(std::exchange(m_source, nullptr), replyFor(decision));
+        this->answer(std::exchange(m_source, nullptr), replyLine(answer));
     settle();
     m_context.island.leave(IslandView::approval);
+    m_context.island.leave(IslandView::question);
 }
 
 bool ApprovalDesk::admits(const QString &event, const HookRoute &route, const HookOrigin &origin,
@@ -208,7 +205,7 @@ void ApprovalDesk::answer(std::shared_ptr<ReadSource> source, const QByteArray &
 void ApprovalDesk::refuse(FileDescriptor connection)
 {
     const auto shared = std::make_shared<FileDescriptor>(std::move(connection));
-    m_writers.start([shared] { sendLine(shared->get(), replyFor(Decision::ask)); });
+    m_writers.start([shared] { sendLine(shared->get(), replyLine({.decision = Decision::ask})); });
 }
 
 QString approvalInputKey(const QJsonObject &input)

@@ -3,7 +3,7 @@
 #include "FileDescriptor.h"
 #include "HookContext.h"
 #include "HookRouting.h"
-#include "core/model/Decision.h"
+#include "core/model/ApprovalAnswer.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -34,7 +34,7 @@ public:
     void processPermissionRequest(FileDescriptor connection, const QJsonObject &payload);
 
     /// Answers the waiting agent.
-    void sendApprovalDecision(Decision decision);
+    void sendApprovalDecision(const ApprovalAnswer &answer);
 
     /// Whether an event may go on; one for the pill on show may first dismiss its card.
     ///
@@ -58,5 +58,12 @@ private:
     /// The connection of the request on show; null without one.
     std::shared_ptr<ReadSource> m_source;
     std::optional<QString> m_focusBeforeApproval;
+    QHash<QString, int> m_requests;
     /// Of the requests of this run.
     quint64 m_lastId = 0;
+};
+
+/// Canonical text of a tool's input, the same for the same members in any order; "" when empty.
+[[nodiscard]] QString approvalInputKey(const QJsonObject &input);
+
+} // namespace tirlo

@@ -29,9 +29,9 @@ void HookServer::start()
     m_sockets.start();
 }
 
-void HookServer::sendApprovalDecision(Decision decision)
+void HookServer::sendApprovalDecision(const ApprovalAnswer &answer)
 {
-    m_desk.sendApprovalDecision(decision);
+    m_desk.sendApprovalDecision(answer);
 }
 
 std::optional<QString> HookServer::activeSessionId() const

@@ -27,7 +27,7 @@ public:
     void start();
 
     /// Answers the request on show.
-    void sendApprovalDecision(Decision decision);
+    void sendApprovalDecision(const ApprovalAnswer &answer);
 
     /// The last session that started, prompted, ran a tool or asked; none once it has ended.
     [[nodiscard]] std::optional<QString> activeSessionId() const;

@@ -15,7 +15,7 @@ constexpr qsizetype maximumSteps = 20;
 
 bool isUrgent(IslandView view)
 {
-    return view == IslandView::approval || view == IslandView::error || view == IslandView::finished
+    return view == IslandView::error || view == IslandView::finished
         || view == IslandView::confused;
 }
 
@@ -85,7 +85,7 @@ void HookTasks::expandIfNeeded(IslandView view)
 {
     if (!isUrgent(view))
         Q_EMIT m_notifications.hookReveal();
-    else if (view == IslandView::approval || !m_state.pendingApproval.value())
+    else if (!m_state.pendingApproval.value())
         Q_EMIT m_notifications.hookExpand(view);
 }
 

@@ -180,7 +180,7 @@ void Island::recover(IslandView previous)
 {
     m_state.stateOverride = std::nullopt;
     if (m_state.view == IslandView::confused) {
-        const bool isOver = previous == IslandView::confused || previous == IslandView::approval;
+        const bool isOver = previous == IslandView::confused || asksTheUser(previous);
         show(isOver ? defaultView() : previous);
     }
     Q_EMIT m_notifications.triggerEmote(BotEmote::happy);
@@ -188,8 +188,8 @@ void Island::recover(IslandView previous)
 
 IslandView Island::defaultView() const
 {
-    if (isHeldOpen())
-        return IslandView::approval;
+    if (const std::optional<ApprovalInfo> request = m_state.pendingApproval)
+        return request->questions.isEmpty() ? IslandView::approval : IslandView::question;
     return m_knownTasks.isEmpty() ? IslandView::empty : IslandView::overview;
 }
 

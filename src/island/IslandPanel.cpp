@@ -44,6 +44,7 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEv
     m_observers.follow(m_state.mode, update);
     m_observers.follow(m_state.view, update);
     m_observers.follow(m_state.chatHistory, update);
+    m_observers.follow(m_state.cardGrowth, update);
 }
 
 void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch)
@@ -60,7 +61,8 @@ void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &
 QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
 {
     const QSizeF size = IslandLayout::islandSize(m_state.mode, m_state.view, nw, nh,
-                                                 m_state.chatHistory.value().size());
+                                                 m_state.chatHistory.value().size(),
+                                                 IslandLayout::cardGrowth(m_state.view, m_state));
     return {QPointF((width() - size.width()) / 2, 0), size};
 }
 
@@ -76,6 +78,12 @@ void IslandPanel::setContent(QWidget *content)
     content->setParent(this);
     content->setGeometry(rect());
     content->show();
+}
+
+void IslandPanel::setDrawn(const IslandShape &outline)
+{
+    m_drawn = outline;
+    updateInputRegion();
 }
 
 void IslandPanel::takeKeyboard()
@@ -140,14 +148,18 @@ void IslandPanel::updateInputRegion()
     QWindow *native = windowHandle();
     if (!native || !native->handle())
         return;
-    const QRectF frame = currentIslandFrame(notchWidth, notchHeight);
-    const IslandShape shape = IslandGeometry::islandShape(m_state.mode, frame.size());
+    const IslandShape shape = m_drawn.value_or(IslandGeometry::islandShape(
+        m_state.mode, currentIslandFrame(notchWidth, notchHeight).size()));
     if (shape == m_inputShape)
         return;
     m_inputShape = shape;
-    const QRegion outline = shape.region().translated(frame.topLeft().toPoint());
+    const QPointF corner((width() - shape.width) / 2, 0);
+    // An island on its way takes no more than what is drawn of it.
+    const QRectF drawn = QRectF(corner, QSizeF(shape.width, shape.height))
+                             .marginsAdded(QMarginsF(hitMargin, hitMargin, hitMargin, hitMargin));
     m_shape.setInputRegion(*native,
-                           m_takesPointerInHitArea ? QRegion(hitArea().toAlignedRect()) : outline);
+                           m_takesPointerInHitArea ? QRegion((hitArea() & drawn).toAlignedRect())
+                                                   : shape.region().translated(corner.toPoint()));
 }
 
 } // namespace tirlo

@@ -47,6 +47,9 @@ public:
     /// Fills the panel with the island's views; the panel owns them from now on.
     void setContent(QWidget *content);
 
+    /// Takes the pointer where the island is drawn, with that outline in the middle of the upper edge.
+    void setDrawn(const IslandShape &outline);
+
     /// Asks for the keyboard, as a card with a text field needs it.
     void takeKeyboard();
 
@@ -67,6 +70,8 @@ private:
     const bool m_takesPointerInHitArea;
     QPointF m_screenOrigin;
     QPoint m_place;
+    /// As drawn; none while nothing draws it, when it counts as at rest.
+    std::optional<IslandShape> m_drawn;
     /// What the region that takes the pointer was made of; an empty outline stands for none.
     IslandShape m_inputShape{.width = 0, .height = 0};
     Observers m_observers;

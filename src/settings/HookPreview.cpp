@@ -1,9 +1,9 @@
 #include "HookPreview.h"
 
-#include "LineDiff.h"
-#include "MarkedLines.h"
 #include "SettingsControls.h"
+#include "core/LineDiff.h"
 #include "hooks/installers/HookInstaller.h"
+#include "ui/MarkedLines.h"
 #include "ui/Style.h"
 
 #include <QHBoxLayout>
@@ -12,7 +12,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <numeric>
 
 namespace tirlo {
 
@@ -20,6 +19,9 @@ namespace {
 
 constexpr int boxHeight = 140;
 constexpr qsizetype mostRemovedLines = 4;
+
+const LineMark addedMark{u'+', Style::success};
+const LineMark removedMark{u'−', Style::failure};
 
 /// Tells in words what the marks tell.
 QString summaryOf(const LineDiff &diff, bool laysOutAnew)
@@ -38,9 +40,9 @@ QString summaryOf(const LineDiff &diff, bool laysOutAnew)
 
 HookPreview::HookPreview(const QString &section, QWidget *parent)
     : QWidget(parent)
-    , m_box(new MarkedLines(u'+', Style::success))
+    , m_box(new MarkedLines)
     , m_summary(SettingsControls::caption())
-    , m_removed(new MarkedLines(u'−', Style::failure))
+    , m_removed(new MarkedLines)
 {
     m_box->setFixedHeight(boxHeight);
     m_removed->setAccessibleName(tr("Removed lines"));
@@ -66,14 +68,18 @@ HookPreview::HookPreview(const QString &section, QWidget *parent)
 void HookPreview::showChange(const QString &label, const HookChange &change)
 {
     const LineDiff diff = compareLines(change.presentText, change.text);
-    m_box->showText(change.text, diff.changed);
+    QMap<int, LineMark> added;
+    for (const int line : diff.changed)
+        added.insert(line, addedMark);
+    m_box->showText(change.text, added);
     m_box->setAccessibleName(tr("New content of %1").arg(label));
     m_summary->setText(summaryOf(diff, change.laysOutAnew));
     m_box->setAccessibleDescription(m_summary->text());
 
-    QList<int> all(diff.removed.size());
-    std::iota(all.begin(), all.end(), 0);
-    m_removed->showText(diff.removed.join(u'\n'), all);
+    QMap<int, LineMark> removed;
+    for (int line = 0; line < diff.removed.size(); ++line)
+        removed.insert(line, removedMark);
+    m_removed->showText(diff.removed.join(u'\n'), removed);
     m_removed->setVisible(!diff.removed.isEmpty());
     m_removed->setFixedLines(int(std::min(diff.removed.size(), mostRemovedLines)));
 }

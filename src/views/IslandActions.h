@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/model/ApprovalAnswer.h"
 #include "core/model/ChatProvider.h"
-#include "core/model/Decision.h"
 
 #include <functional>
 
@@ -11,7 +11,7 @@ namespace tirlo {
 struct IslandActions
 {
     /// Answers the permission request on show.
-    std::function<void(Decision decision)> sendApprovalDecision;
+    std::function<void(const ApprovalAnswer &answer)> sendApprovalDecision;
     /// Notes what the user was looking at, for the prompt; may be empty.
     std::function<void()> capturePromptContext = {};
     /// Chats with that provider from now on, and shows the prompt.

@@ -6,6 +6,7 @@ namespace tirlo {
 
 class AppState;
 class Applications;
+class CardSight;
 class FrameClock;
 class IslandIntents;
 class KeychainStore;
@@ -27,6 +28,7 @@ struct ViewContext
     Applications &applications;
     KeychainStore &keychain;
     const IslandActions &actions;
+    CardSight &sight;
 };
 
 } // namespace tirlo

@@ -130,7 +130,7 @@ void fuzz(const QByteArray &input)
             rig.queue.advance(60);
         } else if (line.startsWith('!')) {
             rig.desk.sendApprovalDecision(
-                fromRawText<Decision>(QString::fromUtf8(line.mid(1))).value_or(Decision::deny));
+                {fromRawText<Decision>(QString::fromUtf8(line.mid(1))).value_or(Decision::deny)});
             rig.settleWriters();
         } else if (line.startsWith('-') && !waiting.empty()) {
             rig.settleWriters();

@@ -36,7 +36,8 @@ struct ApprovalDeskTest : HookFixture
 
     static QByteArray lineOf(const char *decision)
     {
-        return QByteArray("{\"permissionDecision\":\"") + decision + "\"}\n";
+        const QByteArray kept = decision == QByteArray("always") ? ",\"updatedPermissions\":[]" : "";
+        return QByteArray("{\"permissionDecision\":\"") + decision + '"' + kept + "}\n";
     }
 
     bool isPending() const { return state.pendingApproval.value().has_value(); }
@@ -56,7 +57,6 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
                   .id = 1,
                   .sessionId = u"s"_s,
                   .tool = u"Bash"_s,
-                  .command = u"ls"_s,
                   .inputKey = QStringLiteral(R"({"command":"ls","n":1})"),
                   .pillId = u"integration_claude"_s,
                   .input = {{u"command"_s, u"ls"_s}, {u"n"_s, 1}},
@@ -80,7 +80,6 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
               (ApprovalInfo{.id = 2,
                             .sessionId = u"unknown"_s,
                             .tool = u"Tool"_s,
-                            .command = u"Tool"_s,
                             .inputKey = {},
                             .pillId = u"integration_claude"_s,
                             .content = {.title = u"Tool"_s, .text = u"tool_input: ls"_s}}));
@@ -103,7 +102,7 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
     for (const QByteArray word : {"allow", "always", "ask", "deny"}) {
         island.setView(IslandView::approval);
         Peer peer = ask();
-        desk.sendApprovalDecision(*fromRawText<Decision>(QString::fromLatin1(word)));
+        desk.sendApprovalDecision({*fromRawText<Decision>(QString::fromLatin1(word))});
         EXPECT_EQ(answerTo(peer), lineOf(word));
         EXPECT_FALSE(isPending());
         EXPECT_FALSE(state.isPinned);
@@ -111,7 +110,7 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
         EXPECT_EQ(state.view.value(), IslandView::overview);
     }
     ask().close();
-    desk.sendApprovalDecision(Decision::deny);
+    desk.sendApprovalDecision({Decision::deny});
     writers.wait();
     QCoreApplication::processEvents();
     queue.advance(120);
@@ -122,7 +121,7 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
     island.setView(IslandView::approval);
     state.tasks = QList<AgentTask>();
     state.isPinned = true;
-    desk.sendApprovalDecision(Decision::allow);
+    desk.sendApprovalDecision({Decision::allow});
     EXPECT_FALSE(state.isPinned);
     EXPECT_EQ(state.view.value(), IslandView::empty);
 }
@@ -168,7 +167,7 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     EXPECT_TRUE(isPending());
     EXPECT_FALSE(second.isReadable());
 
-    desk.sendApprovalDecision(Decision::allow);
+    desk.sendApprovalDecision({Decision::allow});
     EXPECT_EQ(answerTo(second), lineOf("allow"));
     EXPECT_EQ(state.focusId.value(), u"agent_foo"_s);
 }
@@ -184,7 +183,7 @@ TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
         const Peer peer = ask(codexRequest);
         EXPECT_EQ(state.focusId.value(), codex);
         meanwhile();
-        desk.sendApprovalDecision(Decision::deny);
+        desk.sendApprovalDecision({Decision::deny});
         return state.focusId.value();
     };
     EXPECT_EQ(focusAfter(foo, [&] { state.focusId = claude; }), claude);
@@ -223,7 +222,7 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
             EXPECT_FALSE(settles(event, otherCall, "s"));
     }
     EXPECT_FALSE(settles("PreToolUse", sameCall, "s"));
-    desk.sendApprovalDecision(Decision::deny);
+    desk.sendApprovalDecision({Decision::deny});
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
 }
 

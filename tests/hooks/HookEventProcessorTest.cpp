@@ -144,7 +144,7 @@ TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
         auto [peer, connection] = Peer::pair();
         desk.processPermissionRequest(std::move(connection), json(R"({"term_program":"vscode"})"));
         if (isAnswered)
-            desk.sendApprovalDecision(Decision::allow);
+            desk.sendApprovalDecision({Decision::allow});
         queue.advance(6);
         EXPECT_EQ(task("integration_claude").state,
                   isAnswered ? BotState::working : BotState::approval);

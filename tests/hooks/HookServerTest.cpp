@@ -56,7 +56,7 @@ TEST_F(HookServerTest, TenThousandConnectionsLeaveNoDescriptorOpen)
         }
     }
     EXPECT_TRUE(eventually([&] {
-        server->sendApprovalDecision(Decision::allow);
+        server->sendApprovalDecision({Decision::allow});
         return openDescriptors() == before;
     })) << openDescriptors()
         << " instead of " << before;

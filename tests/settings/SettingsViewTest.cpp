@@ -1,7 +1,7 @@
 #include "settings/SettingsView.h"
 
 #include "hooks/InstallerFixture.h"
-#include "settings/MarkedLines.h"
+#include "ui/MarkedLines.h"
 
 #include <QApplication>
 #include <QGroupBox>

@@ -1,14 +1,9 @@
 #include "ViewFixture.h"
 
-#include "ui/CodeBlock.h"
 #include "views/frame/CountdownBar.h"
-
-#include <QAccessible>
 
 #include <array>
 #include <limits>
-
-#include <tuple>
 
 using namespace tirlo;
 
@@ -27,36 +22,34 @@ protected:
     int collapses = 0;
 };
 
-TEST_F(StatusCardsTest, EachCardTellsItsTextsAndTheSamplesDoNothing)
+TEST_F(StatusCardsTest, EachCardTellsWhatIsSo)
 {
-    using Case = std::tuple<IslandView, QStringList, QStringList>;
-    for (const auto &[view, texts, buttons] :
-         {Case{IslandView::question,
-               {"shop", "Claude Code is asking a question", "Which search engine to use?"},
-               {"Postgres full-text", "Meilisearch", "Algolia"}},
-          Case{IslandView::error,
-               {"shop", "n8n", "Workflow stopped.",
-                "Gmail node timed out after 30s. Retry or open n8n."},
-               {"Retry", "Open in n8n"}},
-          Case{IslandView::confused,
-               {"Too many hits at once.", "Give me a sec — back to work in three seconds."},
-               {}}}) {
-        open(view);
-        EXPECT_EQ(visibleTexts(), texts);
-        EXPECT_EQ(visibleButtons(), buttons);
-        for (const QString &name : buttons)
-            click(name);
-        EXPECT_EQ(state.view.value(), view);
-    }
-    EXPECT_EQ(collapses, 0);
-
+    const auto say = [this](const QString &outcome) {
+        state.editTask("agent_gemini", [&](AgentTask &edited) { edited.outcome = outcome; });
+    };
+    setTasks({task("agent_gemini", "shop", {"Lit", "Teste · npm test"})});
     open(IslandView::finished);
-    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Claude Code finished", "Teste · npm test"}));
-    state.editTask("a", [](AgentTask &edited) { edited.steps.clear(); });
-    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Claude Code finished", "Session finished"}));
-    setTasks({});
-    EXPECT_EQ(visibleTexts(), (QStringList{"Claude Code finished", "Session finished"}));
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Gemini CLI finished", "Session finished"}));
+    say("All **is** well.");
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Gemini CLI finished", "All **is** well."}));
 
+    open(IslandView::error);
+    say({});
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Gemini CLI stopped", "The turn failed."}));
+    say("API Error: 400");
+    EXPECT_EQ(visibleTexts(), (QStringList{"shop", "Gemini CLI stopped", "API Error: 400"}));
+    applications.installed = {"com.apple.Terminal"};
+    click("Look into it");
+    EXPECT_EQ(applications.opened, QStringList{"com.apple.Terminal"});
+    EXPECT_EQ(collapses, 1);
+
+    setTasks({task("n8n", "n8n", {"Gmail failed"})});
+    EXPECT_EQ(visibleTexts(), (QStringList{"n8n", "stopped", "Gmail failed"}));
+
+    open(IslandView::confused);
+    EXPECT_EQ(
+        visibleTexts(),
+        (QStringList{"Too many hits at once.", "Give me a sec — back to work in three seconds."}));
     open(IslandView::empty);
     click("Ask Claude");
     EXPECT_EQ(state.view.value(), IslandView::prompt);
@@ -85,67 +78,6 @@ TEST_F(StatusCardsTest, OpenTerminalTakesTheMostPreferredThatRuns)
     click("Dismiss");
     EXPECT_EQ(collapses, 4);
     EXPECT_EQ(applications.activated.size(), 2U) << "dismissing does nothing else";
-}
-
-using ApprovalViewTest = ViewFixture;
-
-TEST_F(ApprovalViewTest, ItShowsWhoAsksForWhatAndAnswersWithTheDecision)
-{
-    open(IslandView::approval);
-    const QStringList all{"Deny", "Always", "Allow"};
-    struct Case
-    {
-        const char *pillId;
-        QList<AgentTask> tasks;
-        QStringList texts;
-        QStringList buttons;
-    };
-    for (const auto &[pillId, tasks, texts, buttons] :
-         {Case{"agent_shop",
-               {task("agent_shop", "shop")},
-               {"shop", "needs permission", "npm test"},
-               all},
-          // It has no rule file for a standing approval.
-          Case{"agent_codex",
-               {task("agent_shop", "shop")},
-               {"shop", "needs permission", "npm test"},
-               {"Deny", "Allow"}},
-          Case{"agent_shop", {}, {"needs permission", "npm test"}, all}}) {
-        SCOPED_TRACE(pillId);
-        setTasks(tasks);
-        setApproval("npm test", pillId);
-        queue.advance(0.5);
-        EXPECT_EQ(visibleTexts(), texts);
-        EXPECT_EQ(visibleButtons(), buttons);
-        decisions.clear();
-        for (const QString &name : buttons)
-            click(name);
-        EXPECT_EQ(decisions.join(u' '), buttons.join(u' ').toLower());
-    }
-
-    // What takes another's place can't be answered by a click that was meant for that.
-    for (const bool hasGap : {false, true}) {
-        if (hasGap)
-            state.pendingApproval = std::nullopt;
-        setApproval(hasGap ? "reboot" : "rm -rf /", "agent_shop");
-        decisions.clear();
-        click("Allow");
-        EXPECT_TRUE(decisions.isEmpty());
-        queue.advance(0.5);
-        click("Allow");
-        EXPECT_EQ(decisions.size(), 1);
-    }
-
-    auto *code = root->findChild<CodeBlock *>();
-    state.pendingApproval = std::nullopt;
-    EXPECT_TRUE(code->text().isEmpty());
-    EXPECT_EQ(visibleButtons(), all);
-
-    // The whole command is the accessible name, however long.
-    const QString command = "echo " + QString(1'000'000, u'x') + "\n<b>rm</b> -rf /";
-    setApproval(command, "agent_shop");
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(code)->text(QAccessible::Name), command);
-    EXPECT_LE(code->geometry().right(), code->parentWidget()->width());
 }
 
 using CountdownBarTest = ViewFixture;

@@ -6,6 +6,7 @@
 #include "support/MemorySecretStore.h"
 #include "support/MotionParts.h"
 #include "support/StandInIsland.h"
+#include "views/CardSight.h"
 #include "views/frame/IslandContainer.h"
 #include "views/frame/IslandHeader.h"
 #include "views/frame/IslandRootView.h"
@@ -70,13 +71,25 @@ protected:
         queue.advance(2);
     }
 
-    void setApproval(const QString &command, const QString &pillId)
+    /// Puts a request on show that is not the one before; a command unless told otherwise.
+    void setApproval(const QString &text, const QString &pillId, ApprovalInfo request = {})
     {
-        ApprovalInfo request;
-        request.command = command;
+        request.id = ++lastRequest;
         request.pillId = pillId;
+        if (request.content == RequestContent())
+            request.content
+                = {.title = "Run a command", .kind = RequestContent::Kind::command, .text = text};
         state.pendingApproval = request;
         QCoreApplication::processEvents();
+    }
+
+    /// The decisions so far, in words.
+    [[nodiscard]] QStringList decisions() const
+    {
+        QStringList words;
+        for (const ApprovalAnswer &answer : answers)
+            words.append(rawText(answer.decision));
+        return words;
     }
 
     /// The accessible names of the card's visible buttons, left to right.
@@ -150,16 +163,18 @@ protected:
     FakeApplications applications;
     MemorySecretStore secrets;
     KeychainStore keychain{secrets};
-    QStringList decisions;
+    QList<ApprovalAnswer> answers;
+    quint64 lastRequest = 0;
+    CardSight sight{queue};
     QList<ChatProvider> providers;
     std::function<void()> onCapture = [] {};
     IslandActions actions{
-        .sendApprovalDecision = [this](Decision decision) { decisions.append(rawText(decision)); },
+        .sendApprovalDecision = [this](const ApprovalAnswer &answer) { answers.append(answer); },
         .capturePromptContext = [this] { onCapture(); },
         .switchChatProvider = [this](ChatProvider provider) { providers.append(provider); }};
     std::unique_ptr<IslandRootView> root = std::make_unique<IslandRootView>(
         ViewContext{state, notifications, island, sounds, queue, frames, screens, applications,
-                    keychain, actions});
+                    keychain, actions, sight});
 };
 
 } // namespace tirlo

@@ -1,7 +1,6 @@
 #include "ControlScene.h"
 
 #include "ui/CardBackground.h"
-#include "ui/CodeBlock.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
 #include "ui/StatusBadge.h"
@@ -22,8 +21,6 @@ std::unique_ptr<QWidget> makeControls(std::optional<CardBackground::Wash> wash)
     pressed->setDown(true);
     auto *disabled = new PrimaryButton(QStringLiteral("Disabled"), {}, {});
     disabled->setEnabled(false);
-    auto *code = new CodeBlock;
-    code->setLine(QStringLiteral("ls -la"));
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(Style::controlSpacing);
@@ -37,7 +34,6 @@ std::unique_ptr<QWidget> makeControls(std::optional<CardBackground::Wash> wash)
     buttons->addStretch();
 
     auto *column = new QVBoxLayout(card.get());
-    column->addWidget(code);
     column->addLayout(buttons);
     card->resize(cardSize);
     return card;

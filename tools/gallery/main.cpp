@@ -16,6 +16,7 @@
 #include "support/MemoryStore.h"
 #include "support/StandInIsland.h"
 #include "ui/motion/FrameClock.h"
+#include "views/CardSight.h"
 #include "views/frame/IslandRootView.h"
 
 #include <QApplication>
@@ -38,7 +39,7 @@ public:
         scene.arrange(state);
         m_root = std::make_unique<IslandRootView>(
             ViewContext{state, m_notifications, m_island, m_sounds, m_queue, m_frames, m_screens,
-                        m_applications, m_keychain, m_actions});
+                        m_applications, m_keychain, m_actions, m_sight});
         m_root->setAttribute(Qt::WA_TranslucentBackground);
         if (scene.wash)
             for (auto *card : m_root->findChildren<CardBackground *>())
@@ -68,8 +69,10 @@ private:
     MemoryStore m_settings;
     Notifications m_notifications;
     SilentSoundEngine m_sounds;
-    const IslandActions m_actions{.sendApprovalDecision = [](Decision) {},
+    const IslandActions m_actions{.sendApprovalDecision = [](const ApprovalAnswer &) {},
                                   .switchChatProvider = [](ChatProvider) {}};
+
+    CardSight m_sight{m_queue};
 
 public:
     AppState state{m_settings, m_queue};

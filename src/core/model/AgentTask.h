@@ -36,6 +36,8 @@ struct AgentTask
     std::optional<EyeShape> miniEye;
     /// The badge while the task is not in focus.
     std::optional<PillBadge> pillBadge;
+    /// What the last turn came to: the agent's last words, or those of the error that ended it.
+    QString outcome;
     /// The session's working directory.
     std::optional<QString> sessionCwd;
 

@@ -78,14 +78,12 @@ struct ApprovalInfo
     /// Tells this request from every other of this run.
     quint64 id = 0;
     /// The agent session that asked.
-    QString sessionId;
-    QString tool;
-    /// `command` of the tool's input, or else the tool's name.
-    QString command;
+    QString sessionId = {};
+    QString tool = {};
     /// Canonical text of the tool's input; tells whether a later event is about the same call.
-    QString inputKey;
+    QString inputKey = {};
     /// The task that asked.
-    QString pillId;
+    QString pillId = {};
     /// The tool's input as it came, for an answer that goes back with it.
     QJsonObject input = {};
 

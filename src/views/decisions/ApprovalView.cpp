@@ -1,77 +1,179 @@
 #include "ApprovalView.h"
 
-#include "core/AgentCatalog.h"
+#include "RequestBody.h"
 #include "core/AppState.h"
-#include "platform/MainQueue.h"
-#include "ui/CodeBlock.h"
+#include "core/IslandConst.h"
+#include "core/model/ApprovalAnswer.h"
+#include "ui/CardField.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
+#include "ui/Style.h"
+#include "ui/TextLabel.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
+#include "views/CardSight.h"
+#include "views/decisions/DecisionCard.h"
 #include "views/overview/AgentWho.h"
 
-#include <optional>
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include <algorithm>
 #include <utility>
 
 namespace tirlo {
 
 namespace {
 
-constexpr int headSpacing = 5;
+constexpr int reasonSpacing = 3;
+constexpr int bodySpacing = 5;
+constexpr int keepsSpacing = 5;
 constexpr int buttonSpacing = 8;
-/// Text looks smaller than its line, so the column stands a little above the middle.
-constexpr int opticalLift = 3;
-/// A click on its way to one request must not answer the next, which has just taken its place.
-constexpr double settleSeconds = 0.4;
-
-/// Whether the request may be allowed for good; so it looks too while there is none.
-bool offersAlways(const std::optional<ApprovalInfo> &request)
-{
-    const AgentDefinition *agent = request ? AgentCatalog::ofPill(request->pillId) : nullptr;
-    return !agent || agent->keepsStandingApprovals;
-}
+const QString whyName = QStringLiteral("Say why…");
+const QString whyHint = QStringLiteral("Tell it what to do instead");
 
 } // namespace
 
 ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::amber, parent)
-    , m_state(context.state)
-    , m_queue(context.queue)
-    , m_command(new CodeBlock)
-    , m_hasRequest(context.state.pendingApproval.value().has_value())
+    , m_context(context)
+    , m_who(new AgentWho(context.state, QStringLiteral("needs permission")))
+    , m_tool(new TextLabel(Style::font(Style::headSize), Style::secondaryText))
+    , m_lineCount(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
+    , m_reason(DecisionCard::wrappedText(Style::headSize, Style::explanationText, reasonSpacing))
+    , m_body(new RequestBody)
+    , m_keeps(DecisionCard::wrappedText(Style::captionSize, Style::secondaryText, keepsSpacing))
+    , m_why(new CardField(whyName))
 {
-    const auto decide = [this, &actions = context.actions](Decision decision) {
-        return [this, &actions, decision] {
-            if (m_queue.mediaTime() >= m_settledAt)
-                actions.sendApprovalDecision(decision);
-        };
-    };
-    m_always = new SecondaryButton(QStringLiteral("Always"), {}, decide(Decision::always));
+    const auto answer = [this](Decision decision) { return [=, this] { decide(decision); }; };
+    m_deny = new SecondaryButton(QStringLiteral("Deny"), {}, answer(Decision::deny));
+    m_always = new SecondaryButton(QStringLiteral("Always"), {}, answer(Decision::always));
+    m_allow = new PrimaryButton(QStringLiteral("Allow"), {}, answer(Decision::allow));
+    m_keepPlanning
+        = new SecondaryButton(QStringLiteral("Keep planning"), {}, answer(Decision::deny));
+    m_approvePlan = new PrimaryButton(QStringLiteral("Approve plan"), {}, answer(Decision::allow));
+    m_why->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(m_why, &CardField::returnPressed, this, &ApprovalView::denyWithReason);
+    connect(m_why, &CardField::focusChanged, this, &ApprovalView::showWhy);
 
-    CardColumn::fill(
-        this, CardMetrics::contentLeft,
-        {{0, new AgentWho(m_state, QStringLiteral("needs permission"))},
-         {headSpacing, m_command},
-         {buttonSpacing,
-          CardColumn::controls(
-              {new SecondaryButton(QStringLiteral("Deny"), {}, decide(Decision::deny)), m_always,
-               new PrimaryButton(QStringLiteral("Allow"), {}, decide(Decision::allow))})}},
-        opticalLift);
+    auto *head = new QHBoxLayout;
+    head->setSpacing(Style::headSpacing);
+    head->addWidget(m_who);
+    head->addWidget(m_tool);
+    head->addStretch();
+    head->addWidget(m_lineCount);
 
-    updateRequest();
-    m_observers.follow(m_state.pendingApproval, [this] {
-        // It may also have gone a moment before the next one came.
-        if (std::exchange(m_hasRequest, m_state.pendingApproval.value().has_value()))
-            m_settledAt = m_queue.mediaTime() + settleSeconds;
-        updateRequest();
-    });
+    m_buttons = new QHBoxLayout;
+    m_buttons->setSpacing(Style::controlSpacing);
+    for (QWidget *button :
+         {m_deny, m_keepPlanning, static_cast<QWidget *>(m_why), m_always, m_allow, m_approvePlan})
+        m_buttons->addWidget(button);
+    m_buttons->addStretch();
+
+    CardColumn::fill(this, CardMetrics::contentLeft,
+                     {{0, head},
+                      {0, m_reason},
+                      {bodySpacing, m_body},
+                      {0, m_keeps},
+                      {buttonSpacing, m_buttons}});
+    QWidget *previous = m_body;
+    for (QWidget *next :
+         {m_deny, m_keepPlanning, static_cast<QWidget *>(m_why), m_always, m_allow, m_approvePlan})
+        setTabOrder(std::exchange(previous, next), next);
+    followRequest();
+    m_observers.follow(m_context.state.pendingApproval, [this] { followRequest(); });
 }
 
-void ApprovalView::updateRequest()
+void ApprovalView::followRequest()
 {
-    const auto &request = m_state.pendingApproval.value();
-    m_command->setLine(request ? request->command : QString());
-    m_always->setVisible(offersAlways(request));
+    const std::optional<ApprovalInfo> request = m_context.state.pendingApproval;
+    if (!request || !request->questions.isEmpty() || request->id == m_shownRequest)
+        return;
+    m_shownRequest = request->id;
+    m_context.sight.showsAnother();
+    showRequest(*request);
+}
+
+void ApprovalView::showRequest(const ApprovalInfo &request)
+{
+    const RequestContent &content = request.content;
+    const bool isPlan = content.kind == RequestContent::Kind::plan;
+    m_body->showContent(content);
+    const int lines = m_body->lineCount();
+    m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());
+    showReason(content);
+    m_keeps->setText(DecisionCard::whatIsKept(request.grants));
+    m_keeps->setVisible(!request.grants.isEmpty());
+    m_why->clear();
+    m_why->clearFocus();
+
+    m_deny->setVisible(!isPlan);
+    m_allow->setVisible(!isPlan);
+    m_always->setVisible(!request.grants.isEmpty() && !isPlan);
+    m_keepPlanning->setVisible(isPlan);
+    m_approvePlan->setVisible(isPlan);
+    fitHeight();
+}
+
+/// A short reason stands behind the tool, a longer one has lines of its own.
+void ApprovalView::showReason(const RequestContent &content)
+{
+    m_tool->setLine(QStringLiteral("· ") + content.title);
+    if (content.reason.isEmpty() || content.reason.contains(u'\n')) {
+        m_reason->setText(content.reason);
+        m_reason->setVisible(!content.reason.isEmpty());
+        return;
+    }
+    const QString both = m_tool->text() + QStringLiteral(" — ") + content.reason;
+    const int room = DecisionCard::columnWidth - m_who->sizeHint().width()
+        - m_lineCount->sizeHint().width() - 3 * Style::headSpacing;
+    const bool fits = QFontMetrics(m_tool->font()).horizontalAdvance(both) <= room;
+    if (fits)
+        m_tool->setLine(both);
+    m_reason->setText(fits ? QString() : content.reason);
+    m_reason->setVisible(!fits);
+}
+
+/// Takes what room the request needs, up to the largest card, and scrolls in it from there on.
+void ApprovalView::fitHeight()
+{
+    m_body->setFixedHeight(Style::codeHeight);
+    const int others = DecisionCard::heightOf(*this) - Style::codeHeight;
+    const int room = std::max(CardMetrics::largestHeight - 2 * CardMetrics::padding - others,
+                              Style::codeHeight);
+    const int needed = m_body->heightFor(DecisionCard::columnWidth, room);
+    m_body->setFixedHeight(std::max(needed, Style::codeHeight));
+
+    DecisionCard::askForHeight(m_context.state, others + m_body->height());
+}
+
+void ApprovalView::decide(Decision decision)
+{
+    if (!m_context.sight.hasBeenSeen())
+        return;
+    ApprovalAnswer answer{.decision = decision};
+    if (const auto request = m_context.state.pendingApproval.value();
+        request && decision == Decision::always) {
+        for (const StandingGrant &grant : request->grants)
+            answer.updatedPermissions.append(grant.suggestion);
+    }
+    m_context.actions.sendApprovalDecision(answer);
+}
+
+void ApprovalView::denyWithReason()
+{
+    if (m_context.sight.hasBeenSeen() && !m_why->text().trimmed().isEmpty())
+        m_context.actions.sendApprovalDecision(
+            {.decision = Decision::deny, .message = m_why->text().trimmed()});
+}
+
+/// While the reason is typed it has the whole row.
+void ApprovalView::showWhy(bool isTyping)
+{
+    m_why->setPlaceholderText(isTyping ? whyHint : whyName);
+    m_why->setSizePolicy(isTyping ? QSizePolicy::Expanding : QSizePolicy::Preferred,
+                         QSizePolicy::Fixed);
+    m_buttons->setStretchFactor(m_why, isTyping ? 1 : 0);
 }
 
 } // namespace tirlo

@@ -1,16 +1,24 @@
 #pragma once
 
+#include "core/model/ApprovalInfo.h"
 #include "ui/CardBackground.h"
 #include "ui/Observers.h"
 #include "views/ViewContext.h"
 
-class QPushButton;
+class QLabel;
+class QBoxLayout;
 
 namespace tirlo {
 
-class CodeBlock;
+class AgentWho;
+class CardField;
+class RequestBody;
+class TextLabel;
 
-/// The card on which a waiting agent gets its permission, or not.
+/// The permission request on show: what an agent is about to do, whole, and the answers.
+///
+/// No answer is taken before the card has been seen. A short request fits the usual height; for a
+/// longer one the card asks the island to grow, and scrolls what does not fit even then.
 class ApprovalView final : public CardBackground
 {
     Q_OBJECT
@@ -19,15 +27,29 @@ public:
     explicit ApprovalView(const ViewContext &context, QWidget *parent = nullptr);
 
 private:
-    void updateRequest();
+    void followRequest();
+    void showRequest(const ApprovalInfo &request);
+    void showReason(const RequestContent &content);
+    void fitHeight();
+    void decide(Decision decision);
+    void denyWithReason();
+    void showWhy(bool isTyping);
 
-    AppState &m_state;
-    const MainQueue &m_queue;
-    CodeBlock *m_command;
-    QPushButton *m_always;
-    bool m_hasRequest;
-    /// Media time from which a click means the request on show.
-    double m_settledAt = 0;
+    ViewContext m_context;
+    quint64 m_shownRequest = 0;
+    AgentWho *m_who;
+    TextLabel *m_tool;
+    TextLabel *m_lineCount;
+    QLabel *m_reason;
+    RequestBody *m_body;
+    QLabel *m_keeps;
+    QBoxLayout *m_buttons;
+    QWidget *m_deny;
+    QWidget *m_always;
+    QWidget *m_allow;
+    QWidget *m_keepPlanning;
+    QWidget *m_approvePlan;
+    CardField *m_why;
     Observers m_observers;
 };
 

@@ -1,10 +1,12 @@
 #include "FinishedView.h"
 
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
-#include "ui/TextLabel.h"
+#include "ui/Style.h"
+#include "ui/TextParagraph.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
 #include "views/overview/AgentWho.h"
@@ -14,15 +16,18 @@ namespace tirlo {
 
 namespace {
 
-constexpr int titleSpacing = 5;
-constexpr int buttonSpacing = 9;
+constexpr int titleSpacing = 4;
+constexpr int buttonSpacing = 6;
+constexpr int mostLines = 2;
 
 } // namespace
 
 FinishedView::FinishedView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::green, parent)
     , m_state(context.state)
-    , m_title(CardColumn::title())
+    , m_who(new AgentWho(context.state, QStringLiteral("finished")))
+    , m_title(new TextParagraph(Style::font(Style::bodySize, QFont::DemiBold), Style::primaryText,
+                                mostLines))
 {
     Notifications *notifications = &context.notifications;
     Applications *applications = &context.applications;
@@ -35,20 +40,23 @@ FinishedView::FinishedView(const ViewContext &context, QWidget *parent)
         QStringLiteral("Dismiss"), {}, [notifications] { Q_EMIT notifications->islandCollapse(); });
 
     CardColumn::fill(this, CardMetrics::contentLeft,
-                     {{0, new AgentWho(m_state, QStringLiteral("Claude Code finished"))},
+                     {{0, m_who},
                       {titleSpacing, m_title},
                       {buttonSpacing, CardColumn::controls({terminal, dismiss})}});
 
-    updateTitle();
-    m_observers.follow(m_state.tasks, [this] { updateTitle(); });
-    m_observers.follow(m_state.focusId, [this] { updateTitle(); });
+    followTask();
+    m_observers.follow(m_state.tasks, [this] { followTask(); });
+    m_observers.follow(m_state.focusId, [this] { followTask(); });
 }
 
-void FinishedView::updateTitle()
+/// Shows what the agent itself said last.
+void FinishedView::followTask()
 {
     const auto task = m_state.focusTask();
-    const bool hasSteps = task && !task->steps.isEmpty();
-    m_title->setLine(hasSteps ? task->steps.last() : QStringLiteral("Session finished"));
+    const AgentDefinition *agent = task ? AgentCatalog::ofPill(task->id) : nullptr;
+    m_who->setLabel(agent ? agent->name + QStringLiteral(" finished") : QStringLiteral("finished"));
+    const bool hasSpoken = task && !task->outcome.isEmpty();
+    m_title->showText(hasSpoken ? task->outcome : QStringLiteral("Session finished"));
 }
 
 } // namespace tirlo

@@ -6,9 +6,10 @@
 
 namespace tirlo {
 
-class TextLabel;
+class AgentWho;
+class TextParagraph;
 
-/// What an agent did last, and the way to its terminal.
+/// What an agent said last, and the way to its terminal.
 class FinishedView final : public CardBackground
 {
     Q_OBJECT
@@ -17,10 +18,11 @@ public:
     explicit FinishedView(const ViewContext &context, QWidget *parent = nullptr);
 
 private:
-    void updateTitle();
+    void followTask();
 
     AppState &m_state;
-    TextLabel *m_title;
+    AgentWho *m_who;
+    TextParagraph *m_title;
     Observers m_observers;
 };
 

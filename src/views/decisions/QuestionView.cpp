@@ -1,30 +1,262 @@
 #include "QuestionView.h"
 
+#include "DecisionCard.h"
+#include "core/AppState.h"
+#include "core/HiddenMarks.h"
+#include "core/model/ApprovalAnswer.h"
+#include "hooks/AgentQuestions.h"
+#include "ui/CardField.h"
+#include "ui/OptionButton.h"
+#include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
+#include "ui/SlimScrollBar.h"
+#include "ui/Style.h"
+#include "ui/TextLabel.h"
+#include "ui/TextLine.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
+#include "views/CardSight.h"
+#include "views/overview/AgentTargets.h"
 #include "views/overview/AgentWho.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+
+#include <algorithm>
 
 namespace tirlo {
 
 namespace {
 
-constexpr int titleSpacing = 5;
-constexpr int buttonSpacing = 9;
+constexpr int questionSpacing = 5;
+constexpr int optionsSpacing = 7;
+constexpr int optionSpacing = 5;
+constexpr int fieldSpacing = 6;
+constexpr int buttonSpacing = 8;
+/// Less than this of the options would be a slit.
+constexpr int leastOptionsHeight = 34;
 
 } // namespace
 
 QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::cyan, parent)
+    , m_context(context)
+    , m_progress(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
+    , m_question(DecisionCard::wrappedText(Style::bodySize, Style::primaryText))
+    , m_options(new QScrollArea)
+    , m_own(new CardField(QStringLiteral("Another answer…")))
+    , m_terminal(new SecondaryButton(QStringLiteral("In the terminal"), {}, [this] { giveBack(); }))
+    , m_back(new SecondaryButton(QStringLiteral("Back"), {}, [this] { goBack(); }))
+    , m_next(new PrimaryButton(QStringLiteral("Next"), {}, [this] { goOn(); }))
+    , m_answer(new PrimaryButton(QStringLiteral("Answer"), {}, [this] { goOn(); }))
+    , m_open(new SecondaryButton(QStringLiteral("Open"), {}, [this] {
+        if (const auto task = m_context.state.focusTask())
+            AgentTargets::lookInto(*task, m_context);
+    }))
 {
+    m_question->setFont(Style::font(Style::bodySize, QFont::DemiBold));
+    m_options->setFocusPolicy(Qt::NoFocus);
+    m_options->setFrameStyle(QFrame::NoFrame);
+    m_options->setWidgetResizable(true);
+    SlimScrollBar::dress(*m_options);
+    m_options->viewport()->setAutoFillBackground(false);
+    connect(m_own, &CardField::returnPressed, this, &QuestionView::goOn);
+    connect(m_own, &CardField::textChanged, this, &QuestionView::updateButtons);
+
+    auto *head = new QHBoxLayout;
+    head->setSpacing(Style::headSpacing);
+    head->addWidget(new AgentWho(m_context.state, QStringLiteral("is asking a question")));
+    head->addStretch();
+    head->addWidget(m_progress);
+
     CardColumn::fill(
         this, CardMetrics::contentLeft,
-        {{0, new AgentWho(context.state, QStringLiteral("Claude Code is asking a question"))},
-         {titleSpacing, CardColumn::title(QStringLiteral("Which search engine to use?"))},
-         {buttonSpacing,
-          CardColumn::controls({new SecondaryButton(QStringLiteral("Postgres full-text"), {}, {}),
-                                new SecondaryButton(QStringLiteral("Meilisearch"), {}, {}),
-                                new SecondaryButton(QStringLiteral("Algolia"), {}, {})})}});
+        {{0, head},
+         {questionSpacing, m_question},
+         {optionsSpacing, m_options},
+         {fieldSpacing, m_own},
+         {buttonSpacing, CardColumn::controls({m_terminal, m_back, m_open, m_next, m_answer})}});
+    showParts(false);
+    followRequest();
+    m_observers.follow(m_context.state.pendingApproval, [this] { followRequest(); });
+    m_observers.follow(m_context.state.tasks, [this] { followTask(); });
+    m_observers.follow(m_context.state.focusId, [this] { followTask(); });
+}
+
+void QuestionView::followRequest()
+{
+    const std::optional<ApprovalInfo> request = m_context.state.pendingApproval;
+    if (!request || request->questions.isEmpty()) {
+        // The card keeps what it shows while it goes.
+        if (std::exchange(m_request, std::nullopt) == std::nullopt)
+            followTask();
+        return;
+    }
+    if (m_request && m_request->id == request->id)
+        return;
+    m_request = request;
+    m_index = 0;
+    m_answers.clear();
+    showQuestion();
+}
+
+/// Without a question to answer here: what the agent itself said.
+void QuestionView::followTask()
+{
+    if (m_request)
+        return;
+    const std::optional<AgentTask> task = m_context.state.focusTask();
+    const bool asks = task && task->state == BotState::question && !task->steps.isEmpty();
+    if (!asks)
+        return;
+    m_question->setText(withoutHiddenMarks(task->steps.last()));
+    m_progress->setLine({});
+    showParts(false);
+    DecisionCard::askForHeight(m_context.state, DecisionCard::heightOf(*this));
+}
+
+void QuestionView::showQuestion()
+{
+    const AgentQuestion &question = m_request->questions.at(m_index);
+    m_context.sight.showsAnother();
+    const qsizetype count = m_request->questions.size();
+    const QString place
+        = count > 1 ? QStringLiteral("%1 of %2").arg(m_index + 1).arg(count) : QString();
+    const QString header = TextLine::displayable(question.header);
+    m_progress->setLine(header.isEmpty() || place.isEmpty()
+                            ? header + place
+                            : header + QStringLiteral(" · ") + place);
+    m_question->setText(withoutHiddenMarks(question.text));
+    m_own->clear();
+    m_own->clearFocus();
+
+    showParts(true);
+    m_back->setVisible(m_index > 0);
+    const bool isLast = m_index + 1 == count;
+    m_next->setVisible(!isLast);
+    m_answer->setVisible(isLast);
+    showOptions(question);
+    updateButtons();
+    fitHeight();
+}
+
+/// The controls of a question that is answered here, or the one that leads to the agent.
+void QuestionView::showParts(bool isAnswered)
+{
+    for (QWidget *part : {static_cast<QWidget *>(m_options), static_cast<QWidget *>(m_own),
+                          m_terminal, m_back, m_next, m_answer})
+        part->setVisible(isAnswered);
+    m_open->setVisible(!isAnswered);
+}
+
+void QuestionView::showOptions(const AgentQuestion &question)
+{
+    auto *list = new QWidget;
+    auto *column = new QVBoxLayout(list);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(optionSpacing);
+    m_optionButtons.clear();
+    for (const AgentQuestion::Option &option : question.options) {
+        auto *button
+            = new OptionButton(option.label, option.description, question.multiSelect, list);
+        connect(button, &QAbstractButton::clicked, this, [this, label = option.label] {
+            if (m_request->questions.at(m_index).multiSelect)
+                updateButtons();
+            else
+                choose({label});
+        });
+        column->addWidget(button);
+        m_optionButtons.append(button);
+    }
+    column->addStretch();
+    m_options->setWidget(list);
+    list->setAutoFillBackground(false);
+    m_options->setVisible(!question.options.isEmpty());
+
+    QWidget *previous = m_options;
+    const auto follow
+        = [&previous](QWidget *next) { setTabOrder(std::exchange(previous, next), next); };
+    for (QAbstractButton *button : m_optionButtons)
+        follow(button);
+    for (QWidget *next : {static_cast<QWidget *>(m_own), m_terminal, m_back, m_next, m_answer})
+        follow(next);
+}
+
+void QuestionView::fitHeight()
+{
+    int needed = 0;
+    if (!m_optionButtons.isEmpty()) {
+        needed = m_options->widget()->layout()->totalHeightForWidth(DecisionCard::columnWidth);
+        m_options->setFixedHeight(leastOptionsHeight);
+    }
+    const int others
+        = DecisionCard::heightOf(*this) - (m_optionButtons.isEmpty() ? 0 : leastOptionsHeight);
+    const int room = std::max(CardMetrics::largestHeight - 2 * CardMetrics::padding - others,
+                              leastOptionsHeight);
+    const int height = std::min(needed, room);
+    if (!m_optionButtons.isEmpty())
+        m_options->setFixedHeight(height);
+    DecisionCard::askForHeight(m_context.state, others + height);
+}
+
+void QuestionView::choose(const QStringList &labels)
+{
+    if (!m_request || !m_context.sight.hasBeenSeen())
+        return;
+    const QList<AgentQuestion> &questions = m_request->questions;
+    m_answers.insert(questions.at(m_index).text, labels);
+    if (++m_index < questions.size()) {
+        showQuestion();
+        return;
+    }
+    m_index = questions.size() - 1;
+    m_context.actions.sendApprovalDecision(
+        {.decision = Decision::allow, .updatedInput = answeredInput(m_request->input, m_answers)});
+}
+
+void QuestionView::goOn()
+{
+    const QStringList labels = chosen();
+    if (!labels.isEmpty())
+        choose(labels);
+}
+
+void QuestionView::goBack()
+{
+    if (m_index == 0 || !m_request)
+        return;
+    --m_index;
+    showQuestion();
+}
+
+void QuestionView::giveBack()
+{
+    if (m_context.sight.hasBeenSeen())
+        m_context.actions.sendApprovalDecision({.decision = Decision::ask});
+}
+
+void QuestionView::updateButtons()
+{
+    const bool hasAnswer = !chosen().isEmpty();
+    m_next->setEnabled(hasAnswer);
+    m_answer->setEnabled(hasAnswer);
+}
+
+/// What is ticked, and what was typed.
+QStringList QuestionView::chosen() const
+{
+    QStringList labels;
+    if (!m_request)
+        return labels;
+    const AgentQuestion &question = m_request->questions.at(m_index);
+    for (qsizetype i = 0; i < m_optionButtons.size(); ++i) {
+        if (m_optionButtons.at(i)->isChecked())
+            labels.append(question.options.at(i).label);
+    }
+    if (const QString own = m_own->text().trimmed(); !own.isEmpty())
+        labels.append(own);
+    return labels;
 }
 
 } // namespace tirlo

@@ -1,17 +1,65 @@
 #pragma once
 
+#include "core/model/ApprovalInfo.h"
 #include "ui/CardBackground.h"
+#include "ui/Observers.h"
 #include "views/ViewContext.h"
+
+#include <QHash>
+
+class QAbstractButton;
+class QLabel;
+class QScrollArea;
 
 namespace tirlo {
 
-/// An agent's question with the answers to choose from.
+class CardField;
+class TextLabel;
+
+/// What an agent asks its user: one question after the other, each with its options and a field for
+/// an answer of one's own.
+///
+/// An option of a question that takes one answer leads on at once; where several may be chosen the
+/// button does. No answer is taken before the card has been seen. Without a question to answer the
+/// card shows the agent's own words and leads to where it waits.
 class QuestionView final : public CardBackground
 {
     Q_OBJECT
 
 public:
     explicit QuestionView(const ViewContext &context, QWidget *parent = nullptr);
+
+private:
+    void followRequest();
+    void followTask();
+    void showQuestion();
+    void showParts(bool isAnswered);
+    void showOptions(const AgentQuestion &question);
+    void fitHeight();
+    void choose(const QStringList &labels);
+    void goOn();
+    void goBack();
+    void giveBack();
+    void updateButtons();
+    [[nodiscard]] QStringList chosen() const;
+
+    ViewContext m_context;
+    std::optional<ApprovalInfo> m_request;
+    qsizetype m_index = 0;
+    /// By the question's text, as it goes back.
+    QHash<QString, QStringList> m_answers;
+
+    TextLabel *m_progress;
+    QLabel *m_question;
+    QScrollArea *m_options;
+    QList<QAbstractButton *> m_optionButtons;
+    CardField *m_own;
+    QWidget *m_terminal;
+    QWidget *m_back;
+    QWidget *m_next;
+    QWidget *m_answer;
+    QWidget *m_open;
+    Observers m_observers;
 };
 
 } // namespace tirlo

@@ -59,6 +59,7 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.mode, moved);
     m_observers.follow(m_state.view, moved);
     m_observers.follow(m_state.chatHistory, moved);
+    m_observers.follow(m_state.cardGrowth, moved);
     m_observers.follow(m_state.uploadProgress, moved);
     m_observers.follow(m_state.uploadStartTime, [this] { run(); });
     m_observers.follow(m_state.isDraggingBot, moved);

@@ -12,6 +12,7 @@
 #include "mascot/GreetingCanvasView.h"
 #include "ui/PresenceEffect.h"
 #include "ui/Style.h"
+#include "views/CardSight.h"
 
 #include <QPainter>
 
@@ -32,6 +33,7 @@ constexpr double mascotPerFilmDiameter = 20.0 / 17;
 IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
     , m_state(context.state)
+    , m_sight(context.sight)
     , m_clock(context.frames)
     , m_content(new IslandContentView(context, this))
     , m_contentPresence(new PresenceEffect(m_content))
@@ -54,6 +56,8 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.mode, [this] { followMode(); });
     m_observers.follow(m_state.view, [this] { followView(); });
     m_observers.follow(m_state.chatHistory, [this] { followChat(); });
+    m_observers.follow(m_state.cardGrowth, [this] { followSize(); });
+    connect(m_content, &IslandContentView::cardArrived, this, &IslandContainer::followSight);
 }
 
 void IslandContainer::paintEvent(QPaintEvent *)
@@ -77,6 +81,7 @@ void IslandContainer::followMode()
 /// What changes on an island that shows no card is there when it opens.
 void IslandContainer::followView()
 {
+    m_sight.moves();
     m_content->showCard(m_state.view, m_contentOpacity.valueAt(m_clock.now()) > 0);
     followSize();
 }
@@ -110,6 +115,7 @@ void IslandContainer::moveTo(const IslandShape &target, const Animation &animati
 
 void IslandContainer::run()
 {
+    m_sight.moves();
     if (!m_frames.isActive())
         m_frames = m_clock.subscribe([this](double time) { frame(time); });
 }
@@ -130,6 +136,15 @@ void IslandContainer::frame(double time)
     m_frames.reset();
     if (m_contentOpacity.target() > 0)
         layOutContent();
+    followSight();
+}
+
+/// The card is in sight once neither it nor the island moves.
+void IslandContainer::followSight()
+{
+    const bool isShown = m_mode == IslandMode::expanded && m_contentOpacity.target() > 0;
+    if (isShown && !m_frames.isActive() && m_content->isAtRest())
+        m_sight.arrived();
 }
 
 void IslandContainer::show(const IslandShape &shape)

@@ -44,6 +44,7 @@ private:
     void followMode();
     void followView();
     void followChat();
+    void followSight();
     void followSize();
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);
@@ -61,6 +62,7 @@ private:
     [[nodiscard]] MascotPlace greetingMascot() const;
 
     AppState &m_state;
+    CardSight &m_sight;
     FrameClock &m_clock;
     IslandContentView *m_content;
     PresenceEffect *m_contentPresence;

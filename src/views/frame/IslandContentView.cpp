@@ -3,6 +3,7 @@
 #include "IslandHeader.h"
 #include "IslandViewContent.h"
 #include "core/AppState.h"
+#include "core/IslandLayout.h"
 #include "views/CardMetrics.h"
 
 #include <utility>
@@ -24,6 +25,7 @@ bool fillsIsland(IslandView view)
 
 IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent)
     : QWidget(parent)
+    , m_state(context.state)
     , m_clock(context.frames)
     , m_header(new IslandHeader(context, this))
     , m_view(context.state.view)
@@ -71,8 +73,10 @@ void IslandContentView::frame(double time)
         if (card)
             isAtRest &= card->showAt(time);
     }
-    if (isAtRest)
-        m_frames.reset();
+    if (!isAtRest)
+        return;
+    m_frames.reset();
+    Q_EMIT cardArrived();
 }
 
 /// A card that goes keeps the place that it had.
@@ -90,8 +94,9 @@ void IslandContentView::placeCard()
         return;
     }
     // The middle of the room below the header is also the middle of the mascot.
-    const int top = headerBottom + (m_islandHeight - headerBottom - CardMetrics::height) / 2;
-    present->card().setGeometry(left, top, cardWidth, CardMetrics::height);
+    const int height = CardMetrics::height + int(IslandLayout::cardGrowth(m_view, m_state));
+    const int top = headerBottom + (m_islandHeight - headerBottom - height) / 2;
+    present->card().setGeometry(left, top, cardWidth, height);
 }
 
 std::optional<CardPresence> &IslandContentView::selected()

@@ -32,6 +32,13 @@ public:
     /// its top.
     void setIslandHeight(int height);
 
+    /// Whether no card comes or goes.
+    [[nodiscard]] bool isAtRest() const { return !m_frames.isActive(); }
+
+Q_SIGNALS:
+    /// The present card has come, and the others have gone.
+    void cardArrived();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
@@ -40,6 +47,7 @@ private:
     void frame(double time);
     [[nodiscard]] std::optional<CardPresence> &selected();
 
+    const AppState &m_state;
     FrameClock &m_clock;
     IslandHeader *m_header;
     /// One a view, in the order of the views; none for a view without a card.

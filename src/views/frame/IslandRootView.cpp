@@ -20,6 +20,7 @@ void IslandRootView::resizeEvent(QResizeEvent *)
 void IslandRootView::placeIsland()
 {
     m_island->move((width() - m_island->width()) / 2, 0);
+    Q_EMIT drawn(m_island->shape());
 }
 
 } // namespace tirlo

@@ -7,6 +7,7 @@
 namespace tirlo {
 
 class IslandContainer;
+struct IslandShape;
 
 /// The see-through layer that fills the panel, with the island pinned to its top centre.
 class IslandRootView final : public QWidget
@@ -15,6 +16,10 @@ class IslandRootView final : public QWidget
 
 public:
     explicit IslandRootView(const ViewContext &context, QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    /// The island is drawn with that outline from now on, in the middle of the upper edge.
+    void drawn(const tirlo::IslandShape &outline);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

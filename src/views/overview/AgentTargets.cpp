@@ -101,4 +101,12 @@ void open(const AgentTask &task, const ViewContext &context)
     }
 }
 
+void lookInto(const AgentTask &task, const ViewContext &context)
+{
+    if (targetOf(task).kind == Kind::terminal)
+        TerminalRule::open(context.applications);
+    else
+        open(task, context);
+}
+
 } // namespace tirlo::AgentTargets

@@ -17,6 +17,9 @@ namespace AgentTargets {
 /// Brings the thing behind the task to the front; one that is missing is passed over in silence.
 void open(const AgentTask &task, const ViewContext &context);
 
+/// The same, but starts a terminal where the task has its home in one and none runs.
+void lookInto(const AgentTask &task, const ViewContext &context);
+
 } // namespace AgentTargets
 
 } // namespace tirlo

@@ -14,22 +14,28 @@ AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     : QWidget(parent)
     , m_dot(new ColorDot)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
+    , m_label(new TextLabel(Style::font(Style::headSize), Style::secondaryText))
 {
-    auto *what = new TextLabel(Style::font(Style::headSize), Style::secondaryText);
-    what->setNeverElided();
-    what->setLine(label);
+    m_label->setNeverElided();
+    m_label->setLine(label);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Style::headSpacing);
     row->addWidget(m_dot);
     row->addWidget(m_name);
-    row->addWidget(what);
+    row->addWidget(m_label);
     row->addStretch();
 
     setTask(state.focusTask());
     m_observers.follow(state.tasks, [this, &state] { setTask(state.focusTask()); });
     m_observers.follow(state.focusId, [this, &state] { setTask(state.focusTask()); });
+}
+
+void AgentWho::setLabel(const QString &label)
+{
+    m_label->setLine(label);
+    m_label->updateGeometry();
 }
 
 void AgentWho::setTask(const std::optional<AgentTask> &task)

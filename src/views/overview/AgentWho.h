@@ -24,11 +24,15 @@ class AgentWho final : public QWidget
 public:
     AgentWho(AppState &state, const QString &label, QWidget *parent = nullptr);
 
+    /// What is the matter, in place of what was said before.
+    void setLabel(const QString &label);
+
 private:
     void setTask(const std::optional<AgentTask> &task);
 
     ColorDot *m_dot;
     TextLabel *m_name;
+    TextLabel *m_label;
     Observers m_observers;
 };
 

@@ -1,7 +1,6 @@
 #include "LineDiff.h"
 
 #include <algorithm>
-#include <numeric>
 #include <vector>
 
 namespace tirlo {
@@ -41,10 +40,16 @@ private:
 
 } // namespace
 
-LineDiff compareLines(const QString &before, const QString &after)
+QList<DiffLine> diffLines(const QString &before, const QString &after)
 {
+    using Kind = DiffLine::Kind;
     QStringList old = linesOf(before);
     QStringList fresh = linesOf(after);
+    QList<DiffLine> lines;
+    const auto append = [&lines](Kind kind, const QStringList &texts) {
+        for (const QString &text : texts)
+            lines.append({kind, text});
+    };
 
     // Most of a file is the same at both ends.
     const qsizetype shorter = std::min(old.size(), fresh.size());
@@ -54,15 +59,16 @@ LineDiff compareLines(const QString &before, const QString &after)
     qsizetype tail = 0;
     while (tail < shorter - head && old[old.size() - 1 - tail] == fresh[fresh.size() - 1 - tail])
         ++tail;
+    append(Kind::kept, old.first(head));
+    const QStringList end = old.last(tail);
     old = old.sliced(head, old.size() - head - tail);
     fresh = fresh.sliced(head, fresh.size() - head - tail);
 
-    LineDiff diff;
     if (old.size() > mostPairs / (fresh.size() + 1)) {
-        diff.removed = old;
-        diff.changed.resize(fresh.size());
-        std::iota(diff.changed.begin(), diff.changed.end(), int(head));
-        return diff;
+        append(Kind::removed, old);
+        append(Kind::added, fresh);
+        append(Kind::kept, end);
+        return lines;
     }
 
     CommonLines common(old, fresh);
@@ -72,13 +78,30 @@ LineDiff compareLines(const QString &before, const QString &after)
         const bool oldLeft = i < old.size();
         const bool freshLeft = j < fresh.size();
         if (oldLeft && freshLeft && old[i] == fresh[j]) {
-            ++i;
+            lines.append({Kind::kept, old[i++]});
             ++j;
         } else if (oldLeft && (!freshLeft || common.count(i + 1, j) >= common.count(i, j + 1))) {
-            diff.removed.append(old[i++]);
+            lines.append({Kind::removed, old[i++]});
         } else {
-            diff.changed.append(int(head + j++));
+            lines.append({Kind::added, fresh[j++]});
         }
+    }
+    append(Kind::kept, end);
+    return lines;
+}
+
+LineDiff compareLines(const QString &before, const QString &after)
+{
+    LineDiff diff;
+    int number = 0;
+    for (const DiffLine &line : diffLines(before, after)) {
+        if (line.kind == DiffLine::Kind::removed) {
+            diff.removed.append(line.text);
+            continue;
+        }
+        if (line.kind == DiffLine::Kind::added)
+            diff.changed.append(number);
+        ++number;
     }
     return diff;
 }

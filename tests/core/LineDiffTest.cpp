@@ -1,4 +1,4 @@
-#include "settings/LineDiff.h"
+#include "core/LineDiff.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +12,14 @@ TEST(LineDiffTest, MarksWhatIsNewAndListsWhatIsGone)
     EXPECT_EQ(compareLines("a\nb", ""), (LineDiff{{}, {"a", "b"}}));
     EXPECT_EQ(compareLines("a\na\na", "a\na"), (LineDiff{{}, {"a"}}));
     EXPECT_EQ(compareLines("1\nx\n2\ny\n3", "x\nnew\ny\n3\n4"), (LineDiff{{1, 4}, {"1", "2"}}));
+
+    using Kind = DiffLine::Kind;
+    EXPECT_EQ(diffLines("head\nold\ntail", "head\nnew\nmore\ntail"),
+              (QList<DiffLine>{{Kind::kept, "head"},
+                               {Kind::removed, "old"},
+                               {Kind::added, "new"},
+                               {Kind::added, "more"},
+                               {Kind::kept, "tail"}}));
 }
 
 TEST(LineDiffTest, AChangeBeyondMeasureIsTakenAsOne)

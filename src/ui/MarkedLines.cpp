@@ -9,6 +9,7 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tirlo {
 
@@ -19,10 +20,8 @@ constexpr int washAlpha = 48;
 
 } // namespace
 
-MarkedLines::MarkedLines(QChar mark, const QColor &color, QWidget *parent)
+MarkedLines::MarkedLines(QWidget *parent)
     : QPlainTextEdit(parent)
-    , m_mark(mark)
-    , m_color(color)
     , m_margin(new QWidget(this))
 {
     setReadOnly(true);
@@ -31,18 +30,19 @@ MarkedLines::MarkedLines(QChar mark, const QColor &color, QWidget *parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setViewportMargins(marginWidth, 0, 0, 0);
     m_margin->installEventFilter(this);
     connect(this, &QPlainTextEdit::updateRequest, m_margin, qOverload<>(&QWidget::update));
 }
 
-void MarkedLines::showText(const QString &text, const QList<int> &marked)
+void MarkedLines::showText(const QString &text, const QMap<int, LineMark> &marks)
 {
-    m_marked = marked;
+    m_marks = marks;
+    setViewportMargins(marks.isEmpty() ? 0 : marginWidth, 0, 0, 0);
+    placeMargin();
     setPlainText(withoutHiddenMarks(text));
 
-    if (!marked.isEmpty())
-        setTextCursor(QTextCursor(document()->findBlockByNumber(marked.first())));
+    if (!marks.isEmpty())
+        setTextCursor(QTextCursor(document()->findBlockByNumber(marks.firstKey())));
     m_margin->update();
 }
 
@@ -52,6 +52,16 @@ void MarkedLines::setFixedLines(int count)
     const int frame = 2 * (frameWidth() + int(document()->documentMargin())) + 1;
     setFixedHeight(count * fontMetrics().lineSpacing() + frame
                    + horizontalScrollBar()->sizeHint().height());
+}
+
+int MarkedLines::heightOfText(int most) const
+{
+    const double frame = 2 * (frameWidth() + document()->documentMargin());
+    double height = frame;
+    for (QTextBlock block = document()->firstBlock(); block.isValid() && height < most;
+         block = block.next())
+        height += blockBoundingRect(block).height();
+    return std::min(int(std::ceil(height)), most);
 }
 
 bool MarkedLines::eventFilter(QObject *watched, QEvent *event)
@@ -64,10 +74,10 @@ bool MarkedLines::eventFilter(QObject *watched, QEvent *event)
 
 void MarkedLines::paintEvent(QPaintEvent *event)
 {
-    QColor wash = m_color;
-    wash.setAlpha(washAlpha);
     QPainter painter(viewport());
-    visitMarked([&](QRectF line) {
+    visitMarked([&](const LineMark &mark, QRectF line) {
+        QColor wash = mark.color;
+        wash.setAlpha(washAlpha);
         line.setWidth(viewport()->width());
         painter.fillRect(line, wash);
     });
@@ -78,7 +88,13 @@ void MarkedLines::paintEvent(QPaintEvent *event)
 void MarkedLines::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
+    placeMargin();
+}
+
+void MarkedLines::placeMargin()
+{
     const QRect inside = contentsRect();
+    m_margin->setVisible(!m_marks.isEmpty());
     m_margin->setGeometry(inside.left(), inside.top(), marginWidth, viewport()->height());
 }
 
@@ -87,20 +103,22 @@ void MarkedLines::paintMargin()
     QPainter painter(m_margin);
     painter.setFont(font());
     painter.setPen(palette().color(QPalette::Text));
-    visitMarked([&](const QRectF &line) {
-        painter.drawText(QRectF(0, line.top(), marginWidth, line.height()), Qt::AlignCenter,
-                         m_mark);
+    visitMarked([&](const LineMark &mark, const QRectF &line) {
+        painter.drawText(QRectF(0, line.top(), marginWidth, fontMetrics().lineSpacing()),
+                         Qt::AlignCenter, mark.sign);
     });
 }
 
-void MarkedLines::visitMarked(const std::function<void(const QRectF &line)> &visit) const
+void MarkedLines::visitMarked(
+    const std::function<void(const LineMark &mark, QRectF line)> &visit) const
 {
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
         if (line.top() > viewport()->height())
             return;
-        if (std::ranges::binary_search(m_marked, block.blockNumber()))
-            visit(line);
+        const auto mark = m_marks.constFind(block.blockNumber());
+        if (mark != m_marks.constEnd())
+            visit(*mark, line);
     }
 }
 

@@ -1,0 +1,52 @@
+#include "DecisionCard.h"
+
+#include "core/AppState.h"
+#include "ui/Style.h"
+#include "views/CardMetrics.h"
+
+#include <QLabel>
+#include <QLayout>
+
+#include <algorithm>
+
+namespace tirlo::DecisionCard {
+
+QLabel *wrappedText(double size, const QColor &color, int above)
+{
+    auto *label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setContentsMargins(0, above, 0, 0);
+    label->setFont(Style::font(size));
+    QPalette colors = label->palette();
+    colors.setColor(QPalette::WindowText, color);
+    label->setPalette(colors);
+    label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    return label;
+}
+
+QString whatIsKept(const QList<StandingGrant> &grants)
+{
+    QStringList words;
+    for (const StandingGrant &grant : grants)
+        words.append(grant.words);
+    return QStringLiteral("Always keeps: ") + words.join(QStringLiteral("; "));
+}
+
+int heightOf(const QWidget &card)
+{
+    QLayout &column = *card.layout();
+    column.invalidate();
+    column.activate();
+    return column.hasHeightForWidth() ? column.totalHeightForWidth(CardMetrics::width)
+                                      : column.totalMinimumSize().height();
+}
+
+void askForHeight(AppState &state, int columnHeight)
+{
+    const int height = columnHeight + 2 * CardMetrics::padding;
+    state.cardGrowth
+        = std::clamp(height, CardMetrics::height, CardMetrics::largestHeight) - CardMetrics::height;
+}
+
+} // namespace tirlo::DecisionCard

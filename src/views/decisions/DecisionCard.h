@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/model/ApprovalInfo.h"
+#include "views/CardMetrics.h"
+
+class QLabel;
+class QColor;
+class QWidget;
+
+namespace tirlo {
+
+class AppState;
+
+/// What the cards that ask the user have in common; lengths in points.
+namespace DecisionCard {
+
+/// A label of foreign text that wraps, with so much room above it while it is there; markup in it is
+/// not interpreted.
+[[nodiscard]] QLabel *wrappedText(double size, const QColor &color, int above = 0);
+
+/// Width of a decision card's column.
+inline constexpr int columnWidth
+    = CardMetrics::width - CardMetrics::contentLeft - CardMetrics::contentRight;
+
+/// What "Always" would keep, in words.
+[[nodiscard]] QString whatIsKept(const QList<StandingGrant> &grants);
+
+/// The height that the card's column needs, at the cards' width.
+[[nodiscard]] int heightOf(const QWidget &card);
+
+/// Has the island grow for a card whose column is so high; the usual height is the least.
+void askForHeight(AppState &state, int columnHeight);
+
+} // namespace DecisionCard
+
+} // namespace tirlo

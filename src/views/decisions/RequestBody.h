@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/model/ApprovalInfo.h"
+
+#include <QWidget>
+
+class QStackedLayout;
+
+namespace tirlo {
+
+class MarkdownText;
+class MarkedLines;
+
+/// All that a request is about, to be read before it is answered.
+///
+/// Long lines wrap, what is longer than its room scrolls, and nothing is left out. Words that destroy
+/// are tinted, and an edit shows its removed and its added lines.
+class RequestBody final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit RequestBody(QWidget *parent = nullptr);
+
+    void showContent(const RequestContent &content);
+
+    /// The height in points at which all is seen at that width, but `most` at most.
+    [[nodiscard]] int heightFor(int width, int most);
+
+    /// How many lines there are to read.
+    [[nodiscard]] int lineCount() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void showLines(const RequestContent &content);
+    void showPlan(const QString &markdown);
+
+    MarkedLines *m_lines;
+    MarkdownText *m_plan;
+    QStackedLayout *m_pages;
+};
+
+} // namespace tirlo

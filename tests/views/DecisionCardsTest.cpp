@@ -1,0 +1,252 @@
+#include "ViewFixture.h"
+
+#include "ui/MarkdownText.h"
+#include "ui/MarkedLines.h"
+
+#include <QJsonArray>
+#include <QLineEdit>
+#include <QScrollBar>
+
+using namespace tirlo;
+
+namespace {
+
+using Kind = RequestContent::Kind;
+
+class ApprovalViewTest : public ViewFixture
+{
+protected:
+    ApprovalViewTest()
+    {
+        setTasks({task("integration_claude", "shop")});
+        open(IslandView::approval);
+    }
+
+    void ask(const RequestContent &content, const QList<StandingGrant> &grants = {})
+    {
+        ApprovalInfo request;
+        request.content = content;
+        request.grants = grants;
+        setApproval({}, "integration_claude", request);
+        queue.advance(2);
+        QCoreApplication::processEvents();
+    }
+
+    [[nodiscard]] QString shownText() const
+    {
+        for (const QPlainTextEdit *box : root->findChildren<MarkedLines *>()) {
+            if (box->isVisible())
+                return box->toPlainText();
+        }
+        return {};
+    }
+};
+
+TEST_F(ApprovalViewTest, ItShowsAllOfTheRequestAndGrowsOnlyAsFarAsItMust)
+{
+    const QString script = QString("echo line\n").repeated(30) + "rm -rf ~/Documents\nls";
+    struct Case
+    {
+        RequestContent content;
+        QString shown;
+        bool grows;
+    };
+    for (const auto &[content, shown, grows] : {
+             Case{{.title = "Run a command", .kind = Kind::command, .text = "ls"}, "ls", false},
+             Case{{.title = "Run a command", .kind = Kind::command, .text = script}, script, true},
+             Case{{.title = "Run a command", .kind = Kind::command, .text = QString(300, u'x')},
+                  QString(300, u'x'),
+                  true},
+             Case{{.title = "Write a file", .subject = "/a", .kind = Kind::text, .text = "1\n2"},
+                  "/a\n1\n2",
+                  true},
+             Case{{.title = "Edit a file",
+             .subject = "/a",
+             .kind = Kind::diff,
+             .text = "k\nnew",
+             .before = "k\nold",
+             .more = "replace_all: true"},
+                  "/a\nk\nold\nnew\nreplace_all: true",
+                  true},
+             Case{{.title = "x", .kind = Kind::fields, .text = "a\u202Eb\u00AD"}, "a�b�", false},
+         }) {
+        ask(content);
+        EXPECT_EQ(shownText(), shown);
+        EXPECT_EQ(state.cardGrowth > 0, grows) << shown.toStdString();
+        EXPECT_LE(state.cardGrowth, IslandConst::mostCardGrowth);
+        EXPECT_LE(placeOf(button("Allow")).bottom(), 150 + int(state.cardGrowth));
+        const auto *bar = root->findChild<MarkedLines *>()->verticalScrollBar();
+        EXPECT_EQ(bar->isVisible(), content.text == script) << "what does not fit scrolls";
+    }
+
+    QString plan
+        = "# Plan\n<b>raw</b> ![](http://127.0.0.1:9/x.png)\n" + QString("- step\n").repeated(200);
+    ask({.title = "Approve a plan", .kind = Kind::plan, .text = plan});
+    EXPECT_EQ(visibleButtons(), (QStringList{"Keep planning", "Approve plan"}));
+    auto *rendered = root->findChild<MarkdownText *>();
+    EXPECT_TRUE(rendered->isVisible());
+    EXPECT_TRUE(rendered->toPlainText().startsWith("Plan\n<b>raw</b>"));
+    plan = plan.repeated(200);
+    ask({.title = "Approve a plan", .kind = Kind::plan, .text = plan});
+    EXPECT_EQ(shownText(), plan) << "too long to be laid out: as it was written";
+}
+
+TEST_F(ApprovalViewTest, EachButtonAnswersAndAlwaysKeepsWhatItSays)
+{
+    const RequestContent content{.title = "Run a command", .kind = Kind::command, .text = "ls"};
+    ask(content);
+    EXPECT_EQ(visibleButtons(), (QStringList{"Deny", "Allow"}));
+    click("Deny");
+    click("Allow");
+    const QJsonObject suggestion{{"type", "addRules"}};
+    ask(content, {{"Bash(ls:*) in this project", suggestion}});
+    EXPECT_TRUE(visibleTexts().contains("Always keeps: Bash(ls:*) in this project"));
+    click("Always");
+    EXPECT_EQ(decisions(), (QStringList{"deny", "allow", "always"}));
+    EXPECT_EQ(answers.last().updatedPermissions, QList{suggestion});
+
+    ask({.title = "Approve a plan", .kind = Kind::plan, .text = "# Plan"});
+    click("Keep planning");
+    click("Approve plan");
+    EXPECT_EQ(decisions().mid(3), (QStringList{"deny", "allow"}));
+}
+
+TEST_F(ApprovalViewTest, NothingIsAnsweredBeforeItHasBeenSeen)
+{
+    ask({.title = "Run a command", .kind = Kind::command, .text = "ls"});
+    // Another takes its place, at once or a moment after it has gone, of the same height or another.
+    for (const QString command : {"reboot", "rm\n-rf\n/", "ls"}) {
+        if (command == "ls")
+            state.pendingApproval = std::nullopt;
+        setApproval(command, "integration_claude");
+        for (int i = 0; i < 3; ++i) {
+            queue.advance(0.1);
+            click("Allow");
+        }
+        EXPECT_TRUE(answers.isEmpty()) << command.toStdString();
+        queue.advance(2);
+        click("Allow");
+        EXPECT_EQ(std::exchange(answers, {}).size(), 1);
+    }
+    // The island opens on it, over whatever was there.
+    island.setMode(IslandMode::compact);
+    queue.advance(2);
+    island.setMode(IslandMode::expanded);
+    for (int i = 0; i < 8; ++i) {
+        queue.advance(0.05);
+        click("Allow");
+    }
+    EXPECT_TRUE(answers.isEmpty());
+}
+
+TEST_F(ApprovalViewTest, ADenialMaySayWhy)
+{
+    ask({.title = "Run a command", .kind = Kind::command, .text = "ls"});
+    QLineEdit *why = nullptr;
+    for (QLineEdit *field : root->findChildren<QLineEdit *>()) {
+        if (field->isVisible())
+            why = field;
+    }
+    ASSERT_TRUE(why);
+    QTest::keyClick(why, Qt::Key_Return);
+    QTest::keyClicks(why, "nonsense");
+    QTest::keyClick(why, Qt::Key_Escape);
+    EXPECT_TRUE(why->text().isEmpty());
+    EXPECT_TRUE(answers.isEmpty());
+    QTest::keyClicks(why, "Use the other file");
+    QTest::keyClick(why, Qt::Key_Return);
+    EXPECT_EQ(decisions(), QStringList{"deny"});
+    EXPECT_EQ(answers.last().message, "Use the other file");
+}
+
+class QuestionViewTest : public ViewFixture
+{
+protected:
+    void ask(const QList<AgentQuestion> &questions)
+    {
+        setTasks({task("integration_claude", "shop")});
+        open(IslandView::question);
+        ApprovalInfo request;
+        request.questions = questions;
+        request.input = {{"kept", 1}};
+        setApproval({}, "integration_claude", request);
+        queue.advance(2);
+        QCoreApplication::processEvents();
+    }
+
+    [[nodiscard]] QJsonObject answered() const
+    {
+        return answers.last().updatedInput.value_or(QJsonObject()).value("answers").toObject();
+    }
+
+    [[nodiscard]] QLineEdit *ownAnswer() const
+    {
+        for (QLineEdit *field : root->findChildren<QLineEdit *>()) {
+            if (field->isVisible())
+                return field;
+        }
+        return nullptr;
+    }
+};
+
+TEST_F(QuestionViewTest, QuestionsAreAnsweredOneAfterTheOther)
+{
+    ask({{.text = "Which?",
+          .header = "Database",
+          .options = {{"SQLite", "one file"}, {"Postgres"}}},
+         {.text = "What?", .options = {{"Costs"}, {"Times"}}, .multiSelect = true},
+         {.text = "Name?"}});
+    EXPECT_TRUE(visibleTexts().contains("Database · 1 of 3"));
+    click("Postgres");
+    EXPECT_TRUE(visibleTexts().contains("2 of 3"));
+    queue.advance(2);
+    EXPECT_FALSE(button("Next")->isEnabled());
+    click("Back");
+    queue.advance(2);
+    click("SQLite");
+    queue.advance(2);
+    click("Costs");
+    click("Times");
+    click("Next");
+    queue.advance(2);
+    QTest::keyClicks(ownAnswer(), "Buoy");
+    QTest::keyClick(ownAnswer(), Qt::Key_Return);
+    ASSERT_EQ(decisions(), QStringList{"allow"});
+    EXPECT_EQ(answered(),
+              (QJsonObject{{"Which?", "SQLite"}, {"What?", "Costs, Times"}, {"Name?", "Buoy"}}));
+    EXPECT_EQ(answers.last().updatedInput->value("kept"), 1);
+}
+
+TEST_F(QuestionViewTest, OddQuestionsCanBeReadAndGivenBack)
+{
+    AgentQuestion many{.text = "Many?"};
+    for (int i = 0; i < 40; ++i)
+        many.options.append({QString::number(i) + QString(500, u'x'), QString(500, u'y')});
+    for (const AgentQuestion &question :
+         {AgentQuestion{.text = QString(3000, u'q')}, many,
+          AgentQuestion{.text = "Twice?", .options = {{"a"}, {"a"}}},
+          AgentQuestion{
+              .text = "<b>Markup</b>\u202E", .header = "\u00ADh", .options = {{"<i>x"}}}}) {
+        ask({question});
+        EXPECT_LE(state.cardGrowth, IslandConst::mostCardGrowth);
+        EXPECT_LE(placeOf(button("In the terminal")).bottom(), 150 + int(state.cardGrowth));
+        click("In the terminal");
+        EXPECT_EQ(decisions().last(), "ask");
+    }
+}
+
+TEST_F(QuestionViewTest, WithoutAQuestionTheAgentsOwnWordsAreShown)
+{
+    AgentTask asking = task("agent_gemini", "shop", {"Lit", "Shall I go on?"});
+    asking.state = BotState::question;
+    setTasks({asking});
+    open(IslandView::question);
+    EXPECT_TRUE(visibleTexts().contains("Shall I go on?"));
+    EXPECT_EQ(visibleButtons(), QStringList{"Open"});
+    applications.installed = {"com.apple.Terminal"};
+    click("Open");
+    EXPECT_EQ(applications.opened, QStringList{"com.apple.Terminal"});
+    EXPECT_TRUE(answers.isEmpty());
+}
+
+} // namespace
