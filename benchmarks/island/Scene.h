@@ -10,6 +10,7 @@
 #include "support/MemoryStore.h"
 #include "support/StandInIsland.h"
 #include "ui/motion/FrameClock.h"
+#include "views/CardSight.h"
 #include "views/frame/IslandRootView.h"
 
 #include <memory>

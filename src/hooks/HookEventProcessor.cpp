@@ -6,6 +6,7 @@
 #include "core/AppState.h"
 #include "core/IslandIntents.h"
 #include "core/Json.h"
+#include "core/PlainText.h"
 #include "core/SoundEngine.h"
 #include "core/Text.h"
 #include "platform/MainQueue.h"
@@ -63,6 +64,7 @@ HookEventProcessor::Handler HookEventProcessor::handlerOf(const QString &name)
         {QStringLiteral("StopFailure"), &Self::fail},
         {QStringLiteral("Interrupt"), &Self::interrupt},
         {QStringLiteral("SessionEnd"), &Self::endSession},
+        {QStringLiteral("PreCompact"), &Self::compact},
         {QStringLiteral("SubagentStart"), &Self::startSubagent},
         {QStringLiteral("SubagentStop"), &Self::stopSubagent},
     };
@@ -84,6 +86,7 @@ void HookEventProcessor::submitPrompt(const Event &event)
 {
     activate(event);
     m_context.state.updateTask(event.pill(), BotState::thinking);
+    setOutcome(event.pill(), {});
     appendOpening(event.pill(), event.text("prompt"));
     showOverview();
 }
@@ -106,12 +109,25 @@ void HookEventProcessor::endTool(const Event &event)
 void HookEventProcessor::failTool(const Event &event)
 {
     m_context.state.updateTask(event.pill(), BotState::working);
-    m_tasks.appendStep(event.pill(), QStringLiteral("⚠ failed"));
+    const QString error = plainText(event.text("error"));
+    const QString failed = QStringLiteral("⚠ failed");
+    m_tasks.appendStep(event.pill(),
+                       error.isEmpty() ? failed : failed + QStringLiteral(" · ") + error);
 }
 
 void HookEventProcessor::notify(const Event &event)
 {
     const QString message = event.text("message");
+    const QString type = event.text("notification_type");
+    // The agent asks in its own terminal, or waits there for a prompt.
+    if (type == QLatin1String("permission_prompt") || type == QLatin1String("ToolPermission")) {
+        waitInTerminal(event);
+        return;
+    }
+    if (type == QLatin1String("idle_prompt")) {
+        m_context.state.updateTask(event.pill(), BotState::idle);
+        return;
+    }
     const QString low = message.toLower();
     if (low.contains(QLatin1String("rate limit")) || low.contains(QLatin1String("limite d"))) {
         m_context.state.updateTask(event.pill(), BotState::ratelimit);
@@ -125,6 +141,8 @@ void HookEventProcessor::notify(const Event &event)
 void HookEventProcessor::stop(const Event &event)
 {
     m_context.state.updateTask(event.pill(), BotState::finished);
+    setOutcome(event.pill(),
+               event.firstText({"last_assistant_message", "prompt_response", "message"}));
     appendOpening(event.pill(), event.text("message"));
     m_context.sound.play(QStringLiteral("finish"));
     showEnd(event, IslandView::finished, PillBadge::finished);
@@ -146,8 +164,15 @@ void HookEventProcessor::stop(const Event &event)
 
 void HookEventProcessor::fail(const Event &event)
 {
-    m_context.state.updateTask(event.pill(), BotState::error);
-    m_context.sound.play(QStringLiteral("error"));
+    // A subagent's failure is one step of the turn, which goes on.
+    if (!event.text("agent_id").isEmpty()) {
+        m_tasks.appendStep(event.pill(), QStringLiteral("• subagent failed"));
+        return;
+    }
+    const bool isLimited = event.text("error") == QLatin1String("rate_limit");
+    m_context.state.updateTask(event.pill(), isLimited ? BotState::ratelimit : BotState::error);
+    setOutcome(event.pill(), event.firstText({"last_assistant_message", "error"}));
+    m_context.sound.play(isLimited ? QStringLiteral("rate") : QStringLiteral("error"));
     showEnd(event, IslandView::error, PillBadge::error);
 }
 
@@ -162,6 +187,11 @@ void HookEventProcessor::endSession(const Event &event)
 {
     m_tasks.activeSessionId.reset();
     m_context.state.removeTask(event.pill());
+}
+
+void HookEventProcessor::compact(const Event &event)
+{
+    m_tasks.appendStep(event.pill(), QStringLiteral("Résume · contexte"));
 }
 
 void HookEventProcessor::startSubagent(const Event &event)
@@ -200,6 +230,22 @@ void HookEventProcessor::showEnd(const Event &event, IslandView view, PillBadge 
         m_tasks.setPillBadge(event.pill(), badge);
 }
 
+/// Shows, without a card, that the agent asks where it runs.
+void HookEventProcessor::waitInTerminal(const Event &event)
+{
+    m_context.state.updateTask(event.pill(), BotState::approval);
+    m_tasks.appendStep(event.pill(), QStringLiteral("Waiting in the terminal"));
+    if (!event.isFocus)
+        m_tasks.setPillBadge(event.pill(), PillBadge::approval);
+}
+
+/// Keeps what the turn came to, for the card that tells of its end.
+void HookEventProcessor::setOutcome(const QString &pill, const QString &markdown)
+{
+    m_context.state.editTask(
+        pill, [words = plainText(markdown)](AgentTask &task) { task.outcome = words; });
+}
+
 /// Appends how an agent's or the user's text begins; nothing for an empty one.
 void HookEventProcessor::appendOpening(const QString &pill, const QString &text)
 {
@@ -210,6 +256,15 @@ void HookEventProcessor::appendOpening(const QString &pill, const QString &text)
 QString HookEventProcessor::Event::text(const char *key) const
 {
     return Json::text(payload, QLatin1String(key)).value_or(QString());
+}
+
+QString HookEventProcessor::Event::firstText(std::initializer_list<const char *> keys) const
+{
+    for (const char *key : keys) {
+        if (const QString found = text(key); !found.isEmpty())
+            return found;
+    }
+    return {};
 }
 
 QString HookEventProcessor::Event::tool() const

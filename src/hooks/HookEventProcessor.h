@@ -33,6 +33,8 @@ private:
 
         [[nodiscard]] const QString &pill() const { return route.pillId; }
         [[nodiscard]] QString text(const char *key) const;
+        /// The first of these that is there and not empty.
+        [[nodiscard]] QString firstText(std::initializer_list<const char *> keys) const;
         [[nodiscard]] QString tool() const;
     };
     using Handler = void (HookEventProcessor::*)(const Event &);
@@ -49,6 +51,7 @@ private:
     void fail(const Event &event);
     void interrupt(const Event &event);
     void endSession(const Event &event);
+    void compact(const Event &event);
     void startSubagent(const Event &event);
     void stopSubagent(const Event &event);
 
@@ -57,6 +60,8 @@ private:
     void showOverview();
     /// Opens the island on the end of a turn if its pill is in focus, else marks the pill.
     void showEnd(const Event &event, IslandView view, PillBadge badge);
+    void waitInTerminal(const Event &event);
+    void setOutcome(const QString &pill, const QString &markdown);
     void appendOpening(const QString &pill, const QString &text);
 
     HookContext m_context;

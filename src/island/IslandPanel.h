@@ -47,7 +47,8 @@ public:
     /// Fills the panel with the island's views; the panel owns them from now on.
     void setContent(QWidget *content);
 
-    /// Takes the pointer where the island is drawn, with that outline in the middle of the upper edge.
+    /// Takes the pointer where the island is drawn, with that outline in the middle of the upper
+    /// edge.
     void setDrawn(const IslandShape &outline);
 
     /// Asks for the keyboard, as a card with a text field needs it.

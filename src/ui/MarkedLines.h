@@ -32,8 +32,8 @@ public:
     /// Makes the box as high as this many lines and the bar to scroll sideways.
     void setFixedLines(int count);
 
-    /// The height in points at which all lines are seen, as the box is wide now; measured no further
-    /// than `most`.
+    /// The height in points at which all lines are seen, as the box is wide now; measured no
+    /// further than `most`.
     [[nodiscard]] int heightOfText(int most) const;
 
 protected:

@@ -14,8 +14,8 @@ class SlimScrollBar final : public QScrollBar
 public:
     explicit SlimScrollBar(Qt::Orientation orientation, QWidget *parent = nullptr);
 
-    /// Gives the area a vertical bar of this kind, there while there is something to scroll, and none
-    /// to scroll sideways.
+    /// Gives the area a vertical bar of this kind, there while there is something to scroll, and
+    /// none to scroll sideways.
     static void dress(QAbstractScrollArea &area);
 
     [[nodiscard]] QSize sizeHint() const override;

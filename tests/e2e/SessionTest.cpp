@@ -47,21 +47,64 @@ TEST_F(SessionTest, AWholeSessionIsSeenOnTheIsland)
     EXPECT_EQ(answerBy("Allow", *request), "\"behavior\":\"allow\"}}}\n");
     EXPECT_TRUE(program.waitForNoText("needs permission"));
 
-    ASSERT_TRUE(editor.send("StopFailure"));
-    EXPECT_TRUE(program.waitForText("Workflow stopped."));
-    ASSERT_TRUE(editor.send("Stop", {{"message", "The lamp is twice as fast."}}));
+    ASSERT_TRUE(editor.send("StopFailure", {{"last_assistant_message", "API Error: 400"}}));
+    EXPECT_TRUE(program.waitForText("Claude Code stopped"));
+    EXPECT_TRUE(program.shows("API Error: 400"));
+    ASSERT_TRUE(
+        editor.send("Stop", {{"last_assistant_message", "The **lamp** is twice as fast."}}));
     EXPECT_TRUE(program.waitForText("Claude Code finished"));
     EXPECT_TRUE(program.waitForText("The lamp is twice as fast."));
     ASSERT_TRUE(program.clickButton("Dismiss"));
     EXPECT_TRUE(waitForWidth(compactWidth, patience));
 }
 
+TEST_F(SessionTest, AQuestionIsAnsweredAndADenialSaysWhy)
+{
+    const QJsonObject question{
+        {"question", "Which database?"},
+        {"options",
+         QJsonArray{QJsonObject{{"label", "SQLite"}}, QJsonObject{{"label", "Postgres"}}}}};
+    const QJsonObject input{{"questions", QJsonArray{question}}};
+    const auto asked = editor.askFor("AskUserQuestion", input);
+    ASSERT_TRUE(program.waitForText("Which database?"));
+    const QByteArray answer = answerBy("Postgres", *asked);
+    EXPECT_TRUE(answer.contains(R"("answers":{"Which database?":"Postgres"})")) << answer.data();
+
+    // A click where the button will be, before the card has been seen, decides nothing.
+    const auto request = editor.askFor("Bash", makeCall);
+    ASSERT_TRUE(program.waitForButton("Allow"));
+    const QPoint allow = program.button("Allow")->place.center();
+    for (int i = 0; i < 4; ++i)
+        clickAt(allow.x(), allow.y());
+    EXPECT_TRUE(request->isRunning());
+
+    const auto why = program.button("Say why…", "text");
+    ASSERT_TRUE(why);
+    rest(1000);
+    clickAt(why->place.center().x(), why->place.center().y());
+    rest(300);
+    QProcess::execute("xdotool", {"type", "--delay", "20", "Use the other file"});
+    QProcess::execute("xdotool", {"key", "Return"});
+    ASSERT_TRUE(request->waitForEnd());
+    EXPECT_TRUE(request->output().contains(R"("behavior":"deny","message":"Use the other file")"))
+        << request->output().data();
+}
+
 TEST_F(SessionTest, RequestsEndInTheAgentsWordsOrElsewhere)
 {
-    const QJsonObject rule{{"type", "addRules"}};
-    for (const auto &[button, answer] :
-         {std::pair("Always", R"("behavior":"allow","updatedPermissions":[{"type":"addRules"}])"),
-          {"Deny", R"("behavior":"deny","message":"Denied from Tirlo")"}}) {
+    const QJsonObject rule{
+        {"type", "addRules"},
+        {"behavior", "allow"},
+        {"destination", "session"},
+        {"rules", QJsonArray{QJsonObject{{"toolName", "Bash"}, {"ruleContent", "make:*"}}}}};
+    for (
+        const auto &[button, answer] :
+        {std::pair(
+             "Always",
+             R"("behavior":"allow","updatedPermissions":[{"behavior":"allow","destination":"session",)"
+             R"("rules":[{"ruleContent":"make:*","toolName":"Bash"}],)"
+             R"("type":"addRules"}])"),
+         {"Deny", R"("behavior":"deny","message":"Denied from Tirlo")"}}) {
         const auto request
             = editor.askFor("Bash", makeCall, {{"permission_suggestions", QJsonArray{rule}}});
         EXPECT_EQ(answerBy(button, *request), QByteArray(answer) + "}}}\n");

@@ -114,7 +114,8 @@ TEST_F(ApprovalViewTest, EachButtonAnswersAndAlwaysKeepsWhatItSays)
 TEST_F(ApprovalViewTest, NothingIsAnsweredBeforeItHasBeenSeen)
 {
     ask({.title = "Run a command", .kind = Kind::command, .text = "ls"});
-    // Another takes its place, at once or a moment after it has gone, of the same height or another.
+    // Another takes its place, at once or a moment after it has gone, of the same height or
+    // another.
     for (const QString command : {"reboot", "rm\n-rf\n/", "ls"}) {
         if (command == "ls")
             state.pendingApproval = std::nullopt;

@@ -123,6 +123,8 @@ bool Demo::pressAllow() const
     const auto allow = e2e::findNode(m_program.processId(), "push button", "Allow");
     if (!allow)
         return false;
+    // It acts only once it has been seen.
+    e2e::rest(1000);
     e2e::clickAt(allow->place.center().x(), allow->place.center().y());
     return true;
 }

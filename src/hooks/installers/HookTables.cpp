@@ -32,6 +32,7 @@ constexpr HookRow geminiRows[]{
     {"SessionStart", 10000, "SessionStart", "*"},   {"SessionEnd", 10000, "SessionEnd", "*"},
     {"BeforeTool", 5000, "PreToolUse", "*"},        {"AfterTool", 5000, "PostToolUse", "*"},
     {"BeforeAgent", 5000, "UserPromptSubmit", "*"}, {"AfterAgent", 5000, "Stop", "*"},
+    {"Notification", 5000, "Notification", "*"},
 };
 
 constexpr HookRow antigravityRows[]{

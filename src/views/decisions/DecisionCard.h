@@ -14,8 +14,8 @@ class AppState;
 /// What the cards that ask the user have in common; lengths in points.
 namespace DecisionCard {
 
-/// A label of foreign text that wraps, with so much room above it while it is there; markup in it is
-/// not interpreted.
+/// A label of foreign text that wraps, with so much room above it while it is there; markup in it
+/// is not interpreted.
 [[nodiscard]] QLabel *wrappedText(double size, const QColor &color, int above = 0);
 
 /// Width of a decision card's column.

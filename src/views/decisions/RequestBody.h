@@ -13,8 +13,8 @@ class MarkedLines;
 
 /// All that a request is about, to be read before it is answered.
 ///
-/// Long lines wrap, what is longer than its room scrolls, and nothing is left out. Words that destroy
-/// are tinted, and an edit shows its removed and its added lines.
+/// Long lines wrap, what is longer than its room scrolls, and nothing is left out. Words that
+/// destroy are tinted, and an edit shows its removed and its added lines.
 class RequestBody final : public QWidget
 {
     Q_OBJECT

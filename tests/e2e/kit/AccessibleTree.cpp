@@ -38,6 +38,17 @@ void forEachChild(AtspiAccessible *parent, const std::function<void(AtspiAccessi
     }
 }
 
+/// What a box of text holds; the beginning of a long one.
+std::string contentOf(AtspiAccessible *node)
+{
+    constexpr int longest = 10000;
+    const Owned<AtspiText> text(atspi_accessible_get_text_iface(node));
+    if (!text)
+        return {};
+    const int length = atspi_text_get_character_count(text.get(), nullptr);
+    return takeText(atspi_text_get_text(text.get(), 0, std::clamp(length, 0, longest), nullptr));
+}
+
 void collect(AtspiAccessible *node, std::vector<AccessibleNode> &nodes)
 {
     const Owned<AtspiStateSet> states(atspi_accessible_get_state_set(node));
@@ -45,7 +56,8 @@ void collect(AtspiAccessible *node, std::vector<AccessibleNode> &nodes)
         return;
     AccessibleNode described{takeText(atspi_accessible_get_name(node, nullptr)),
                              takeText(atspi_accessible_get_role_name(node, nullptr)),
-                             {}};
+                             {},
+                             contentOf(node)};
     const Owned<AtspiComponent> component(atspi_accessible_get_component_iface(node));
     if (const Owned<AtspiRect> rect{component ? atspi_component_get_extents(
                                         component.get(), ATSPI_COORD_TYPE_SCREEN, nullptr)
@@ -86,7 +98,8 @@ std::optional<AccessibleNode> findNode(long processId, const std::string &role,
 bool showsText(long processId, const std::string &text)
 {
     return std::ranges::any_of(visibleNodes(processId), [&](const AccessibleNode &node) {
-        return node.name.find(text) != std::string::npos;
+        return node.name.find(text) != std::string::npos
+            || node.content.find(text) != std::string::npos;
     });
 }
 

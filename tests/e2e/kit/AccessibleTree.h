@@ -16,6 +16,8 @@ struct AccessibleNode
     std::string role;
     /// In screen pixels.
     QRect place;
+    /// What a box of text holds.
+    std::string content;
 };
 
 /// All controls on show of the application with this process id; empty when the bus has none.
@@ -25,7 +27,7 @@ struct AccessibleNode
 [[nodiscard]] std::optional<AccessibleNode> findNode(long processId, const std::string &role,
                                                      const std::string &name);
 
-/// Whether a control on show has a name that holds the text.
+/// Whether a control on show has a name or a content that holds the text.
 [[nodiscard]] bool showsText(long processId, const std::string &text);
 
 } // namespace tirlo::e2e

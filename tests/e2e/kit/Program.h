@@ -122,7 +122,8 @@ public:
                 rest.start();
             middle = now;
             width = islandWidth();
-            return rest.elapsed() > 250;
+            // A button of a request acts only once its card has been seen.
+            return rest.elapsed() > 600;
         };
         if (!waitUntil(isAtRest, patience))
             return false;
