@@ -22,7 +22,8 @@ constexpr double loadingDelay = 0.3;
 
 AppDelegate::AppDelegate(const Paths &paths)
     : m_paths(paths)
-    , m_hookServer({m_state, m_notifications, m_island, m_sounds, m_queue, m_log}, m_paths)
+    , m_hookServer({m_state, m_notifications, m_island, m_sounds, m_queue, m_processes, m_log},
+                   m_paths)
     , m_pollers({m_state, m_notifications, m_sounds, m_queue, m_http, m_keychainStore, m_log})
     , m_islandActions{
           .sendApprovalDecision

@@ -18,6 +18,7 @@
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/Keychain.h"
+#include "platform/linux/PidfdProcessWatch.h"
 #include "platform/linux/QtHttpClient.h"
 #include "platform/linux/QtMainQueue.h"
 #include "platform/linux/QtPointer.h"
@@ -69,6 +70,7 @@ private:
     XcbInputMonitor m_inputMonitor;
     XcbWindowList m_windowList;
     DesktopApplications m_applications;
+    PidfdProcessWatch m_processes{m_queue};
     AlAudioOutput m_audioOutput{m_queue};
     TimerFrameDriver m_pollDriver;
     TimerFrameDriver m_frameDriver;

@@ -26,6 +26,8 @@ struct AgentDefinition
     /// Its requests get a card, and its pill shows the project. Any other asks by itself and is
     /// shown as an agent from outside.
     bool answersOnIsland = false;
+    /// It fires no hook when its user breaks a turn off; its record of the session tells it.
+    bool interruptsInSilence = false;
     /// It can take an approval as a standing one.
     bool keepsStandingApprovals = false;
 
@@ -53,6 +55,7 @@ inline constexpr std::array all{
                  .source = AgentSource::claudeCode},
         .hostWord = QLatin1String("vscode"),
         .answersOnIsland = true,
+        .interruptsInSilence = true,
         .keepsStandingApprovals = true,
         .settingsPath = QLatin1String(".claude/settings.json"),
         .application = QLatin1String("com.microsoft.VSCode"),
@@ -66,6 +69,7 @@ inline constexpr std::array all{
                  .category = PillCategory::workspace,
                  .subtitle = QLatin1String("Integration")},
         .answersOnIsland = true,
+        .interruptsInSilence = true,
         .keepsStandingApprovals = true,
         .application = QLatin1String("com.todesktop.230313mzl4w4u92"),
     },

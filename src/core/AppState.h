@@ -95,6 +95,8 @@ public:
     std::uint32_t hotkeyFlags = 0x120000;
     /// Key code; the N key at first. Changed through setHotkey().
     std::uint16_t hotkeyCode = 45;
+    /// Agents in plain terminals count as well.
+    QProperty<bool> anyTerminal{false};
     QProperty<QSet<QString>> vercelProjectFilter;
     QProperty<QSet<QString>> n8nWorkflowFilter;
     QProperty<QSet<QString>> activeIntegrations;

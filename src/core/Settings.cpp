@@ -133,6 +133,7 @@ void Settings::apply(AppState &state)
     bind(state.hotkeyEnabled, key("hotkeyEnabled"), readFlag, asIs<bool>);
     readInteger(m_store, hotkeyFlagsKey, state.hotkeyFlags);
     readInteger(m_store, hotkeyCodeKey, state.hotkeyCode);
+    bind(state.anyTerminal, key("anyTerminal"), readFlag, asIs<bool>);
     bind(state.vercelProjectFilter, key("vercelProjectFilter"), readTextSet, encodeTextSet);
     bind(state.n8nWorkflowFilter, key("n8nWorkflowFilter"), readTextSet, encodeTextSet);
     bind(state.activeIntegrations, key("activeIntegrations"), readTextSet, encodeTextSet);

@@ -5,6 +5,7 @@
 #include "HookTasks.h"
 #include "ReadSource.h"
 #include "RequestReader.h"
+#include "SessionBook.h"
 #include "SocketLine.h"
 #include "StandingGrants.h"
 #include "ThreadGroup.h"
@@ -28,30 +29,32 @@ namespace {
 constexpr double cardSeconds = 115;
 constexpr double noteSeconds = 3;
 
-/// Where the agent of that pill asks by itself.
-QString appName(const QString &pillId)
+QString handledNote(const QString &place)
 {
-    const AgentDefinition *agent = AgentCatalog::ofPill(pillId);
-    return agent ? agent->pill.name : pillId;
+    return QStringLiteral("Handled in %1.").arg(place);
 }
 
-QString handledNote(const QString &pillId)
+QString waitingNote(const QString &place)
 {
-    return QStringLiteral("Handled in %1.").arg(appName(pillId));
+    return QStringLiteral("Still waiting in %1.").arg(place);
 }
 
-QString waitingNote(const QString &pillId)
+SessionKey keyOf(const ApprovalInfo &approval)
 {
-    return QStringLiteral("Still waiting in %1.").arg(appName(pillId));
+    return {approval.pillId, approval.sessionId};
 }
 
-/// True when the event tells of the very tool call that was asked about.
-bool isSameCall(const ApprovalInfo &approval, const QJsonObject &payload)
+AskedCall callOf(const ApprovalInfo &approval)
 {
-    const QString tool = Json::text(payload, QLatin1String("tool_name")).value_or(QString());
+    return {approval.tool, approval.inputKey};
+}
+
+/// The tool call that the event tells of.
+AskedCall callIn(const QJsonObject &payload)
+{
+    const auto tool = Json::text(payload, QLatin1String("tool_name"));
     const auto input = Json::object(payload, QLatin1String("tool_input"));
-    return tool == approval.tool
-        && approvalInputKey(input.value_or(QJsonObject())) == approval.inputKey;
+    return {tool.value_or(QString()), approvalInputKey(input.value_or(QJsonObject()))};
 }
 
 bool endsToolCall(const QString &event)
@@ -66,11 +69,26 @@ bool movesSessionOn(const QString &event)
         || event == QLatin1String("Interrupt");
 }
 
+/// True when the event shows that a session no longer waits for an answer about the call.
+bool showsAnAnswer(const QString &event, const QJsonObject &payload, const AskedCall &asked)
+{
+    return movesSessionOn(event) || (endsToolCall(event) && callIn(payload) == asked);
+}
+
+/// True when a session goes on to another call of its own, as it does once it was denied one.
+/// Its subagents go on while it waits.
+bool goesOnToAnotherCall(const QString &event, const QJsonObject &payload)
+{
+    return event == QLatin1String("PreToolUse") && !payload.contains(QLatin1String("agent_id"));
+}
+
 } // namespace
 
-ApprovalDesk::ApprovalDesk(const HookContext &context, HookTasks &tasks, ThreadGroup &writers)
+ApprovalDesk::ApprovalDesk(const HookContext &context, HookTasks &tasks, SessionBook &sessions,
+                           ThreadGroup &writers)
     : m_context(context)
     , m_tasks(tasks)
+    , m_sessions(sessions)
     , m_writers(writers)
 {
 }
@@ -80,9 +98,9 @@ ApprovalDesk::~ApprovalDesk() = default;
 void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJsonObject &payload)
 {
     const HookOrigin origin = HookOrigin::of(payload);
-    const auto route = routeOf(origin);
+    const auto route = routeOf(origin, m_context.state.anyTerminal);
     // Agents from outside have an interface of their own for this.
-    if (!route || route->isExternal()) {
+    if (!route || route->isExternal() || m_sessions.isPast(origin)) {
         refuse(std::move(connection));
         return;
     }
@@ -99,10 +117,13 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
         answer(std::exchange(m_source, nullptr), replyLine({.decision = Decision::ask}));
 
     AppState &state = m_context.state;
-    ++m_requests[pill];
+    if (const std::optional<ApprovalInfo> older = state.pendingApproval)
+        hand(*older, Then::asksInTerminal);
+    m_noteEnd.cancel();
     m_tasks.activeSessionId = origin.sessionId;
     m_tasks.upsertWorkspaceTask(pill, origin.projectName, origin.cwd);
-    state.updateTask(pill, BotState::approval);
+    m_sessions.hear(*route, origin);
+    m_sessions.setState({pill, origin.sessionId}, BotState::approval);
     const AgentDefinition *agent = AgentCatalog::ofPill(pill);
     const bool keepsGrants = agent && agent->keepsStandingApprovals;
     const ApprovalInfo request{
@@ -124,14 +145,14 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     state.focusId = pill;
     Q_EMIT m_context.notifications.hookExpand(request.questions.isEmpty() ? IslandView::approval
                                                                           : IslandView::question);
-    watch(std::move(connection), pill);
+    watch(std::move(connection), route->place);
 }
 
 void ApprovalDesk::sendApprovalDecision(const ApprovalAnswer &answer)
 {
     if (m_source)
         this->answer(std::exchange(m_source, nullptr), replyLine(answer));
-    settle();
+    settle(answer.decision == Decision::ask ? Then::asksInTerminal : Then::goesOn);
     m_context.island.leave(IslandView::approval);
     m_context.island.leave(IslandView::question);
 }
@@ -139,56 +160,86 @@ void ApprovalDesk::sendApprovalDecision(const ApprovalAnswer &answer)
 bool ApprovalDesk::admits(const QString &event, const HookRoute &route, const HookOrigin &origin,
                           const QJsonObject &payload)
 {
-    const std::optional<ApprovalInfo> approval = m_context.state.pendingApproval;
-    if (!approval || approval->pillId != route.pillId)
-        return true;
+    const SessionKey key{route.pillId, origin.sessionId};
+    const auto asked = m_sessions.askedInTerminal(key);
+    const bool movesOn
+        = asked && (showsAnAnswer(event, payload, *asked) || goesOnToAnotherCall(event, payload));
+    if (movesOn)
+        m_sessions.moveOn(key);
 
-    const bool isSettled = origin.sessionId == approval->sessionId
-        && (movesSessionOn(event) || (endsToolCall(event) && isSameCall(*approval, payload)));
+    const std::optional<ApprovalInfo> approval = m_context.state.pendingApproval;
+    if (!approval || keyOf(*approval) != key)
+        return !asked || movesOn;
+
+    const bool isSettled = showsAnAnswer(event, payload, callOf(*approval));
     if (isSettled)
-        dismissApprovalCard(handledNote(route.pillId));
+        dismissApprovalCard(handledNote(route.place), Then::goesOn);
     return isSettled;
+}
+
+void ApprovalDesk::withdraw(const SessionKey &session)
+{
+    const std::optional<ApprovalInfo> approval = m_context.state.pendingApproval;
+    if (approval && keyOf(*approval) == session)
+        dismissApprovalCard(QStringLiteral("The agent has gone."), Then::goesOn);
 }
 
 /// Waits for the agent to hang up, since a relay writes nothing after its line, and for the time to
 /// run out. Both mean this very request: a later one may well get the same descriptor.
-void ApprovalDesk::watch(FileDescriptor connection, const QString &pill)
+void ApprovalDesk::watch(FileDescriptor connection, const QString &place)
 {
-    m_source = std::make_shared<ReadSource>(
-        std::move(connection), [this, pill] { dismissApprovalCard(handledNote(pill)); });
+    m_source = std::make_shared<ReadSource>(std::move(connection), [this, place] {
+        dismissApprovalCard(handledNote(place), Then::goesOn);
+    });
     const std::weak_ptr<ReadSource> watched = m_source;
-    m_context.queue.after(cardSeconds, this, [this, watched, pill] {
+    m_context.queue.after(cardSeconds, this, [this, watched, place] {
         if (m_source && m_source == watched.lock())
-            dismissApprovalCard(waitingNote(pill));
+            dismissApprovalCard(waitingNote(place), Then::asksInTerminal);
     });
 }
 
-void ApprovalDesk::dismissApprovalCard(const QString &note)
+void ApprovalDesk::dismissApprovalCard(const QString &note, Then then)
 {
     if (const auto source = std::exchange(m_source, nullptr))
         source->cancel();
-    settle();
+    settle(then);
     m_context.island.say(note);
-    m_context.queue.after(noteSeconds, this,
-                          [this] { Q_EMIT m_context.notifications.islandCollapse(); });
+    m_noteEnd.cancel();
+    m_noteEnd = m_context.queue.after(noteSeconds, this, [this] {
+        // The note alone goes: not what the user or an agent has put in its place.
+        if (m_context.state.view.value() == IslandView::note)
+            Q_EMIT m_context.notifications.islandCollapse();
+    });
 }
 
-/// Takes the request off the store; its agent goes on.
-void ApprovalDesk::settle()
+/// Takes the request off the store.
+void ApprovalDesk::settle(Then then)
 {
     AppState &state = m_context.state;
     const std::optional<ApprovalInfo> approval = state.pendingApproval;
-    const QString pill
-        = approval ? approval->pillId : QString(AgentCatalog::pillId(AgentId::claudeCode));
     state.pendingApproval = std::nullopt;
     state.isPinned = false;
-    state.updateTask(pill, BotState::working);
+    const QString pill = approval ? approval->pillId : QString();
+    if (approval)
+        hand(*approval, then);
     m_tasks.clearPillBadge(pill);
 
     // Focus goes back unless the user moved it meanwhile or there is nothing to go back to.
     const auto prior = std::exchange(m_focusBeforeApproval, std::nullopt);
     if (prior && state.focusId.value() == pill && state.task(*prior))
         state.focusId = prior;
+}
+
+/// Hands the request back to its session.
+void ApprovalDesk::hand(const ApprovalInfo &approval, Then then)
+{
+    if (then == Then::goesOn) {
+        m_sessions.setState(keyOf(approval), BotState::working);
+        return;
+    }
+    m_sessions.fallBack(keyOf(approval), callOf(approval));
+    if (m_sessions.askedInTerminal(keyOf(approval)))
+        m_tasks.appendStep(approval.pillId, SessionBook::waitingStep);
 }
 
 /// Writes the reply off the main thread; the source closes the connection afterwards.

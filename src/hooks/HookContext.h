@@ -10,6 +10,7 @@ class AppState;
 class IslandIntents;
 class MainQueue;
 class Notifications;
+class ProcessWatch;
 class SoundEngine;
 
 /// What the hook subsystem works on; everything outlives it.
@@ -20,6 +21,7 @@ struct HookContext
     IslandIntents &island;
     SoundEngine &sound;
     MainQueue &queue;
+    ProcessWatch &processes;
     const AppLog &log;
 
     /// Appends a line to the log of the hooks.

@@ -25,55 +25,65 @@ constexpr double finishedSeconds = 5.2;
 } // namespace
 
 HookEventProcessor::HookEventProcessor(const HookContext &context, HookTasks &tasks,
-                                       ApprovalDesk &desk)
+                                       SessionBook &sessions, ApprovalDesk &desk)
     : m_context(context)
     , m_tasks(tasks)
+    , m_sessions(sessions)
     , m_desk(desk)
+    , m_interrupts(sessions, context.queue, [this](const SessionKey &session) { rest(session); })
 {
+    m_sessions.processEnded = [this](const SessionKey &session) { endWithProcess(session); };
 }
 
 void HookEventProcessor::processEvent(const QString &name, const QJsonObject &payload)
 {
     const HookOrigin origin = HookOrigin::of(payload);
-    const auto route = routeOf(origin);
+    const auto route = routeOf(origin, m_context.state.anyTerminal);
     if (!route) {
         const QString &source = origin.terminal.isEmpty() ? origin.bundle : origin.terminal;
-        m_context.writeLog(
-            QStringLiteral("Ignored %1 from %2 (%3)").arg(name, source, origin.projectName));
+        m_context.writeLog(QStringLiteral("Ignored %1 from %2 (%3): the setting anyTerminal is off")
+                               .arg(name, source, origin.projectName));
         return;
     }
 
     const bool isFocus = m_context.state.focusId.value() == route->pillId;
-    if (!m_desk.admits(name, *route, origin, payload))
+    const Row row = rowOf(name);
+    if (m_sessions.isPast(origin) || !m_desk.admits(name, *route, origin, payload) || !row.handle)
         return;
-    if (const Handler handler = handlerOf(name))
-        (this->*handler)({payload, origin, *route, isFocus});
+    const Event event{payload, origin, *route, isFocus};
+    if (row.opens)
+        activate(event);
+    m_sessions.hear(*route, origin);
+    // What it had finished is past.
+    if (row.opens && m_sessions.resume(event.session()))
+        m_tasks.clearPillBadge(event.pill());
+    (this->*row.handle)(event);
+    m_interrupts.wake();
 }
 
-HookEventProcessor::Handler HookEventProcessor::handlerOf(const QString &name)
+HookEventProcessor::Row HookEventProcessor::rowOf(const QString &name)
 {
     using Self = HookEventProcessor;
-    static const QHash<QString, Handler> handlers{
-        {QStringLiteral("SessionStart"), &Self::startSession},
-        {QStringLiteral("UserPromptSubmit"), &Self::submitPrompt},
-        {QStringLiteral("PreToolUse"), &Self::useTool},
-        {QStringLiteral("PostToolUse"), &Self::endTool},
-        {QStringLiteral("PostToolUseFailure"), &Self::failTool},
-        {QStringLiteral("Notification"), &Self::notify},
-        {QStringLiteral("Stop"), &Self::stop},
-        {QStringLiteral("StopFailure"), &Self::fail},
-        {QStringLiteral("Interrupt"), &Self::interrupt},
-        {QStringLiteral("SessionEnd"), &Self::endSession},
-        {QStringLiteral("PreCompact"), &Self::compact},
-        {QStringLiteral("SubagentStart"), &Self::startSubagent},
-        {QStringLiteral("SubagentStop"), &Self::stopSubagent},
+    static const QHash<QString, Row> rows{
+        {QStringLiteral("SessionStart"), {&Self::startSession, true}},
+        {QStringLiteral("UserPromptSubmit"), {&Self::submitPrompt, true}},
+        {QStringLiteral("PreToolUse"), {&Self::useTool, true}},
+        {QStringLiteral("PostToolUse"), {&Self::endTool}},
+        {QStringLiteral("PostToolUseFailure"), {&Self::failTool}},
+        {QStringLiteral("Notification"), {&Self::notify}},
+        {QStringLiteral("Stop"), {&Self::stop}},
+        {QStringLiteral("StopFailure"), {&Self::fail}},
+        {QStringLiteral("Interrupt"), {&Self::interrupt}},
+        {QStringLiteral("SessionEnd"), {&Self::endSession}},
+        {QStringLiteral("PreCompact"), {&Self::compact}},
+        {QStringLiteral("SubagentStart"), {&Self::startSubagent}},
+        {QStringLiteral("SubagentStop"), {&Self::stopSubagent}},
     };
-    return handlers.value(name, nullptr);
+    return rows.value(name, {});
 }
 
 void HookEventProcessor::startSession(const Event &event)
 {
-    activate(event);
     showOverview();
     m_context.sound.play(QStringLiteral("work"));
     const QString &label = event.route.isExternal() ? event.pill() : event.origin.projectName;
@@ -84,10 +94,9 @@ void HookEventProcessor::startSession(const Event &event)
 
 void HookEventProcessor::submitPrompt(const Event &event)
 {
-    activate(event);
-    m_context.state.updateTask(event.pill(), BotState::thinking);
+    m_sessions.setState(event.session(), BotState::thinking);
     setOutcome(event.pill(), {});
-    appendOpening(event.pill(), event.text("prompt"));
+    appendOpening(event, event.text("prompt"));
     showOverview();
 }
 
@@ -95,24 +104,22 @@ void HookEventProcessor::useTool(const Event &event)
 {
     const QString tool = event.tool();
     const auto input = Json::object(event.payload, QLatin1String("tool_input"));
-    activate(event);
-    m_context.state.updateTask(event.pill(), BotState::working);
-    m_tasks.appendStep(event.pill(), frenchStep(tool, input.value_or(QJsonObject())));
+    m_sessions.setState(event.session(), BotState::working);
+    appendStep(event, frenchStep(tool, input.value_or(QJsonObject())));
     m_context.writeLog(QStringLiteral("PreToolUse ") + tool);
 }
 
 void HookEventProcessor::endTool(const Event &event)
 {
-    m_context.state.updateTask(event.pill(), BotState::working);
+    m_sessions.setState(event.session(), BotState::working);
 }
 
 void HookEventProcessor::failTool(const Event &event)
 {
-    m_context.state.updateTask(event.pill(), BotState::working);
+    m_sessions.setState(event.session(), BotState::working);
     const QString error = plainText(event.text("error"));
     const QString failed = QStringLiteral("⚠ failed");
-    m_tasks.appendStep(event.pill(),
-                       error.isEmpty() ? failed : failed + QStringLiteral(" · ") + error);
+    appendStep(event, error.isEmpty() ? failed : failed + QStringLiteral(" · ") + error);
 }
 
 void HookEventProcessor::notify(const Event &event)
@@ -125,52 +132,46 @@ void HookEventProcessor::notify(const Event &event)
         return;
     }
     if (type == QLatin1String("idle_prompt")) {
-        m_context.state.updateTask(event.pill(), BotState::idle);
+        rest(event.session());
         return;
     }
     const QString low = message.toLower();
     if (low.contains(QLatin1String("rate limit")) || low.contains(QLatin1String("limite d"))) {
-        m_context.state.updateTask(event.pill(), BotState::ratelimit);
+        m_sessions.setState(event.session(), BotState::ratelimit);
         m_context.sound.play(QStringLiteral("rate"));
     } else if (message.endsWith(u'?')) {
-        m_context.state.updateTask(event.pill(), BotState::question);
-        m_tasks.appendStep(event.pill(), message);
+        m_sessions.setState(event.session(), BotState::question);
+        appendStep(event, message);
     }
 }
 
 void HookEventProcessor::stop(const Event &event)
 {
-    m_context.state.updateTask(event.pill(), BotState::finished);
+    m_sessions.setState(event.session(), BotState::finished);
     setOutcome(event.pill(),
                event.firstText({"last_assistant_message", "prompt_response", "message"}));
-    appendOpening(event.pill(), event.text("message"));
+    appendOpening(event, event.text("message"));
     m_context.sound.play(QStringLiteral("finish"));
     showEnd(event, IslandView::finished, PillBadge::finished);
 
-    // Only a request calls this off: a prompt within those seconds loses its state all the same.
-    m_context.queue.after(finishedSeconds, this,
-                          [this, pill = event.pill(), isExternal = event.route.isExternal(),
-                           requests = m_desk.requestsOf(event.pill())] {
-                              if (m_desk.requestsOf(pill) != requests)
-                                  return;
-                              if (isExternal) {
-                                  m_context.state.removeTask(pill);
-                                  return;
-                              }
-                              m_context.state.updateTask(pill, BotState::idle);
-                              m_tasks.clearPillBadge(pill);
-                          });
+    m_sessions.after(event.session(), finishedSeconds,
+                     [this, session = event.session(), isExternal = event.route.isExternal()] {
+                         if (isExternal)
+                             m_sessions.end(session);
+                         else
+                             rest(session);
+                     });
 }
 
 void HookEventProcessor::fail(const Event &event)
 {
     // A subagent's failure is one step of the turn, which goes on.
     if (!event.text("agent_id").isEmpty()) {
-        m_tasks.appendStep(event.pill(), QStringLiteral("• subagent failed"));
+        appendStep(event, QStringLiteral("• subagent failed"));
         return;
     }
     const bool isLimited = event.text("error") == QLatin1String("rate_limit");
-    m_context.state.updateTask(event.pill(), isLimited ? BotState::ratelimit : BotState::error);
+    m_sessions.setState(event.session(), isLimited ? BotState::ratelimit : BotState::error);
     setOutcome(event.pill(), event.firstText({"last_assistant_message", "error"}));
     m_context.sound.play(isLimited ? QStringLiteral("rate") : QStringLiteral("error"));
     showEnd(event, IslandView::error, PillBadge::error);
@@ -179,29 +180,28 @@ void HookEventProcessor::fail(const Event &event)
 void HookEventProcessor::interrupt(const Event &event)
 {
     m_tasks.activeSessionId.reset();
-    m_context.state.updateTask(event.pill(), BotState::idle);
-    m_tasks.clearPillBadge(event.pill());
+    rest(event.session());
 }
 
 void HookEventProcessor::endSession(const Event &event)
 {
     m_tasks.activeSessionId.reset();
-    m_context.state.removeTask(event.pill());
+    m_sessions.end(event.session());
 }
 
 void HookEventProcessor::compact(const Event &event)
 {
-    m_tasks.appendStep(event.pill(), QStringLiteral("Résume · contexte"));
+    appendStep(event, QStringLiteral("Résume · contexte"));
 }
 
 void HookEventProcessor::startSubagent(const Event &event)
 {
-    m_tasks.appendStep(event.pill(), QStringLiteral("+ subagent"));
+    appendStep(event, QStringLiteral("+ subagent"));
 }
 
 void HookEventProcessor::stopSubagent(const Event &event)
 {
-    m_tasks.appendStep(event.pill(), QStringLiteral("• subagent done"));
+    appendStep(event, QStringLiteral("• subagent done"));
 }
 
 void HookEventProcessor::activate(const Event &event)
@@ -233,8 +233,8 @@ void HookEventProcessor::showEnd(const Event &event, IslandView view, PillBadge 
 /// Shows, without a card, that the agent asks where it runs.
 void HookEventProcessor::waitInTerminal(const Event &event)
 {
-    m_context.state.updateTask(event.pill(), BotState::approval);
-    m_tasks.appendStep(event.pill(), QStringLiteral("Waiting in the terminal"));
+    m_sessions.setState(event.session(), BotState::approval);
+    appendStep(event, SessionBook::waitingStep);
     if (!event.isFocus)
         m_tasks.setPillBadge(event.pill(), PillBadge::approval);
 }
@@ -246,11 +246,35 @@ void HookEventProcessor::setOutcome(const QString &pill, const QString &markdown
         pill, [words = plainText(markdown)](AgentTask &task) { task.outcome = words; });
 }
 
+void HookEventProcessor::appendStep(const Event &event, const QString &step)
+{
+    m_tasks.appendStep(event.pill(), step);
+    m_sessions.setStep(event.session(), step);
+}
+
 /// Appends how an agent's or the user's text begins; nothing for an empty one.
-void HookEventProcessor::appendOpening(const QString &pill, const QString &text)
+void HookEventProcessor::appendOpening(const Event &event, const QString &text)
 {
     if (!text.isEmpty())
-        m_tasks.appendStep(pill, firstCharacters(text, longestOpening));
+        appendStep(event, firstCharacters(text, longestOpening));
+}
+
+/// The session does nothing any more, and has nothing to show for it.
+void HookEventProcessor::rest(const SessionKey &session)
+{
+    m_sessions.moveOn(session);
+    m_sessions.setState(session, BotState::idle);
+    m_tasks.clearPillBadge(session.pill);
+}
+
+/// Ends a session that could not say so itself.
+void HookEventProcessor::endWithProcess(const SessionKey &session)
+{
+    m_context.writeLog(QStringLiteral("Process gone [%1]").arg(session.pill));
+    if (m_tasks.activeSessionId == session.id)
+        m_tasks.activeSessionId.reset();
+    m_desk.withdraw(session);
+    m_sessions.end(session);
 }
 
 QString HookEventProcessor::Event::text(const char *key) const

@@ -2,6 +2,8 @@
 
 #include "HookContext.h"
 #include "HookRouting.h"
+#include "InterruptWatch.h"
+#include "SessionBook.h"
 #include "core/model/AgentTask.h"
 #include "core/model/IslandView.h"
 
@@ -17,7 +19,8 @@ class HookTasks;
 class HookEventProcessor : public QObject
 {
 public:
-    HookEventProcessor(const HookContext &context, HookTasks &tasks, ApprovalDesk &desk);
+    HookEventProcessor(const HookContext &context, HookTasks &tasks, SessionBook &sessions,
+                       ApprovalDesk &desk);
 
     /// Handles one event that is no permission request; unknown names and sources do nothing.
     void processEvent(const QString &name, const QJsonObject &payload);
@@ -32,14 +35,20 @@ private:
         bool isFocus;
 
         [[nodiscard]] const QString &pill() const { return route.pillId; }
+        [[nodiscard]] SessionKey session() const { return {route.pillId, origin.sessionId}; }
         [[nodiscard]] QString text(const char *key) const;
         /// The first of these that is there and not empty.
         [[nodiscard]] QString firstText(std::initializer_list<const char *> keys) const;
         [[nodiscard]] QString tool() const;
     };
-    using Handler = void (HookEventProcessor::*)(const Event &);
+    struct Row
+    {
+        void (HookEventProcessor::*handle)(const Event &);
+        /// It shows that the session is alive, so that its pill has to be there.
+        bool opens = false;
+    };
 
-    [[nodiscard]] static Handler handlerOf(const QString &name);
+    [[nodiscard]] static Row rowOf(const QString &name);
 
     void startSession(const Event &event);
     void submitPrompt(const Event &event);
@@ -62,11 +71,16 @@ private:
     void showEnd(const Event &event, IslandView view, PillBadge badge);
     void waitInTerminal(const Event &event);
     void setOutcome(const QString &pill, const QString &markdown);
-    void appendOpening(const QString &pill, const QString &text);
+    void appendStep(const Event &event, const QString &step);
+    void appendOpening(const Event &event, const QString &text);
+    void rest(const SessionKey &session);
+    void endWithProcess(const SessionKey &session);
 
     HookContext m_context;
     HookTasks &m_tasks;
+    SessionBook &m_sessions;
     ApprovalDesk &m_desk;
+    InterruptWatch m_interrupts;
 };
 
 } // namespace tirlo

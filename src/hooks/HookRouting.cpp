@@ -1,5 +1,6 @@
 #include "HookRouting.h"
 
+#include "EditorHosts.h"
 #include "core/AgentCatalog.h"
 #include "core/Json.h"
 #include "core/Text.h"
@@ -32,6 +33,18 @@ QString projectNameOf(const QString &cwd)
     return aliasProjectName(folder.isEmpty() ? QStringLiteral("Session") : folder);
 }
 
+std::optional<ProcessId> processOf(const QJsonObject &payload)
+{
+    const auto told = Json::object(payload, QLatin1String("tirlo_process"));
+    if (!told)
+        return std::nullopt;
+    const auto pid = Json::integer(*told, QLatin1String("pid"));
+    const auto start = Json::integer(*told, QLatin1String("start"));
+    if (!pid || !start || *pid <= 0 || *start < 0)
+        return std::nullopt;
+    return ProcessId{*pid, std::uint64_t(*start), textOr(*told, "space")};
+}
+
 /// The agent whose hooks come from such a host without a tag; null for a plain terminal.
 const AgentDefinition *agentHostedIn(const HookOrigin &origin)
 {
@@ -62,18 +75,25 @@ HookOrigin HookOrigin::of(const QJsonObject &payload)
     origin.agentTag = textOr(payload, "tirlo_agent");
     origin.terminal = textOr(payload, "term_program");
     origin.bundle = textOr(payload, "bundle_id");
+    if (origin.bundle.isEmpty())
+        origin.bundle = editorOf(payload);
+    origin.process = processOf(payload);
+    origin.transcript = textOr(payload, "transcript_path");
     return origin;
 }
 
-std::optional<HookRoute> routeOf(const HookOrigin &origin)
+std::optional<HookRoute> routeOf(const HookOrigin &origin, bool anyTerminal)
 {
     const AgentDefinition *tagged = AgentCatalog::ofTag(origin.agentTag);
     if (tagged && tagged->answersOnIsland)
-        return HookRoute{tagged->pill.id, {}};
+        return HookRoute{tagged->pill.id, {}, tagged->pill.name};
     if (const auto outside = validateAgent(origin.agentTag))
-        return HookRoute{QStringLiteral("agent_") + *outside, outside};
+        return HookRoute{QStringLiteral("agent_") + *outside, outside, *outside};
     if (const AgentDefinition *hosted = agentHostedIn(origin))
-        return HookRoute{hosted->pill.id, {}};
+        return HookRoute{hosted->pill.id, {}, hosted->pill.name};
+    if (anyTerminal)
+        return HookRoute{
+            AgentCatalog::pillId(AgentId::claudeCode), {}, QStringLiteral("the terminal")};
     return std::nullopt;
 }
 

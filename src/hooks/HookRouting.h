@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessWatch.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -20,6 +22,10 @@ struct HookOrigin
     QString terminal;
     /// Bundle identifier of the host application.
     QString bundle;
+    /// The agent's process; none from a relay that does not tell.
+    std::optional<ProcessId> process;
+    /// Path of the record that the agent keeps of the session; "" by default.
+    QString transcript;
 
     /// Reads the payload of an event or a permission request.
     [[nodiscard]] static HookOrigin of(const QJsonObject &payload);
@@ -31,12 +37,15 @@ struct HookRoute
     QString pillId;
     /// The validated name of an agent from outside the catalogue's road; none for a built-in pill.
     std::optional<QString> externalAgent;
+    /// What the user calls the place in which the agent asks by itself.
+    QString place;
 
     [[nodiscard]] bool isExternal() const { return externalAgent.has_value(); }
 };
 
-/// The pill of the origin; none for a plain terminal, whose sessions are ignored by design.
-[[nodiscard]] std::optional<HookRoute> routeOf(const HookOrigin &origin);
+/// The pill of the origin; none for a plain terminal, whose sessions are ignored by design unless
+/// the user has every terminal taken in.
+[[nodiscard]] std::optional<HookRoute> routeOf(const HookOrigin &origin, bool anyTerminal = false);
 
 /// The tag if it is a fit agent name: 1 to 24 of a to z, 0 to 9 and "-", and not "claude".
 [[nodiscard]] std::optional<QString> validateAgent(const QString &tag);

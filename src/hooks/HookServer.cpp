@@ -10,8 +10,9 @@ HookServer::HookServer(const HookContext &context, const Paths &paths, QObject *
     : QObject(parent)
     , m_paths(paths)
     , m_tasks(context.state, context.notifications)
-    , m_desk(context, m_tasks, m_writers)
-    , m_processor(context, m_tasks, m_desk)
+    , m_sessions(context.state, context.queue, context.processes)
+    , m_desk(context, m_tasks, m_sessions, m_writers)
+    , m_processor(context, m_tasks, m_sessions, m_desk)
     , m_sockets(
           context.queue, paths.socketPath(),
           {.event = [this](const QString &name,

@@ -5,6 +5,7 @@
 #include "HookEventProcessor.h"
 #include "HookSocketServer.h"
 #include "HookTasks.h"
+#include "SessionBook.h"
 #include "ThreadGroup.h"
 #include "core/Paths.h"
 
@@ -35,6 +36,7 @@ public:
 private:
     const Paths m_paths;
     HookTasks m_tasks;
+    SessionBook m_sessions;
     ThreadGroup m_writers;
     ApprovalDesk m_desk;
     HookEventProcessor m_processor;

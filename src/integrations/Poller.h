@@ -64,7 +64,8 @@ protected:
     /// there is one.
     template<typename Parse, typename Accept>
     void fetch(const HttpRequest &request, Parse parse, Accept accept,
-               const std::function<void(const HttpReply &)> &fail = {}, Wanted wanted = Wanted::newest)
+               const std::function<void(const HttpReply &)> &fail = {},
+               Wanted wanted = Wanted::newest)
     {
         const auto read = [parse, accept](const QByteArray &body) -> Acceptance {
             const auto parsed = parse(body);

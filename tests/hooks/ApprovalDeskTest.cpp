@@ -2,6 +2,7 @@
 #include "HookFixture.h"
 #include "Peer.h"
 #include "hooks/HookTasks.h"
+#include "hooks/SessionBook.h"
 #include "hooks/ThreadGroup.h"
 
 namespace tirlo {
@@ -36,7 +37,8 @@ struct ApprovalDeskTest : HookFixture
 
     static QByteArray lineOf(const char *decision)
     {
-        const QByteArray kept = decision == QByteArray("always") ? ",\"updatedPermissions\":[]" : "";
+        const QByteArray kept
+            = decision == QByteArray("always") ? ",\"updatedPermissions\":[]" : "";
         return QByteArray("{\"permissionDecision\":\"") + decision + '"' + kept + "}\n";
     }
 
@@ -44,7 +46,8 @@ struct ApprovalDeskTest : HookFixture
 
     ThreadGroup writers;
     HookTasks tasks{state, notifications};
-    ApprovalDesk desk{context, tasks, writers};
+    SessionBook sessions{state, queue, processes};
+    ApprovalDesk desk{context, tasks, sessions, writers};
 };
 
 TEST_F(ApprovalDeskTest, RequestGoesOnShow)
@@ -103,11 +106,14 @@ TEST_F(ApprovalDeskTest, DecisionReachesTheAgentAndClosesTheCard)
         island.setView(IslandView::approval);
         Peer peer = ask();
         desk.sendApprovalDecision({*fromRawText<Decision>(QString::fromLatin1(word))});
+        const bool asksInTerminal = word == "ask";
         EXPECT_EQ(answerTo(peer), lineOf(word));
         EXPECT_FALSE(isPending());
         EXPECT_FALSE(state.isPinned);
-        EXPECT_EQ(task("integration_claude").state, BotState::working);
+        EXPECT_EQ(task("integration_claude").state,
+                  asksInTerminal ? BotState::approval : BotState::working);
         EXPECT_EQ(state.view.value(), IslandView::overview);
+        sessions.end({u"integration_claude"_s, u"s"_s});
     }
     ask().close();
     desk.sendApprovalDecision({Decision::deny});
@@ -146,6 +152,13 @@ TEST_F(ApprovalDeskTest, RequestThatEndsUnansweredLeavesANoteForAMoment)
     EXPECT_TRUE(isPending());
     queue.advance(0.2);
     EXPECT_EQ(state.noteMessage.value(), u"Still waiting in Codex."_s);
+    EXPECT_TRUE(task("agent_codex").sessions.first().waitsInTerminal);
+
+    // A fresh card is not taken away by the end of a note before it.
+    const Peer fresh = ask(codexRequest);
+    island.setView(IslandView::approval);
+    queue.advance(5);
+    EXPECT_EQ(collapses, 1);
     EXPECT_EQ(answerTo(peer), "");
 }
 
@@ -158,6 +171,7 @@ TEST_F(ApprovalDeskTest, SupersededRequestFallsBackToAsk)
     Peer second = ask(codexRequest);
     EXPECT_EQ(state.pendingApproval.value()->pillId, u"agent_codex"_s);
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
+    EXPECT_EQ(task("integration_claude").steps.last(), SessionBook::waitingStep);
     EXPECT_EQ(answerTo(first), lineOf("ask"));
 
     // Neither the first one's limit nor its end touches the second.
@@ -191,10 +205,10 @@ TEST_F(ApprovalDeskTest, FocusGoesBackUnlessItMovedOrItsTaskIsGone)
     EXPECT_EQ(focusAfter(std::nullopt, [] {}), codex);
 }
 
-TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
+TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingSession)
 {
-    const HookRoute claude{u"integration_claude"_s, {}};
-    const HookRoute other{u"agent_codex"_s, {}};
+    const HookRoute claude{u"integration_claude"_s, {}, u"VS Code"_s};
+    const HookRoute other{u"agent_codex"_s, {}, u"Codex"_s};
     const auto settles = [&](const char *event, const char *payload, const char *session) {
         SCOPED_TRACE(event);
         const Peer peer = ask();
@@ -202,8 +216,10 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
         HookOrigin origin;
         origin.sessionId = QLatin1String(session);
         EXPECT_TRUE(desk.admits(QLatin1String(event), other, origin, json(payload)));
-        const bool isSettled = desk.admits(QLatin1String(event), claude, origin, json(payload));
-        EXPECT_EQ(isPending(), !isSettled);
+        const bool isAdmitted = desk.admits(QLatin1String(event), claude, origin, json(payload));
+        const bool isSettled = !isPending();
+        // Another session of the pill goes its own way.
+        EXPECT_EQ(isAdmitted, isSettled || origin.sessionId == u"other"_s);
         EXPECT_EQ(state.noteMessage.value() == u"Handled in VS Code."_s, isSettled);
         EXPECT_EQ(peer.isReadable(), isSettled);
         return isSettled;
@@ -224,6 +240,46 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingPill)
     EXPECT_FALSE(settles("PreToolUse", sameCall, "s"));
     desk.sendApprovalDecision({Decision::deny});
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
+}
+
+TEST_F(ApprovalDeskTest, ASessionWaitsInItsTerminalUntilItMovesOn)
+{
+    const HookRoute claude{u"integration_claude"_s, {}, u"VS Code"_s};
+    HookOrigin origin;
+    origin.sessionId = u"s"_s;
+    constexpr auto sameCall = R"({"tool_name":"Bash","tool_input":{"command":"ls","n":1}})";
+    const struct
+    {
+        const char *event;
+        const char *payload;
+        bool movesOn;
+    } rows[] = {
+        {"Notification", R"({"message":"Claude needs your permission"})", false},
+        {"PostToolUse", R"({"tool_name":"Bash","tool_input":{"command":"pwd"}})", false},
+        {"PreToolUse", R"({"tool_name":"Read","agent_id":"a1"})", false},
+        {"PostToolUse", sameCall, true},
+        {"PreToolUse", R"({"tool_name":"Read"})", true},
+        {"UserPromptSubmit", "{}", true},
+        {"Stop", "{}", true},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.event);
+        const Peer peer = ask();
+        queue.advance(116);
+        const auto waits
+            = [&] { return task("integration_claude").sessions.first().waitsInTerminal; };
+        ASSERT_TRUE(waits());
+        EXPECT_EQ(desk.admits(QLatin1String(row.event), claude, origin, json(row.payload)),
+                  row.movesOn);
+        EXPECT_EQ(waits(), !row.movesOn);
+        sessions.end({claude.pillId, origin.sessionId});
+    }
+
+    // Of two calls of one session that wait, an answer to the newer leaves the older.
+    const Peer older = ask();
+    const Peer newer = ask(R"({"session_id":"s","term_program":"vscode","tool_name":"Read"})");
+    desk.sendApprovalDecision({Decision::allow});
+    EXPECT_TRUE(task("integration_claude").sessions.first().waitsInTerminal);
 }
 
 } // namespace

@@ -32,7 +32,7 @@ TEST_F(GuardedHooksTest, EachAgentGetsItsOwnDialect)
         QByteArray start;
         QByteArray end;
     } rows[] = {
-        {gemini, geminiPath, 6, R"({"hooks":{"AfterAgent")",
+        {gemini, geminiPath, 7, R"({"hooks":{"AfterAgent")",
          R"(geminiStop","timeout":5000,"type":"command"}],"matcher":"*"}])"},
         {antigravity, antigravityPath, 5, R"({"tirlo":{"PostInvocation")",
          R"(antigravityPostInvocation","timeout":10,"type":"command"}]}])"},

@@ -23,8 +23,9 @@ struct HookEventProcessorTest : HookFixture
 
     ThreadGroup writers;
     HookTasks tasks{state, notifications};
-    ApprovalDesk desk{context, tasks, writers};
-    HookEventProcessor processor{context, tasks, desk};
+    SessionBook sessions{state, queue, processes};
+    ApprovalDesk desk{context, tasks, sessions, writers};
+    HookEventProcessor processor{context, tasks, sessions, desk};
 };
 
 TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
@@ -38,17 +39,16 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
         BotState state;
         const char *lastStep;
         const char *sound;
-        const char *session = "session-1";
+        bool isActive = true;
     } rows[] = {
-        {"", "{}", idle, "", "", ""},
-        {"PreCompact", "{}", idle, "", "", ""},
+        {"", "{}", idle, "", "", false},
+        {"PostToolBatch", "{}", idle, "", "", false},
         {"SessionStart", "{}", idle, "", "work"},
-        {"UserPromptSubmit", R"({"prompt":"","session_id":"a"})", thinking, "", "", "a"},
+        {"UserPromptSubmit", R"({"prompt":""})", thinking, "", ""},
         {"UserPromptSubmit", R"({"prompt":["x"]})", thinking, "", ""},
         {"UserPromptSubmit", R"({"prompt":"hello\nyou"})", thinking, "hello\nyou", ""},
         {"PreToolUse", R"({"tool_name":"Read","tool_input":{"path":"/a/b"}})", working, "Lit · b",
          ""},
-        {"PreToolUse", R"({"session_id":"b"})", working, "Tool", "", "b"},
         {"PreToolUse", R"({"tool_name":7,"tool_input":[1]})", working, "Tool", ""},
         {"SubagentStart", "{}", working, "+ subagent", ""},
         {"SubagentStop", "{}", working, "• subagent done", ""},
@@ -56,14 +56,25 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
         {"Notification", R"({"message":{"a":"?"}})", working, "• subagent done", ""},
         {"Notification", R"({"message":"Hit the RATE Limit?"})", ratelimit, "• subagent done",
          "rate"},
-        {"PostToolUse", R"({"session_id":"c"})", working, "• subagent done", ""},
+        {"PostToolUse", "{}", working, "• subagent done", ""},
         {"Notification", R"({"message":"Limite d'usage"})", ratelimit, "• subagent done", "rate"},
         {"Notification", R"({"message":" Go on?"})", question, " Go on?", ""},
+        {"PreCompact", "{}", question, "Résume · contexte", ""},
+        {"PostToolUseFailure", R"({"error":"Exit code 2\n**ls**: no"})", working,
+         "⚠ failed · Exit code 2 ls: no", ""},
+        {"StopFailure", R"({"agent_id":"a1"})", working, "• subagent failed", ""},
+        {"Notification", R"({"notification_type":"permission_prompt"})", approval,
+         "waiting in the terminal", ""},
+        {"Notification", R"({"notification_type":"idle_prompt"})", idle, "waiting in the terminal",
+         ""},
+        {"Notification", R"({"notification_type":"ToolPermission"})", approval,
+         "waiting in the terminal", ""},
         {"PostToolUseFailure", "{}", working, "⚠ failed", ""},
+        {"StopFailure", R"({"error":"rate_limit"})", ratelimit, "⚠ failed", "rate"},
         {"StopFailure", "{}", error, "⚠ failed", "error"},
-        {"Stop", R"({"message":"done","session_id":"c"})", finished, "done", "finish"},
-        {"Interrupt", "{}", idle, "done", "", ""},
-        {"SessionEnd", "{}", idle, "", "", ""},
+        {"Stop", R"({"message":"done"})", finished, "done", "finish"},
+        {"Interrupt", "{}", idle, "done", "", false},
+        {"SessionEnd", "{}", idle, "", "", false},
     };
     for (const auto &row : rows) {
         sounds.played.clear();
@@ -74,9 +85,27 @@ TEST_F(HookEventProcessorTest, EachEventMovesItsPill)
                   QString::fromUtf8(row.lastStep))
             << row.event;
         EXPECT_EQ(sounds.played.join(u','), QLatin1String(row.sound)) << row.event;
-        EXPECT_EQ(tasks.activeSessionId.value_or(QString()), QLatin1String(row.session))
-            << row.event;
+        EXPECT_EQ(tasks.activeSessionId == u"session-1"_s, row.isActive) << row.event;
     }
+    process("PreToolUse", R"({"session_id":"b"})");
+    process("PostToolUse", R"({"session_id":"c"})");
+    EXPECT_EQ(tasks.activeSessionId, u"b"_s);
+}
+
+TEST_F(HookEventProcessorTest, ATurnEndsInTheAgentsOwnWords)
+{
+    const auto outcomeOf = [this](const char *event, const char *payload) {
+        process("UserPromptSubmit");
+        EXPECT_EQ(task("integration_claude").outcome, QString());
+        process(event, payload);
+        return task("integration_claude").outcome;
+    };
+    EXPECT_EQ(outcomeOf("Stop", R"({"last_assistant_message":"It **works**."})"), "It works.");
+    EXPECT_EQ(outcomeOf("Stop", R"({"prompt_response":"Done"})"), "Done");
+    EXPECT_EQ(outcomeOf("Stop", R"({"last_assistant_message":[1]})"), "");
+    EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"unknown","last_assistant_message":"API 400"})"),
+              "API 400");
+    EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"server_error"})"), "server_error");
 }
 
 TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
@@ -86,7 +115,10 @@ TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
     process("Stop", R"({"term_program":"xterm","cwd":"/a/%1"})");
     EXPECT_EQ(logLines(),
               QStringList({u"SessionStart Project (12345678)"_s, u"PreToolUse Ba\\u000Ash"_s,
-                           u"Ignored Stop from xterm (%1)"_s}));
+                           u"Ignored Stop from xterm (%1): the setting anyTerminal is off"_s}));
+    state.anyTerminal = true;
+    process("SessionStart", R"({"term_program":"xterm","cwd":"/a/b"})");
+    EXPECT_EQ(task("integration_claude").name, u"b"_s);
 }
 
 TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
@@ -114,27 +146,36 @@ TEST_F(HookEventProcessorTest, EndOfATurnOpensTheIslandOrMarksThePill)
     EXPECT_EQ(reveals, 1);
 }
 
-TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileWhateverHappens)
+TEST_F(HookEventProcessorTest, FinishedPillsFallBackAfterAWhileUnlessTheyGoOn)
 {
     state.toggleIntegration(u"agent_gemini"_s);
     const char *agents[]
-        = {R"({"tirlo_agent":"codex"})", R"({"tirlo_agent":"gemini"})", R"({"tirlo_agent":"foo"})"};
+        = {R"({"tirlo_agent":"codex"})", R"({"tirlo_agent":"gemini"})", R"({"tirlo_agent":"foo"})",
+           R"({"tirlo_agent":"bar"})", R"({"bundle_id":"com.todesktop.230313mzl4w4u92"})"};
     for (const char *agent : agents) {
         process("PreToolUse", agent);
         process("Stop", agent);
     }
     queue.advance(5.1);
-    process("UserPromptSubmit", agents[0]);
     EXPECT_EQ(task("agent_codex").pillBadge, PillBadge::finished);
     EXPECT_EQ(task("agent_foo").state, BotState::finished);
+    process("UserPromptSubmit", agents[3]);
+    process("PreToolUse", agents[4]);
+    process("SubagentStop", agents[0]);
 
     queue.advance(0.2);
     EXPECT_EQ(task("agent_codex").state, BotState::idle);
     EXPECT_EQ(task("agent_codex").pillBadge, std::nullopt);
-    EXPECT_EQ(task("agent_codex").steps.size(), 1);
     EXPECT_EQ(task("agent_gemini").state, BotState::idle);
     EXPECT_TRUE(task("agent_gemini").steps.isEmpty());
     EXPECT_FALSE(state.task(u"agent_foo"_s));
+    EXPECT_EQ(task("agent_codex").steps.last(), u"• subagent done"_s);
+
+    // These went on within that while, and no longer show an end.
+    EXPECT_EQ(task("agent_bar").state, BotState::thinking);
+    EXPECT_EQ(task("agent_cursor").state, BotState::working);
+    for (const char *pill : {"agent_bar", "agent_cursor"})
+        EXPECT_EQ(task(pill).pillBadge, std::nullopt) << pill;
 }
 
 TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
@@ -165,6 +206,43 @@ TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
         EXPECT_EQ(viewAfter(event, IslandView::finished, codex), IslandView::finished);
         EXPECT_EQ(viewAfter(event, IslandView::prompt), IslandView::prompt);
     }
+}
+
+TEST_F(HookEventProcessorTest, OneSessionsEndLeavesTheOther)
+{
+    process("UserPromptSubmit", R"({"session_id":"a"})");
+    process("PreToolUse", R"({"session_id":"b"})");
+    process("Stop", R"({"session_id":"b"})");
+    EXPECT_EQ(task("integration_claude").state, BotState::thinking);
+    queue.advance(6);
+    process("SessionEnd", R"({"session_id":"b"})");
+    EXPECT_EQ(task("integration_claude").state, BotState::thinking);
+    EXPECT_EQ(task("integration_claude").sessions.size(), 1);
+
+    // Nor does one that asks keep the other from going on.
+    auto [peer, connection] = Peer::pair();
+    desk.processPermissionRequest(std::move(connection),
+                                  json(R"({"term_program":"vscode","session_id":"c"})"));
+    process("SessionEnd", R"({"session_id":"a"})");
+    EXPECT_TRUE(state.pendingApproval.value());
+    EXPECT_EQ(task("integration_claude").state, BotState::approval);
+    EXPECT_EQ(task("integration_claude").sessions.size(), 1);
+}
+
+TEST_F(HookEventProcessorTest, AKilledAgentLeavesNothingBehind)
+{
+    const char *codex
+        = R"({"tirlo_agent":"codex","tirlo_process":{"pid":7,"start":1},"session_id":"k"})";
+    process("SessionStart", codex);
+    process("UserPromptSubmit", codex);
+    auto [peer, connection] = Peer::pair();
+    desk.processPermissionRequest(std::move(connection), json(codex));
+    processes.end({7, 1, {}});
+    EXPECT_FALSE(state.task(u"agent_codex"_s));
+    EXPECT_FALSE(state.pendingApproval.value());
+    EXPECT_EQ(tasks.activeSessionId, std::nullopt);
+    process("PreToolUse", codex);
+    EXPECT_FALSE(state.task(u"agent_codex"_s));
 }
 
 } // namespace

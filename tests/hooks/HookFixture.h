@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hooks/HookContext.h"
+#include "support/FakeProcessWatch.h"
 #include "support/StandInIsland.h"
 #include "support/StoreFixture.h"
 
@@ -30,7 +31,8 @@ struct HookFixture : StoreFixture
     QStringList logLines() const { return StoreFixture::logLines(u"qv.log"_s, 19); }
 
     StandInIsland island{state};
-    HookContext context{state, notifications, island, sounds, queue, log};
+    FakeProcessWatch processes;
+    HookContext context{state, notifications, island, sounds, queue, processes, log};
 
     QList<IslandView> expanded;
     int collapses = 0;

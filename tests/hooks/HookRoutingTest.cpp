@@ -40,6 +40,73 @@ TEST(HookRouting, FirstMatchingSourceWins)
     }
 }
 
+TEST(HookRouting, TellsTheEditorsApartByWhatTheRelaySaw)
+{
+    const struct
+    {
+        const char *facts;
+        const char *pill;
+    } rows[] = {
+        {R"({"tirlo_programs":["/opt/claude","/usr/bin/bash","/usr/share/code/code"]})",
+         "integration_claude"},
+        {R"({"tirlo_programs":["/opt/node","/tmp/.mount_CursorXa/usr/share/cursor/cursor"],
+             "term_program":"vscode"})",
+         "agent_cursor"},
+        {R"({"tirlo_programs":["/opt/claude","codium"]})", "integration_claude"},
+        {R"({"tirlo_programs":["/opt/claude","/home/a/.cursor-server/bin/x/node"]})",
+         "agent_cursor"},
+        {R"({"tirlo_programs":["/opt/claude","/home/a/.vscode-server/bin/x/node"]})",
+         "integration_claude"},
+        // The nearest of two, whatever was handed down by the farther one.
+        {R"({"tirlo_programs":["/opt/claude","/usr/share/code/code","/opt/cursor/cursor"],
+             "tirlo_host":{"CURSOR_TRACE_ID":"1"}})",
+         "integration_claude"},
+        // Within a tmux there is nobody above.
+        {R"({"tirlo_programs":["/opt/claude","/usr/bin/tmux"],"term_program":"tmux",
+             "tirlo_host":{"VSCODE_GIT_ASKPASS_NODE":"/usr/share/code/code"}})",
+         "integration_claude"},
+        {R"({"tirlo_programs":["/opt/claude","/usr/bin/tmux"],"term_program":"vscode",
+             "tirlo_host":{"VSCODE_GIT_ASKPASS_NODE":"/usr/share/cursor/cursor"}})",
+         "agent_cursor"},
+        {R"({"tirlo_host":{"VSCODE_PID":"1","VSCODE_IPC_HOOK":"/h/.config/Cursor/1-main.sock"}})",
+         "agent_cursor"},
+        {R"({"tirlo_host":{"CLAUDE_CODE_ENTRYPOINT":"claude-vscode"}})", "integration_claude"},
+        {R"({"tirlo_host":{"CHROME_DESKTOP":"cursor.desktop","VSCODE_PID":"1"}})", "agent_cursor"},
+        {R"({"tirlo_host":{"CHROME_DESKTOP":"opencode.desktop","CLAUDE_CODE_ENTRYPOINT":"cli"}})",
+         ""},
+        {R"({"tirlo_programs":["/opt/claude","/usr/bin/xterm"],"tirlo_host":{}})", ""},
+        {R"({"tirlo_programs":{"a":"code"},"tirlo_host":["VSCODE_PID"]})", ""},
+        {R"({"tirlo_programs":[1,["code"],"opencode","code-agent","/code/"]})", ""},
+        // What the agent's host says of itself comes first.
+        {R"({"bundle_id":"com.microsoft.VSCode","tirlo_programs":["cursor"]})",
+         "integration_claude"},
+    };
+    for (const auto &row : rows) {
+        const HookOrigin origin = HookOrigin::of(json(row.facts));
+        const auto route = routeOf(origin);
+        EXPECT_EQ(route ? route->pillId : QString(), QLatin1String(row.pill)) << row.facts;
+    }
+
+    // A plain terminal is taken in on demand, and is not said to be an editor.
+    const auto taken = routeOf(HookOrigin::of(json(R"({"term_program":"xterm"})")), true);
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(taken->pillId, u"integration_claude"_s);
+    EXPECT_EQ(taken->place, u"the terminal"_s);
+}
+
+TEST(HookRouting, ReadsTheAgentsProcess)
+{
+    const auto processIn
+        = [](const char *payload) { return HookOrigin::of(json(payload)).process; };
+    EXPECT_EQ(processIn(R"({"tirlo_process":{"pid":7,"start":99,"space":"pid:[1]"}})"),
+              (ProcessId{7, 99, u"pid:[1]"_s}));
+    for (const char *odd :
+         {"{}", R"({"tirlo_process":7})", R"({"tirlo_process":{"pid":7}})",
+          R"({"tirlo_process":{"pid":"7","start":1}})", R"({"tirlo_process":{"pid":-7,"start":1}})",
+          R"({"tirlo_process":{"pid":1.5,"start":1}})"})
+        EXPECT_EQ(processIn(odd), std::nullopt) << odd;
+}
+
 TEST(HookRouting, AcceptsFitAgentNamesOnly)
 {
     for (const char *fit : {"a", "gemini", "my-agent-2", "abcdefghijklmnopqrstuvwx"})

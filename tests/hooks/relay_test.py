@@ -46,7 +46,7 @@ def run(arguments, payload, reply=b""):
 
 
 os.environ.update(TERM_PROGRAM="vscode", __CFBundleIdentifier="org.host", GEMINI_SESSION_ID="env")
-for variable in ("ITERM_SESSION_ID", "TERM_SESSION_ID"):
+for variable in ("ITERM_SESSION_ID", "TERM_SESSION_ID", *relay["HOST_VARIABLES"]):
     os.environ.pop(variable, None)
 CODEX, GEMINI = ["--agent", "codex"], ["--agent", "gemini"]
 
@@ -77,6 +77,38 @@ for arguments, payload, members, output in [
     expect(printed == output, payload, printed)
 # A payload with a tool's name is in the common dialect: its session is not looked for.
 expect("session_id" not in json.loads(run(GEMINI, b'{"tool_name":"t","sessionId":"s"}')[0]))
+
+# Where the hook runs: the agent above the shells, and what stands above that.
+def above(chain):
+    """What processes_above() makes of programs from the hook's parent up, or of a broken chain."""
+    scope = relay["processes_above"].__globals__
+    real = scope["parent_and_start"], scope["executable"]
+    numbers = range(100, 100 + len(chain))
+    scope["parent_and_start"] = lambda pid: (pid + 1 if pid < numbers[-1] else 1, pid * 10)
+    scope["executable"] = lambda pid: chain[pid - 100]
+    agent, programs = relay["processes_above"](100)
+    scope["parent_and_start"], scope["executable"] = real
+    return (agent["pid"], agent["start"]) if agent else None, programs
+
+
+CODE = "/usr/share/code/code"
+for chain, agent, programs in [
+    (["/usr/bin/dash", "/bin/sh", "/opt/claude", "/usr/bin/bash", CODE], (102, 1020),
+     ["/opt/claude", "/usr/bin/bash", CODE]),
+    (["dash", "/usr/bin/env", "/usr/bin/timeout", "node"], (103, 1030), ["node"]),
+    (["/usr/bin/dash", "/usr/bin/bash"], None, []),
+    (["/opt/a"] * 40, (100, 1000), ["/opt/a"] * 12),
+    (["/" + "x" * 5000], (100, 1000), ["x" * 512]),
+]:
+    expect(above(chain) == (agent, programs), chain, above(chain))
+expect(relay["processes_above"](0) == (None, []) == relay["processes_above"](1 << 40))
+own = json.loads(run([], b"{}")[0])
+real = open(f"/proc/{os.getppid()}/stat").read().rpartition(")")[2].split()
+expect(relay["parent_and_start"](os.getppid()) == (int(real[1]), int(real[19])), real)
+expect(isinstance(own["tirlo_programs"], list) and own["tirlo_host"] == {}, own)
+os.environ.update(CURSOR_TRACE_ID="t" * 5000, VSCODE_PID="7", VSCODE_SECRET="no")
+expect(json.loads(run([], b"{}")[0])["tirlo_host"]
+       == {"CURSOR_TRACE_ID": "t" * 512, "VSCODE_PID": "7"})
 
 # The decision in the agent's dialect.
 for arguments, suggestions, reply, decision in [

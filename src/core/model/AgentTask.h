@@ -1,7 +1,9 @@
 #pragma once
 
+#include "AgentSession.h"
 #include "BotState.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -40,6 +42,8 @@ struct AgentTask
     QString outcome;
     /// The session's working directory.
     std::optional<QString> sessionCwd;
+    /// The agent's sessions, in the order in which they came; empty while it has none.
+    QList<AgentSession> sessions;
 
     bool operator==(const AgentTask &) const = default;
 };

@@ -52,6 +52,24 @@ TERMINAL_KEYS = {
     "bundle_id": "__CFBundleIdentifier",
 }
 
+# What an editor hands down to all that runs in it. Tirlo tells by these where a session runs when
+# the processes above it do not: those above a tmux or a screen are of no use, since its server is a
+# child of init. What it has in its environment is of the place where that server was started. Where
+# somebody attached to it later is not known: neither the environment nor the process chain tells,
+# and a search through all processes would take longer than everything else here.
+HOST_VARIABLES = (
+    "CHROME_DESKTOP CLAUDE_CODE_ENTRYPOINT CURSOR_TRACE_ID"
+    " VSCODE_GIT_ASKPASS_NODE VSCODE_IPC_HOOK VSCODE_PID"
+).split()
+LONGEST_VALUE = 512
+
+# What stands between an agent and its hook: shells, and programs that run another one.
+SHELLS = (
+    "sh ash bash busybox dash fish ksh mksh tcsh zsh"
+    " env ionice nice nohup setsid stdbuf sudo timeout xargs"
+).split()
+MOST_PARENTS = 12
+
 
 def c_codec():
     """json.loads for text and json.dumps in compact form, made of the C parts of json."""
@@ -118,12 +136,59 @@ def read_arguments(arguments):
     return agent, event
 
 
+def parent_and_start(pid):
+    """The parent of a process and when it started, in clock ticks."""
+    with open(f"/proc/{pid}/stat", "rb", 0) as file:
+        stat = file.read(CHUNK)
+    # The name in brackets may hold anything, brackets among it.
+    fields = stat[stat.rindex(b")") + 2 :].split()
+    return int(fields[1]), int(fields[19])
+
+
+def executable(pid):
+    """The path of the program that runs; its bare name where that is not to be known."""
+    try:
+        # An update under a running program leaves a mark at its path.
+        return os.readlink(f"/proc/{pid}/exe").partition(" (deleted)")[0]
+    except OSError:
+        with open(f"/proc/{pid}/comm", errors="replace") as name:
+            return name.read().strip()
+
+
+def processes_above(pid):
+    """The agent's process among the ancestors from this one on, and the programs above it."""
+    agent = None
+    programs = []
+    try:
+        for _ in range(MOST_PARENTS):
+            if pid <= 1:
+                break
+            parent, start = parent_and_start(pid)
+            program = executable(pid)
+            if agent is None and program.rpartition("/")[2] not in SHELLS:
+                # A number means something within its own space of process numbers alone.
+                space = os.readlink("/proc/self/ns/pid")
+                agent = {"pid": pid, "start": start, "space": space}
+            if agent is not None:
+                programs.append(program[-LONGEST_VALUE:])
+            pid = parent
+    except (OSError, ValueError, IndexError):
+        pass  # another user's, or gone: what is known so far counts
+    return agent, programs
+
+
 def add_context(payload, agent):
-    """Says which agent, terminal and folder the hook ran in, where the payload does not."""
+    """Says which agent, terminal, process and folder the hook ran in, where the payload does not."""
     if agent:
         payload.setdefault("tirlo_agent", agent)
     for key, variable in TERMINAL_KEYS.items():
         payload.setdefault(key, os.environ.get(variable, ""))
+    process, programs = processes_above(os.getppid())
+    if process:
+        payload.setdefault("tirlo_process", process)
+    payload.setdefault("tirlo_programs", programs)
+    handed = {name: os.environ[name][:LONGEST_VALUE] for name in HOST_VARIABLES if name in os.environ}
+    payload.setdefault("tirlo_host", handed)
     if not payload.get("cwd"):
         paths = payload.get("workspacePaths") or payload.get("workspace_roots")
         if isinstance(paths, list) and paths:

@@ -48,6 +48,7 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     const auto answer = [this](Decision decision) { return [=, this] { decide(decision); }; };
     m_deny = new SecondaryButton(QStringLiteral("Deny"), {}, answer(Decision::deny));
     m_always = new SecondaryButton(QStringLiteral("Always"), {}, answer(Decision::always));
+    m_terminal = new SecondaryButton(QStringLiteral("In the terminal"), {}, answer(Decision::ask));
     m_allow = new PrimaryButton(QStringLiteral("Allow"), {}, answer(Decision::allow));
     m_keepPlanning
         = new SecondaryButton(QStringLiteral("Keep planning"), {}, answer(Decision::deny));
@@ -65,8 +66,8 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
 
     m_buttons = new QHBoxLayout;
     m_buttons->setSpacing(Style::controlSpacing);
-    for (QWidget *button :
-         {m_deny, m_keepPlanning, static_cast<QWidget *>(m_why), m_always, m_allow, m_approvePlan})
+    for (QWidget *button : {m_terminal, m_deny, m_keepPlanning, static_cast<QWidget *>(m_why),
+                            m_always, m_allow, m_approvePlan})
         m_buttons->addWidget(button);
     m_buttons->addStretch();
 
@@ -77,8 +78,8 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
                       {0, m_keeps},
                       {buttonSpacing, m_buttons}});
     QWidget *previous = m_body;
-    for (QWidget *next :
-         {m_deny, m_keepPlanning, static_cast<QWidget *>(m_why), m_always, m_allow, m_approvePlan})
+    for (QWidget *next : {m_terminal, m_deny, m_keepPlanning, static_cast<QWidget *>(m_why),
+                          m_always, m_allow, m_approvePlan})
         setTabOrder(std::exchange(previous, next), next);
     followRequest();
     m_observers.follow(m_context.state.pendingApproval, [this] { followRequest(); });
@@ -107,9 +108,13 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     m_why->clear();
     m_why->clearFocus();
 
-    m_deny->setVisible(!isPlan);
-    m_allow->setVisible(!isPlan);
-    m_always->setVisible(!request.grants.isEmpty() && !isPlan);
+    // What is asked in a way that has no card can only be answered where it was asked.
+    const bool isQuestion = request.tool == QLatin1String("AskUserQuestion");
+    m_terminal->setVisible(isQuestion);
+    m_why->setVisible(!isQuestion);
+    m_deny->setVisible(!isPlan && !isQuestion);
+    m_allow->setVisible(!isPlan && !isQuestion);
+    m_always->setVisible(!request.grants.isEmpty() && !isPlan && !isQuestion);
     m_keepPlanning->setVisible(isPlan);
     m_approvePlan->setVisible(isPlan);
     fitHeight();

@@ -44,6 +44,7 @@ private:
     RequestBody *m_body;
     QLabel *m_keeps;
     QBoxLayout *m_buttons;
+    QWidget *m_terminal;
     QWidget *m_deny;
     QWidget *m_always;
     QWidget *m_allow;

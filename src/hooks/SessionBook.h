@@ -1,0 +1,141 @@
+#pragma once
+
+#include "HookRouting.h"
+#include "core/model/AgentSession.h"
+#include "platform/MainQueue.h"
+#include "platform/ProcessWatch.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QObject>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace tirlo {
+
+class AppState;
+
+/// Names one session of one pill.
+struct SessionKey
+{
+    QString pill;
+    QString id;
+
+    bool operator==(const SessionKey &) const = default;
+};
+
+/// The tool call that a session asked about.
+struct AskedCall
+{
+    QString tool;
+    /// Canonical text of the tool's input.
+    QString inputKey;
+
+    bool operator==(const AskedCall &) const = default;
+};
+
+/// The sessions of each pill. It gives a pill the state of its most urgent session and that one's
+/// folder for a name, and takes it away with its last one.
+class SessionBook : public QObject
+{
+public:
+    /// A session that claims to work and has not been heard of for a while.
+    struct QuietWorker
+    {
+        SessionKey key;
+        QString transcript;
+        /// When it was last heard of.
+        QDateTime heard;
+
+        bool operator==(const QuietWorker &) const = default;
+    };
+
+    /// The step of a session that asks in its terminal.
+    static const QString waitingStep;
+
+    /// All three outlive the book.
+    SessionBook(AppState &state, MainQueue &queue, ProcessWatch &processes);
+
+    /// Is told of a session whose process has ended; end() then belongs to it.
+    std::function<void(const SessionKey &)> processEnded;
+
+    /// True for what was still under way when its process ended.
+    [[nodiscard]] bool isPast(const HookOrigin &origin) const;
+
+    /// Takes down that the session is there and did something; a pill has to be there for it.
+    void hear(const HookRoute &route, const HookOrigin &origin);
+
+    /// The session goes on; true when it had shown its end until now.
+    bool resume(const SessionKey &key);
+    void setState(const SessionKey &key, BotState state);
+    void setStep(const SessionKey &key, const QString &step);
+    void end(const SessionKey &key);
+
+    /// Does the work after so many seconds, unless the session's state changes or it ends before.
+    void after(const SessionKey &key, double seconds, std::function<void()> work);
+
+    /// The session now asks about the call in its own terminal, until moveOn().
+    void fallBack(const SessionKey &key, const AskedCall &call);
+    void moveOn(const SessionKey &key);
+    /// What the session asks about in its terminal.
+    [[nodiscard]] std::optional<AskedCall> askedInTerminal(const SessionKey &key) const;
+
+    /// The working sessions that may have been interrupted: not heard of for so many seconds, and of
+    /// an agent that tells it in its transcript alone.
+    [[nodiscard]] std::vector<QuietWorker> quietWorkers(double seconds = 0) const;
+
+private:
+    struct Record
+    {
+        AgentSession shown;
+        /// What it does apart from asking in its terminal.
+        BotState state = BotState::idle;
+        std::optional<AskedCall> asked;
+        double heard = 0;
+        QDateTime heardAt;
+        QString cwd;
+        /// "" where an interrupt is told by a hook.
+        QString transcript;
+        std::optional<ProcessId> process;
+        bool isFollowed = false;
+        /// Keeps the watch over the process; null where there is none.
+        ProcessWatch::Handle watch;
+        WorkItem later;
+
+        [[nodiscard]] bool mayBeInterrupted() const;
+        [[nodiscard]] bool comesToRest() const;
+    };
+    /// In the order in which they were first heard of.
+    using Records = std::vector<Record>;
+
+    struct Pill
+    {
+        Records sessions;
+        bool isExternal = false;
+    };
+
+    [[nodiscard]] const Record *find(const SessionKey &key) const;
+    [[nodiscard]] Record *find(const SessionKey &key);
+    void makeRoom(Records &sessions);
+    void follow(const SessionKey &key, Record &record, const std::optional<ProcessId> &process);
+    void publish(const QString &pillId);
+    [[nodiscard]] static const Record &leadOf(const Records &sessions);
+    void tellApart();
+    void restLater();
+    void restSilent();
+    template<typename Visit>
+    void forEach(Visit visit);
+
+    AppState &m_state;
+    MainQueue &m_queue;
+    ProcessWatch &m_processes;
+    std::map<QString, Pill> m_pills;
+    /// Processes that have ended, the last ones.
+    QList<ProcessId> m_past;
+    WorkItem m_resting;
+};
+
+} // namespace tirlo
