@@ -3,7 +3,6 @@
 import io
 import json
 import os
-import random
 import runpy
 import socket
 import sys
@@ -80,6 +79,8 @@ for arguments, suggestions, reply, decision in [
     ([], "x", b'{"permissionDecision":"always"}', {"behavior": "allow", "updatedPermissions": []}),
     (GEMINI, [1], b'{"permissionDecision":"ask"}', None),
     (GEMINI, [1], b'{"permissionDecision":["allow"]}', None),
+    (GEMINI, {}, b'{"permissionDecision":7}', None),
+    (GEMINI, [1], b"[]", None),
     (GEMINI, [1], b"\xff", None),
     (GEMINI, [1], b"", None),
 ]:
@@ -98,27 +99,6 @@ VALUES = [None, True, 7, [], [[1]], {"a": {}}]
 for value in VALUES:
     line, printed = run(GEMINI, json.dumps(dict.fromkeys(KEYS, value)).encode())
     expect(line and printed == "{}\n", value)
-
-chance = random.Random(1)
-for _ in range(2000):
-    agent = chance.choice(["", "codex", "gemini"])
-    payload = {key: chance.choice(VALUES) for key in chance.sample(KEYS, 4)}
-    payload.update(hook_event_name=chance.choice(["PermissionRequest", "Stop", 7]),
-                   permission_suggestions=chance.choice(VALUES))
-    told = chance.choice(["allow", "always", "deny", "ask", "", *VALUES])
-    reply = bytearray(json.dumps({"permissionDecision": told}).encode() + b"\n")
-    if chance.random() < 0.3:
-        reply[chance.randrange(len(reply))] = chance.randrange(256)
-        told = None
-    line, printed = run(["--agent", agent], json.dumps(payload).encode(), bytes(reply))
-    expect(line.endswith(b"\n") and line.count(b"\n") == 1, payload, line)
-    if printed in ("", "{}\n"):
-        expect(not printed or agent == "gemini", payload, printed)
-        continue
-    decision = json.loads(printed)["hookSpecificOutput"]["decision"]
-    behavior = {"allow": "allow", "always": "allow", "deny": "deny"}
-    expect(decision["behavior"] == behavior.get(told, decision["behavior"]), told, printed)
-    expect(agent != "codex" or "updatedPermissions" not in decision, printed)
 
 # The codec made of C parts, which may be missing, does as the public one.
 TEXTS = [
