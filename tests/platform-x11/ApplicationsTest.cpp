@@ -32,7 +32,7 @@ void installBrowser(const QString &folder, const QString &file)
     QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QString entries = qEnvironmentVariable("XDG_DATA_HOME") + "/applications/";
     writeFile(entries + "browser.desktop",
-              "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + program
+              "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + program.toUtf8()
                   + " %u\nMimeType=x-scheme-handler/https;\n");
     writeFile(entries + "mimeapps.list",
               "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
