@@ -2,9 +2,9 @@
 // the whole relay process beside a bare interpreter start. Ends with 1 when a goal is missed.
 
 #include "EchoServer.h"
-#include "LoadClient.h"
 #include "RelayRuns.h"
 #include "RepaintLoad.h"
+#include "common/LoadClient.h"
 #include "common/Row.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
@@ -88,8 +88,8 @@ int main(int argc, char *argv[])
 {
     std::signal(SIGPIPE, SIG_IGN);
     if (argc == 3 && qstrcmp(argv[1], "--client") == 0) {
-        const QByteArray lines = runLoadClient(QFile::decodeName(argv[2]), Load());
-        std::fwrite(lines.constData(), 1, std::size_t(lines.size()), stdout);
+        for (const qint64 value : runLoadClient(QFile::decodeName(argv[2]), Load()))
+            std::printf("%lld\n", value);
         return 0;
     }
 

@@ -25,6 +25,7 @@ protected:
         program.emplace(TIRLO_PROGRAM);
         ASSERT_TRUE(program->isReady());
         ASSERT_TRUE(tray.waitForItem());
+        EXPECT_TRUE(tray.properties().contains("IconPixmap"));
         for (const TrayRow &row : tray.menu()) {
             if (row.properties.value("label") == "Settings…")
                 tray.choose(row);

@@ -11,7 +11,7 @@ struct ClaudeHooksTest : InstallerFixture
         claude.writeHooks();
     }
 
-    QJsonObject hooks() const { return json(bytesOf(path))["hooks"].toObject(); }
+    QJsonObject hooks() const { return json(contents(path))["hooks"].toObject(); }
 
     const QString &path = claudePath;
 };
@@ -27,10 +27,10 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
                 {"hooks":"odd"}],
             "Other":[{"hooks":[]}],
             "Odd":7}})x";
-    put(path, foreign);
+    writeFile(path, foreign);
     install();
     install();
-    const QByteArray written = bytesOf(path);
+    const QByteArray written = contents(path);
     EXPECT_TRUE(written.contains(R"("id": 12345678901234567890123,)"));
     EXPECT_TRUE(written.contains(R"("zeta": 1e2)"));
     EXPECT_EQ(json(written)["permissions"]["allow"][0].toString(), "Bash(ls:*)");
@@ -57,15 +57,15 @@ TEST_F(ClaudeHooksTest, WhatIsBrokenIsReplacedAndKeptAsABackup)
     const QByteArray broken[]{"{\"a\": 1,,}", "[1]", R"({"hooks": []})",
                               R"({"hooks": {"Stop": [{"hooks": []}, 3]}})"};
     for (const QByteArray &bytes : broken) {
-        put(path, bytes);
+        writeFile(path, bytes);
         claude.uninstallHooks();
         EXPECT_FALSE(claude.hooksInstalled());
         EXPECT_FALSE(claude.hooksNeedUpdate());
-        EXPECT_EQ(bytesOf(path), bytes);
+        EXPECT_EQ(contents(path), bytes);
         install();
         EXPECT_EQ(hooks()["Stop"].toArray().size(), 1) << bytes.toStdString();
         EXPECT_TRUE(claude.hooksInstalled());
-        EXPECT_EQ(bytesOf(path + ".bak-" + queue.wallClock().toString("yyyyMMdd-HHmm")), bytes);
+        EXPECT_EQ(contents(path + ".bak-" + queue.wallClock().toString("yyyyMMdd-HHmm")), bytes);
         queue.advance(60);
     }
 }
@@ -76,13 +76,13 @@ TEST_F(ClaudeHooksTest, NothingThatStoodInTheFileIsLostWithinAMinute)
         {"1", u"0926"_s}, {"2", u"092654"_s}, {"2", u"092655"_s}, {"3", u"092656"_s}};
     for (const auto &[mine, time] : backups) {
         static_cast<void>(claude.buildHooksData());
-        put(path, mine);
+        writeFile(path, mine);
         claude.writeHooks();
         EXPECT_TRUE(claude.hooksInstalled());
         queue.advance(1);
     }
     for (const auto &[mine, time] : backups)
-        EXPECT_EQ(bytesOf(path + u".bak-20260314-"_s + time), mine);
+        EXPECT_EQ(contents(path + u".bak-20260314-"_s + time), mine);
     EXPECT_EQ(besides(path).size(), 4);
 }
 
@@ -98,7 +98,7 @@ TEST_F(ClaudeHooksTest, AnInstallationThatGivesUpEarlyWantsAnUpdate)
         {R"("command":"say hi","timeout":5)", false},
     };
     for (const auto &[entry, needsUpdate] : entries) {
-        put(path, R"({"hooks":{"PermissionRequest":[{"hooks":[7,{)" + entry + "}]}]}}");
+        writeFile(path, R"({"hooks":{"PermissionRequest":[{"hooks":[7,{)" + entry + "}]}]}}");
         EXPECT_EQ(claude.hooksNeedUpdate(), needsUpdate) << entry.toStdString();
     }
 }

@@ -44,7 +44,7 @@ TEST_F(GuardedHooksTest, EachAgentGetsItsOwnDialect)
         EXPECT_EQ(apply(installer, true), "");
         EXPECT_TRUE(installer.hooksInstalled());
         EXPECT_EQ(besides(path).filter(".bak-"), QStringList());
-        const QByteArray written = withoutBlanks(bytesOf(path));
+        const QByteArray written = withoutBlanks(contents(path));
         EXPECT_EQ(written.count("/qv-hook"), events);
         EXPECT_TRUE(written.contains(start + R"(:[{"hooks":[{"command":"/bin/sh\"/)")) << events;
         EXPECT_TRUE(written.contains(R"(/qv-hook\"--agent)" + end)) << written.toStdString();
@@ -62,14 +62,14 @@ TEST_F(GuardedHooksTest, WhatIsNotUnderstoodIsNotTouched)
         {R"({"hooks": {"Stop": [{}, []]}})", R"(: "hooks"["Stop"] has an unexpected type)"},
     };
     for (const auto &[bytes, complaint] : rows) {
-        put(codexPath, bytes);
+        writeFile(codexPath, bytes);
         const std::string message = label + complaint + " — Tirlo has not touched it.";
         EXPECT_EQ(apply(codex, true), message);
         EXPECT_FALSE(codex.hooksInstalled());
         // A removal passes over lists that it doesn't understand.
         EXPECT_EQ(messageOf([&] { static_cast<void>(codex.previewHooks(false)); }),
                   bytes.contains("Stop") ? "" : message);
-        EXPECT_EQ(bytesOf(codexPath), bytes);
+        EXPECT_EQ(contents(codexPath), bytes);
     }
     QFile::remove(codexPath);
     EXPECT_EQ(besides(codexPath), QStringList());
@@ -79,9 +79,9 @@ TEST_F(GuardedHooksTest, WhatIsNotUnderstoodIsNotTouched)
 
 TEST_F(GuardedHooksTest, ForeignEntriesSurviveInstallationAndRemoval)
 {
-    put(geminiPath, R"({"hooks": {"Alien": [{"command": "/old/qv-hook --agent gemini"}]}})");
+    writeFile(geminiPath, R"({"hooks": {"Alien": [{"command": "/old/qv-hook --agent gemini"}]}})");
     EXPECT_TRUE(gemini.hooksInstalled()) << "an entry without a group counts too";
-    put(geminiPath, R"({
+    writeFile(geminiPath, R"({
   "big": 18446744073709551617,
   "hooks": {
     "Alien": [{"command": "/old/qv-hook"}, {"hooks": [{"command": "sh /old/qv-hook --agent gemini"}]}],
@@ -96,37 +96,37 @@ TEST_F(GuardedHooksTest, ForeignEntriesSurviveInstallationAndRemoval)
 })");
     EXPECT_TRUE(gemini.hooksInstalled());
     EXPECT_EQ(apply(gemini, true), "");
-    EXPECT_EQ(json(bytesOf(geminiPath))["hooks"]["BeforeTool"].toArray().size(), 3);
+    EXPECT_EQ(json(contents(geminiPath))["hooks"]["BeforeTool"].toArray().size(), 3);
 
     queue.advance(1);
     EXPECT_EQ(apply(gemini, false), "");
-    EXPECT_EQ(withoutBlanks(bytesOf(geminiPath)),
+    EXPECT_EQ(withoutBlanks(contents(geminiPath)),
               R"({"big":18446744073709551617,"hooks":{"BeforeTool":[{"hooks":[)"
               R"({"command":"foreign"},{"command":5}],"note":1.0},{"hooks":"odd"}],)"
               R"("Odd":{"a":"qv-hook"}}})");
     EXPECT_FALSE(gemini.hooksInstalled());
 
-    put(antigravityPath, R"({"tirlo": {"mine": 1}, "hooks": 3})");
+    writeFile(antigravityPath, R"({"tirlo": {"mine": 1}, "hooks": 3})");
     EXPECT_FALSE(antigravity.hooksInstalled());
     EXPECT_EQ(apply(antigravity, true), "");
-    EXPECT_EQ(json(bytesOf(antigravityPath))["tirlo"].toObject().size(), 5);
+    EXPECT_EQ(json(contents(antigravityPath))["tirlo"].toObject().size(), 5);
     queue.advance(1);
     EXPECT_EQ(apply(antigravity, false), "");
-    EXPECT_EQ(bytesOf(antigravityPath), "{\n  \"hooks\": 3\n}");
+    EXPECT_EQ(contents(antigravityPath), "{\n  \"hooks\": 3\n}");
 }
 
 TEST_F(GuardedHooksTest, OnlyWhatWasPreviewedLastIsWrittenAndNeverWithoutABackup)
 {
     const QByteArray mine = R"({"mine": 1})";
-    put(codexPath, mine);
+    writeFile(codexPath, mine);
     ASSERT_TRUE(QDir().mkpath(codexPath + ".bak-20260314-092653"));
     EXPECT_EQ(apply(codex, true),
               "Could not back up hooks.json.bak-20260314-092653: there is one already");
-    EXPECT_EQ(bytesOf(codexPath), mine);
+    EXPECT_EQ(contents(codexPath), mine);
     // The change is still there to be confirmed, once.
     queue.advance(1);
     for (const QByteArray &present : {mine, QByteArray("{}")}) {
-        put(codexPath, present);
+        writeFile(codexPath, present);
         codex.writeHooks();
         EXPECT_EQ(codex.hooksInstalled(), present == mine);
     }
@@ -137,10 +137,10 @@ TEST_F(GuardedHooksTest, OnlyWhatWasPreviewedLastIsWrittenAndNeverWithoutABackup
               "~/.codex/hooks.json changed since preview. Refresh and try again.");
     EXPECT_FALSE(QFileInfo::exists(codexPath));
     // A preview that fails leaves nothing of the one before it.
-    put(codexPath, "{");
+    writeFile(codexPath, "{");
     EXPECT_NE(messageOf([this] { static_cast<void>(codex.previewHooks(true)); }), "");
     codex.writeHooks();
-    EXPECT_EQ(bytesOf(codexPath), "{");
+    EXPECT_EQ(contents(codexPath), "{");
 }
 
 } // namespace

@@ -35,7 +35,7 @@ struct HookFilesTest : InstallerFixture
     {
         EXPECT_NE(message, "");
         EXPECT_NE(message.find(words), std::string::npos) << message;
-        EXPECT_EQ(bytesOf(path), mine) << message;
+        EXPECT_EQ(contents(path), mine) << message;
         EXPECT_EQ(besides(path), QStringList()) << "the backup of a failed write goes";
     }
 
@@ -54,32 +54,32 @@ TEST_F(HookFilesTest, ALinkedFileStaysALinkAndModesStay)
     for (const QString &path : both) {
         const QString dotfile = home.filePath("dotfiles/" + path.section('/', -2));
         const QString relay = path + ".relay";
-        put(dotfile, mine);
+        writeFile(dotfile, mine);
         ASSERT_EQ(chmod(QFile::encodeName(dotfile), 0640), 0);
         const QDir folder = QFileInfo(path).dir();
         ASSERT_TRUE(folder.mkpath(".") && QFile::link(dotfile, relay) && QFile::link(relay, path));
         EXPECT_EQ(install(path), "");
         EXPECT_TRUE(QFileInfo(path).isSymLink() && QFileInfo(relay).isSymLink());
         EXPECT_FALSE(QFileInfo(dotfile).isSymLink());
-        EXPECT_TRUE(bytesOf(dotfile).contains("qv-hook"));
+        EXPECT_TRUE(contents(dotfile).contains("qv-hook"));
         EXPECT_EQ(modeOf(dotfile), 0640u);
         EXPECT_EQ(besides(dotfile), QStringList());
 
         const QStringList backups = folder.entryList({"*.bak-*"});
         ASSERT_EQ(backups.size(), 1);
-        EXPECT_EQ(bytesOf(folder.filePath(backups.first())), mine);
+        EXPECT_EQ(contents(folder.filePath(backups.first())), mine);
         EXPECT_EQ(modeOf(folder.filePath(backups.first())), 0640u) << "it may hold secrets too";
     }
 }
 
 TEST_F(HookFilesTest, TheInstalledLineRunsTheScriptWhateverTheHomeIsCalled)
 {
-    put(paths.hookScriptPath(), "#!/bin/sh\nprintf '%s|' \"$0\" \"$@\"\n");
+    writeFile(paths.hookScriptPath(), "#!/bin/sh\nprintf '%s|' \"$0\" \"$@\"\n");
     ASSERT_EQ(chmod(QFile::encodeName(paths.hookScriptPath()), 0500), 0);
     for (const QString &path : both) {
         EXPECT_EQ(install(path), "");
         const QString command
-            = json(bytesOf(path))["hooks"]["Stop"][0]["hooks"][0]["command"].toString();
+            = json(contents(path))["hooks"]["Stop"][0]["hooks"][0]["command"].toString();
         QProcess shell;
         shell.start("/bin/sh", {"-c", command});
         ASSERT_TRUE(shell.waitForFinished());
@@ -96,7 +96,7 @@ TEST_F(HookFilesTest, AFileOrFolderThatMayNotBeReadOrWrittenStaysAsItIs)
     ASSERT_EQ(chmod(QFile::encodeName(home.path()), 0755), 0);
     const bool isRoot = geteuid() == 0;
     for (const QString &path : both) {
-        put(path, mine);
+        writeFile(path, mine);
         const QByteArray file = QFile::encodeName(path);
         const QByteArray folder = QFile::encodeName(QFileInfo(path).path());
         for (const auto &[fileMode, folderMode, words] : rows) {
@@ -112,7 +112,7 @@ TEST_F(HookFilesTest, AFileOrFolderThatMayNotBeReadOrWrittenStaysAsItIs)
         }
     }
     QDir(QFileInfo(codexPath).path()).removeRecursively();
-    put(QFileInfo(codexPath).path(), mine);
+    writeFile(QFileInfo(codexPath).path(), mine);
     EXPECT_EQ(install(codexPath), "~/.codex: Not a directory");
 }
 
@@ -121,7 +121,7 @@ TEST_F(HookFilesTest, AFullDiskLeavesTheOldFile)
     // Not even the backup fits, and no more than it.
     for (const rlim_t room : {5, 20}) {
         for (const QString &path : both) {
-            put(path, mine);
+            writeFile(path, mine);
             std::string message;
             {
                 const FileSizeLimit fullDisk(room);
@@ -138,7 +138,7 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
     for (int i = 0; i < 100000; ++i)
         old += QByteArray::number(i) + ",\n";
     old += "0]}";
-    put(codexPath, old);
+    writeFile(codexPath, old);
     const QByteArray fresh = preview(codexPath).text.toUtf8();
     const QString backup = codexPath + ".bak-20260314-092653";
     int killed = 0;
@@ -148,7 +148,7 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
     for (useconds_t delay = 0; survived < 3 && delay < 1000000; delay += 10 + delay / 50) {
         for (const QString &left : besides(codexPath))
             QFile::remove(QFileInfo(codexPath).dir().filePath(left));
-        put(codexPath, old);
+        writeFile(codexPath, old);
         const pid_t child = fork();
         if (child == 0) {
             codex.writeHooks();
@@ -160,10 +160,10 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
         ASSERT_EQ(waitpid(child, &status, 0), child);
         ++(WIFSIGNALED(status) ? killed : survived);
 
-        const QByteArray found = bytesOf(codexPath);
+        const QByteArray found = contents(codexPath);
         const bool hasBackup = QFileInfo::exists(backup);
         ASSERT_TRUE(found == old ? WIFSIGNALED(status) : found == fresh && hasBackup) << delay;
-        ASSERT_TRUE(!hasBackup || bytesOf(backup) == old) << "after " << delay;
+        ASSERT_TRUE(!hasBackup || contents(backup) == old) << "after " << delay;
     }
     EXPECT_GT(killed, 20) << "too few writers were stopped before their end";
     EXPECT_EQ(survived, 3);

@@ -1,6 +1,5 @@
 #include "hooks/HookRouting.h"
 #include "HookFixture.h"
-#include "hooks/ProjectColors.h"
 
 namespace tirlo {
 namespace {
@@ -114,12 +113,6 @@ TEST(HookRouting, AcceptsFitAgentNamesOnly)
     for (const char *unfit :
          {"", "claude", "Gemini", "a b", "a_b", "é", "../x", "a\n", "abcdefghijklmnopqrstuvwxy"})
         EXPECT_FALSE(validateAgent(QString::fromUtf8(unfit))) << unfit;
-}
-
-TEST(ProjectColors, KnowsProjectsByNameAndByPartOfIt)
-{
-    EXPECT_EQ(IslandConst::colorForProject(u"  ORRA Hub\n"_s), u"#2EC4A0"_s);
-    EXPECT_EQ(IslandConst::colorForProject(u"my-tessel-fork"_s), u"#FF5A4E"_s);
 }
 
 } // namespace

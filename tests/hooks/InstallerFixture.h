@@ -3,11 +3,9 @@
 #include "core/Paths.h"
 #include "hooks/installers/HookError.h"
 #include "hooks/installers/HookInstallers.h"
+#include "support/Files.h"
 #include "support/ManualQueue.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -39,20 +37,6 @@ std::string messageOf(Operation operation)
 /// The installers in a home of their own, whose name gives shells and patterns something to chew.
 struct InstallerFixture : testing::Test
 {
-    static void put(const QString &path, const QByteArray &bytes)
-    {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-        file.write(bytes);
-    }
-
-    static QByteArray bytesOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
     /// The names of all that lies beside the file.
     static QStringList besides(const QString &path)
     {

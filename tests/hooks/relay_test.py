@@ -3,7 +3,6 @@
 import io
 import json
 import os
-import random
 import runpy
 import socket
 import sys
@@ -154,27 +153,9 @@ VALUES = [None, True, 7, [], [[1]], {"a": {}}]
 for value in VALUES:
     line, printed = run(GEMINI, json.dumps(dict.fromkeys(KEYS, value)).encode())
     expect(line and printed == "{}\n", value)
-
-chance = random.Random(1)
-for _ in range(2000):
-    agent = chance.choice(["", "codex", "gemini"])
-    payload = {key: chance.choice(VALUES) for key in chance.sample(KEYS, 4)}
-    payload.update(hook_event_name=chance.choice(["PermissionRequest", "Stop", 7]),
-                   permission_suggestions=chance.choice(VALUES))
-    told = chance.choice(["allow", "always", "deny", "ask", "", *VALUES])
-    reply = bytearray(json.dumps({"permissionDecision": told}).encode() + b"\n")
-    if chance.random() < 0.3:
-        reply[chance.randrange(len(reply))] = chance.randrange(256)
-        told = None
-    line, printed = run(["--agent", agent], json.dumps(payload).encode(), bytes(reply))
-    expect(line.endswith(b"\n") and line.count(b"\n") == 1, payload, line)
-    if printed in ("", "{}\n"):
-        expect(not printed or agent == "gemini", payload, printed)
-        continue
-    decision = json.loads(printed)["hookSpecificOutput"]["decision"]
-    behavior = {"allow": "allow", "always": "allow", "deny": "deny"}
-    expect(decision["behavior"] == behavior.get(told, decision["behavior"]), told, printed)
-    expect(agent != "codex" or "updatedPermissions" not in decision, printed)
+    request = {"hook_event_name": "PermissionRequest", "permission_suggestions": value}
+    for reply in ({"permissionDecision": value}, value, {}):
+        expect(run([], json.dumps(request).encode(), json.dumps(reply).encode())[1] == "", reply)
 
 # A full queue is waited for, but not for long.
 with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX) as server:

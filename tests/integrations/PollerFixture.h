@@ -23,28 +23,18 @@ inline const QStringList serviceKeys{
 /// A body that a service may answer with; what can be told apart in it carries the number.
 inline QByteArray goodBody(const QString &path, int number)
 {
-    // What is asked for one execution has the longest path.
     static const std::pair<QLatin1String, QString> bodies[]{
-        {"/v6/deployments"_L1, R"({"deployments": [
-            {"uid": "%1", "name": "site", "url": "%1", "state": "READY"},
-            {"uid": "%1", "name": "site", "url": "%1", "state": "ERROR"}]})"},
-        {"/v1/balance"_L1, R"({"available": [{"currency": "c%1", "amount": %1}]})"},
-        {"/v1/charges"_L1, R"({"data": [
-            {"id": "%1", "amount": %1, "currency": "eur", "status": "ok"}]})"},
+        {"/v6/deployments"_L1,
+         R"({"deployments": [{"uid": "%1", "name": "x", "state": "READY"}]})"},
+        {"/v1/balance"_L1, R"({"available": [{"currency": "eur", "amount": %1}]})"},
+        {"/v1/charges"_L1,
+         R"({"data": [{"id": "%1", "amount": %1, "currency": "eur", "status": "ok"}]})"},
         {"/user/repos"_L1, R"([{"stargazers_count": %1}])"},
         {"/user"_L1, R"({"public_repos": %1})"},
-        {"/emails"_L1, R"({"total": %1, "data": [
-            {"id": "%1", "created_at": "2026-03-14T09:26:53Z"},
-            {"id": "%1", "created_at": "2026-03-14T09:26:53Z"}]})"},
-        {"/v1/search"_L1, R"({"results": [
-            {"id": "%1", "last_edited_time": "2026-03-14T09:26:53Z"},
-            {"id": "%1", "last_edited_time": "2026-03-14T09:26:53Z"}]})"},
-        {"/v2/bookings"_L1, R"({"data": [
-            {"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"},
-            {"id": %1, "title": "%1", "start": "2026-03-14T09:26:53Z"}]})"},
-        {"/api/v1/executions/"_L1, R"({"name": "w%1"})"},
+        {"/emails"_L1, R"({"data": [{"id": "%1", "created_at": "2026-03-14T09:26:53Z"}]})"},
+        {"/v1/search"_L1, R"({"results": [{"id": "%1"}]})"},
+        {"/v2/bookings"_L1, R"({"data": [{"id": %1, "start": "2026-03-14T09:26:53Z"}]})"},
         {"/api/v1/executions"_L1, R"({"data": [{"id": %1, "status": "success"}]})"},
-        {"/rest/executions/"_L1, R"({"name": "w%1"})"},
         {"/rest/executions"_L1, R"([{"id": %1, "status": "failed"}])"},
     };
     for (const auto &[start, body] : bodies) {

@@ -1,7 +1,6 @@
 #include "island/IslandGeometry.h"
 
 #include "core/IslandLayout.h"
-#include "core/model/RawText.h"
 #include "support/FakeScreens.h"
 
 #include <gtest/gtest.h>
@@ -15,35 +14,14 @@ namespace {
 using namespace IslandGeometry;
 using namespace IslandLayout;
 
-TEST(IslandGeometryTest, TheSizeFollowsModeNotchViewAndChat)
+TEST(IslandGeometryTest, ABarThatIsTooLowHasNoMascot)
 {
-    EXPECT_EQ(islandSize(IslandMode::hidden, IslandView::overview, 80, 24, 0), QSizeF(80, 24));
-    EXPECT_EQ(islandSize(IslandMode::compact, IslandView::prompt, 200, 38, 9), QSizeF(360, 38));
-    for (const auto &[view, chatCount, height] :
-         {std::tuple(IslandView::overview, 5, 160), std::tuple(IslandView::mail, 0, 240),
-          std::tuple(IslandView::prompt, 0, 240), std::tuple(IslandView::prompt, 1, 280),
-          std::tuple(IslandView::prompt, 2, 300), std::tuple(IslandView::prompt, 9, 300)}) {
-        EXPECT_EQ(islandSize(IslandMode::expanded, view, 184, 32, chatCount), QSizeF(640, height))
-            << rawText(view).toStdString() << ' ' << chatCount;
-    }
-}
-
-TEST(IslandGeometryTest, TheMascotHasItsPlaceInEveryViewAndMode)
-{
-    const auto place
-        = [](IslandMode mode, IslandView view, QSizeF size, bool hasNotch, double progress = 0) {
-              return mascotPlace(mode, view, size, hasNotch, progress);
-          };
-    using enum IslandMode;
-    using enum IslandView;
-    EXPECT_EQ(place(expanded, overview, {640, 160}, true), (MascotPlace{{68, 101}, 58, 1}));
-    EXPECT_EQ(place(expanded, prompt, {640, 240}, true), (MascotPlace{{52, 141}, 44, 1}));
-    EXPECT_EQ(place(expanded, uploading, {640, 160}, true, 1), (MascotPlace{{562, 118}, 20, 1}));
-    EXPECT_EQ(place(expanded, greeting, {640, 150}, true).diameter, 0);
-    EXPECT_EQ(place(hidden, overview, {184, 32}, true), (MascotPlace{{46, 16}, 6, 0}));
-    EXPECT_EQ(place(hidden, overview, {80, 24}, false), (MascotPlace{{40, 12}, 18, 1}));
-    EXPECT_EQ(place(hidden, overview, {80, 4}, false).diameter, 0);
-    EXPECT_EQ(place(compact, overview, {344, 32}, true), (MascotPlace{{40, 16}, 20, 1}));
+    const auto diameter = [](double height) {
+        return mascotPlace(IslandMode::hidden, IslandView::overview, {80, height}, false, 0)
+            .diameter;
+    };
+    EXPECT_EQ(diameter(4), 0);
+    EXPECT_EQ(diameter(24), 18);
 }
 
 TEST(IslandGeometryTest, TheFirstScreenWithANotchIsChosen)
@@ -53,7 +31,7 @@ TEST(IslandGeometryTest, TheFirstScreenWithANotchIsChosen)
     const FakeScreens screens({FakeScreens::plain(), FakeScreens::notched(), second});
     EXPECT_EQ(notchScreen(screens), FakeScreens::notched());
     EXPECT_EQ(notchScreen(FakeScreens()), std::nullopt);
-    EXPECT_EQ(notchScreen(FakeScreens::none()), std::nullopt);
+    EXPECT_EQ(notchScreen(FakeScreens(std::vector<ScreenInfo>())), std::nullopt);
 }
 
 TEST(IslandGeometryTest, TheIslandFitsTheNotchOrTheBarOfItsScreen)

@@ -38,7 +38,6 @@ TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOn
 
     island.open(IslandView::note);
     EXPECT_EQ(shape.regions.back().boundingRect(), QRect(40, 0, 640, 160));
-    EXPECT_FALSE(shape.regions.back().contains(QPoint(42, 158))) << "round at the lower corners";
     island.show(IslandView::prompt);
     state.chatHistory = {ChatMessage{}};
     EXPECT_EQ(shape.regions.back().boundingRect().height(), 280);

@@ -23,26 +23,6 @@ bool hasEye(const BotEngine &bot, double side)
         Canvas(bot).at(rx * std::sin(longitude) * std::cos(latitude), -ry * std::sin(latitude)));
 }
 
-TEST(BotDrawing, GreyBodyIsLitFromAboveAndTintedFromBelow)
-{
-    EngineRig rig;
-    const Canvas grey(*rig.bot);
-    EXPECT_GT(grey.at(0.4, -0.4).lightness(), grey.at(-0.6, 0.6).lightness() + 15);
-    rig->tint = 0.72;
-    rig->col = {0, 0, 1};
-    const Canvas tinted(*rig.bot);
-    EXPECT_GT(tinted.at(0, 0.8).hsvSaturation(), 1.5 * tinted.at(0, 0).hsvSaturation());
-
-    // A body of its own colour is flat, but has cheeks and eyes.
-    rig->bodyColor = cgColorFromHex(u"#4285F4");
-    rig->blush = 1;
-    const Canvas canvas(*rig.bot);
-    const QColor flat(0x42, 0x85, 0xf4);
-    EXPECT_TRUE(canvas.at(0, 0.8) == flat && canvas.at(0.4, -0.4) == flat);
-    EXPECT_NE(canvas.at(-rx * 0.55, ry * 0.2), flat);
-    EXPECT_TRUE(hasEye(*rig.bot, -1));
-}
-
 TEST(BotDrawing, EyesFollowTheHeadAndHideBehindIt)
 {
     EngineRig rig;

@@ -2,37 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
 #include <set>
 #include <tuple>
-
-/// Allocations of the whole program so far.
-static std::atomic<std::size_t> allocations = 0;
-
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept
-{
-    ++allocations;
-    return std::malloc(size ? size : 1);
-}
-
-void *operator new(std::size_t size)
-{
-    if (void *memory = operator new(size, std::nothrow))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void *memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 using namespace tirlo;
 
@@ -140,23 +111,6 @@ TEST(BotEngine, EyeOverrideFallsBackToThePermanentEye)
     EXPECT_EQ(rig->eyeOverride, std::nullopt);
 }
 
-TEST(BotEngine, SnoresAndSweatsAtItsTick)
-{
-    for (const auto &[state, mini, births] :
-         {std::tuple(sleeping, true, 4), {ratelimit, false, 4}, {ratelimit, true, 0}}) {
-        EngineRig rig(0.4);
-        rig->isMini = mini;
-        rig->setState(state, true);
-        rig->particles.clear();
-        int born = 0;
-        for (int i = 0; i < 4000; ++i) {
-            rig.frame();
-            born += !rig->particles.empty() && rig->particles.back().age == BotEngine::frameStep;
-        }
-        EXPECT_EQ(born, births) << rawText(state).toStdString() << ' ' << mini;
-    }
-}
-
 TEST(BotEngine, EveryEmoteHasEyesOfItsOwnAndEndsInItsTime)
 {
     std::set<EyeShape> eyes;
@@ -235,32 +189,6 @@ TEST(BotEngine, DelayedStepsDieWithTheEngine)
     rig.bot.reset();
     rig.queue.advance(5);
     EXPECT_EQ(rig.sounds, QStringList{"slap"});
-}
-
-TEST(BotEngine, UpdateNeverAllocatesOnceWarm)
-{
-    for (const bool mini : {false, true}) {
-        for (const BotState state : allCases<BotState>()) {
-            // A low chance means double blinks and sweat at every tick.
-            EngineRig rig(0.1);
-            rig->isMini = mini;
-            rig->setState(state, true);
-            if (mini)
-                rig->setPermanentEmote(state == BotState::error ? BotEmote::annoyed
-                                                                : BotEmote::love);
-            rig.play(1);
-            ASSERT_GT(allocations, 0u) << "the counter counts";
-
-            std::size_t inUpdates = 0;
-            for (int i = 0; i < 300; ++i) {
-                rig.queue.advance(1.0 / 60);
-                const std::size_t before = allocations;
-                rig->update(BotEngine::frameStep);
-                inUpdates += allocations - before;
-            }
-            EXPECT_EQ(inUpdates, 0u) << rawText(state).toStdString();
-        }
-    }
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "e2e/kit/Desktop.h"
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/XcbWindowList.h"
+#include "support/Files.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -23,31 +24,18 @@ using tirlo::x11test::OtherApplication;
 
 namespace {
 
-void write(const QString &path, const QString &text)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text.toUtf8());
-}
-
 /// Installs a browser of the user's choice that writes the addresses that it is given to the file.
 void installBrowser(const QString &folder, const QString &file)
 {
     const QString program = folder + "/browser";
-    write(program, QString("#!/bin/sh\nprintf '%s' \"$*\" > '%1'\n").arg(file));
+    writeFile(program, QString("#!/bin/sh\nprintf '%s' \"$*\" > '%1'\n").arg(file).toUtf8());
     QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QString entries = qEnvironmentVariable("XDG_DATA_HOME") + "/applications/";
-    write(entries + "browser.desktop",
-          "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + program
-              + " %u\nMimeType=x-scheme-handler/https;\n");
-    write(entries + "mimeapps.list",
-          "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
-}
-
-QString readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    writeFile(entries + "browser.desktop",
+              "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + program.toUtf8()
+                  + " %u\nMimeType=x-scheme-handler/https;\n");
+    writeFile(entries + "mimeapps.list",
+              "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
 }
 
 TEST(WindowListTest, EachChangeOfTheActiveApplicationIsToldOnce)
@@ -127,7 +115,7 @@ TEST(ApplicationsTest, OpeningStartsAProgramOnItsOwnAndLaterShowsIt)
     EXPECT_EQ(editor.bundleIdentifier, "com.microsoft.VSCode");
 
     const QString process = QString("/proc/%1").arg(editor.processId);
-    const QString status = readAll(process + "/status");
+    const QString status = contents(process + "/status");
     for (const char *set : {"SigBlk", "SigIgn"})
         EXPECT_TRUE(status.contains(set + QString(":\t0000000000000000"))) << status.toStdString();
     EXPECT_NE(getsid(pid_t(editor.processId)), getsid(0));
@@ -153,8 +141,8 @@ TEST(ApplicationsTest, WebPagesOpenInTheUsersBrowserAndNothingElseDoes)
     installBrowser(folder.path(), file);
     const QUrl page("https://example.org/a%20b?x=$(id)&y='1'");
     EXPECT_TRUE(waitUntil([&] { return applications.openUrl(page); }));
-    EXPECT_TRUE(waitUntil([&] { return readAll(file) == QString(page.toEncoded()); }))
-        << readAll(file).toStdString();
+    EXPECT_TRUE(waitUntil([&] { return contents(file) == QString(page.toEncoded()); }))
+        << contents(file).toStdString();
     for (const char *other : {"file:///etc/passwd", "mailto:a@example.org", "http://example.org"})
         EXPECT_FALSE(applications.openUrl(QUrl(other))) << other;
 }

@@ -24,13 +24,4 @@ TEST(KeyCodesTest, EveryKeyHasACodeOfItsOwn)
     EXPECT_FALSE(KeyCodes::toScanCode(0xffff));
 }
 
-TEST(KeyCodesTest, OnlyTheFourModifiersPassAndEachKeepsItsPlace)
-{
-    // Beside shift and control: the two locks and the second keyboard group.
-    EXPECT_EQ(KeyCodes::modifiersFromX(0x41 | 1 << 4 | 1 << 1 | 1 << 13), 0x120000U);
-    EXPECT_EQ(KeyCodes::modifiersFromQt(Qt::ShiftModifier | Qt::MetaModifier | Qt::KeypadModifier),
-              0x120000U);
-    EXPECT_EQ(KeyCodes::modifiersToX(0x80000 | 0x10000), 1U << 3);
-}
-
 } // namespace

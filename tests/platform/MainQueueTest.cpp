@@ -2,13 +2,9 @@
 
 #include "support/ManualQueue.h"
 
-#include <QCoreApplication>
 #include <QTest>
-#include <QThread>
 
 #include <gtest/gtest.h>
-
-#include <thread>
 
 using namespace tirlo;
 
@@ -39,22 +35,6 @@ TEST(MainQueueTest, CancelledAndOrphanedWorkNeverRuns)
     EXPECT_EQ(runs, 1);
     EXPECT_FALSE(kept.isPending());
     WorkItem().cancel();
-}
-
-TEST(MainQueueTest, PostsFromOtherThreadsArriveInOrderOnTheMainThread)
-{
-    QtMainQueue queue;
-    QList<int> seen;
-    std::thread([&] {
-        for (int i = 0; i < 1000; ++i) {
-            queue.post([&, i] {
-                EXPECT_EQ(QThread::currentThread(), qApp->thread());
-                seen.append(i);
-            });
-        }
-    }).join();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return seen.size() == 1000; }));
-    EXPECT_TRUE(std::ranges::is_sorted(seen));
 }
 
 TEST(MainQueueTest, TheRealQueueDelaysAndCancelsAndWakesOnceForWorkWithSlack)

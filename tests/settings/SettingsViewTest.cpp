@@ -80,7 +80,7 @@ struct SettingsViewTest : InstallerFixture
 
 TEST_F(SettingsViewTest, ClaudeCodeIsWiredAfterAReviewAndUnwired)
 {
-    put(claudePath, "{\"model\":\"x\"}");
+    writeFile(claudePath, "{\"model\":\"x\"}");
     open(u"Claude Code"_s);
     EXPECT_TRUE(shows(u"qv-hook : "_s + paths.hookScriptPath()));
     click(install, review);
@@ -88,15 +88,15 @@ TEST_F(SettingsViewTest, ClaudeCodeIsWiredAfterAReviewAndUnwired)
     EXPECT_TRUE(reviewed.contains(uR"("model": "x")"_s));
     click(u"Cancel"_s);
     EXPECT_EQ(preview(), QString());
-    EXPECT_EQ(bytesOf(claudePath), "{\"model\":\"x\"}");
+    EXPECT_EQ(contents(claudePath), "{\"model\":\"x\"}");
 
     click(install);
     click(confirm, u"✓ Hooks installed in ~/.claude/settings.json"_s);
-    EXPECT_EQ(bytesOf(claudePath), reviewed.toUtf8());
+    EXPECT_EQ(contents(claudePath), reviewed.toUtf8());
     EXPECT_EQ(preview(), QString());
     click(install);
     click(uninstall, u"✓ Hooks removed."_s);
-    EXPECT_FALSE(bytesOf(claudePath).contains("qv-hook"));
+    EXPECT_FALSE(contents(claudePath).contains("qv-hook"));
     EXPECT_EQ(preview(), QString()) << "a confirmation would put them back";
 
     // A folder in the file's place, after the review and before it.
@@ -115,8 +115,8 @@ TEST_F(SettingsViewTest, AnOutdatedInstallationOffersAnUpdateInstead)
 {
     const QString warning = u"Hook timeout outdated — update to fix approvals"_s;
     const QString update = u"Update hooks"_s;
-    put(claudePath,
-        R"({"hooks":{"PermissionRequest":[{"hooks":[{"command":"Skerry","timeout":60}]}]}})");
+    writeFile(claudePath,
+              R"({"hooks":{"PermissionRequest":[{"hooks":[{"command":"Skerry","timeout":60}]}]}})");
     open(u"Claude Code"_s);
     EXPECT_TRUE(shows(warning));
     EXPECT_FALSE(button(install) || button(uninstall));
@@ -158,7 +158,7 @@ TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
 
         queue.advance(1);
         click(uninstall);
-        put(path, bytesOf(path) + ' ');
+        writeFile(path, contents(path) + ' ');
         click(confirm,
               u"❌ Write error: %1 changed since preview. Refresh and try again."_s.arg(label));
         EXPECT_EQ(preview(), u"{}"_s) << "a failure leaves the preview open";
@@ -166,7 +166,7 @@ TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
         click(confirm, u"✓ %1 hooks removed."_s.arg(name));
         EXPECT_TRUE(shows(label));
 
-        put(path, "{");
+        writeFile(path, "{");
         click(install, u"❌ %1 is not valid JSON — Tirlo has not touched it."_s.arg(label));
         EXPECT_EQ(preview(), QString());
     }
@@ -174,7 +174,8 @@ TEST_F(SettingsViewTest, TheOtherAgentsPreviewTheirRemovalToo)
 
 TEST_F(SettingsViewTest, ThePreviewMarksTheChangesAndListsWhatGoes)
 {
-    put(codexPath, R"({"other":[1,2],"hooks":{"Stop":[{"hooks":[{"command":"old/qv-hook"}]}]}})");
+    writeFile(codexPath,
+              R"({"other":[1,2],"hooks":{"Stop":[{"hooks":[{"command":"old/qv-hook"}]}]}})");
     open(u"Codex"_s);
     click(install);
     const auto boxes = section->findChildren<MarkedLines *>();

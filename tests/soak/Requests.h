@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EventLoad.h"
+#include "Events.h"
 #include "e2e/kit/Agent.h"
 #include "e2e/kit/Desktop.h"
 #include "e2e/kit/Program.h"

@@ -12,8 +12,6 @@ public:
     {
         Q_EMIT keyDown({keyCode, modifiers});
     }
-
-    void releaseLeftButton() { Q_EMIT leftButtonUp(); }
 };
 
 } // namespace tirlo

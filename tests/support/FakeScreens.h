@@ -20,9 +20,6 @@ public:
     {
     }
 
-    /// A desktop without any screen.
-    [[nodiscard]] static FakeScreens none() { return FakeScreens(std::vector<ScreenInfo>()); }
-
     [[nodiscard]] std::vector<ScreenInfo> all() const override { return screens; }
 
     [[nodiscard]] std::optional<ScreenInfo> main() const override
@@ -30,7 +27,7 @@ public:
         return screens.empty() ? std::nullopt : std::optional(screens.front());
     }
 
-    [[nodiscard]] double statusBarThickness() const override { return thickness; }
+    [[nodiscard]] double statusBarThickness() const override { return 24; }
 
     /// A screen at the left edge of the desktop with a bar of that height at its top.
     [[nodiscard]] static ScreenInfo plain(double barHeight = 0)
@@ -54,7 +51,6 @@ public:
     }
 
     std::vector<ScreenInfo> screens;
-    double thickness = 24;
 };
 
 } // namespace tirlo

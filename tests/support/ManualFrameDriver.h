@@ -25,14 +25,12 @@ public:
 
     void stop() override
     {
-        ++stops;
         isRunning = false;
         m_next.cancel();
     }
 
     double rate = 0;
     int starts = 0;
-    int stops = 0;
     bool isRunning = false;
 
 private:

@@ -42,32 +42,6 @@ TEST_F(IslandFrameTest, AClosedIslandHoldsTheMascotAlone)
         EXPECT_EQ(image.pixelColor(QPoint(188, 0) + outside).alpha(), 0) << outside.x();
 }
 
-TEST_F(IslandFrameTest, SizesChangeInMotionAndComeToRest)
-{
-    const auto drawnWidth = [this] { return container().shape().width; };
-    island.setMode(IslandMode::compact);
-    queue.advance(2);
-    ASSERT_EQ(drawnWidth(), 344);
-
-    island.setMode(IslandMode::expanded);
-    EXPECT_EQ(drawnWidth(), 344) << "nothing jumps";
-    queue.advance(0.1);
-    EXPECT_TRUE(drawnWidth() > 344 && drawnWidth() < 640);
-    queue.advance(0.25);
-    EXPECT_GT(drawnWidth(), 640) << "the spring overshoots";
-    queue.advance(2);
-    EXPECT_EQ(drawnWidth(), 640);
-
-    island.setMode(IslandMode::compact);
-    queue.advance(0.35);
-    EXPECT_EQ(drawnWidth(), 344) << "closing takes its time and no more";
-
-    frames.setReducesMotion(true);
-    island.setMode(IslandMode::expanded);
-    queue.advance(0.02);
-    EXPECT_EQ(drawnWidth(), 640);
-}
-
 TEST_F(IslandFrameTest, TheGreetingFoldsIntoTheCompactIslandWithoutAJump)
 {
     setTasks({task("a")});

@@ -10,6 +10,7 @@ namespace tirlo {
 namespace {
 
 constexpr double goneScale = 0.97;
+constexpr double wholeOpacity = 0.98;
 constexpr double fadeSeconds = 0.16;
 constexpr Spring arrival{.response = 0.4, .dampingFraction = 0.8};
 
@@ -37,6 +38,11 @@ void CardPresence::setSelected(bool isSelected, bool moves, const FrameClock &cl
     else if (QWidget *focused = m_card.focusWidget())
         focused->clearFocus();
     showAt(clock.now());
+}
+
+bool CardPresence::isWhole(double time) const
+{
+    return m_opacity.target() > 0 && m_opacity.valueAt(time) >= wholeOpacity;
 }
 
 bool CardPresence::showAt(double time)

@@ -25,6 +25,9 @@ public:
     /// Shows the card as it is at that time; true once it has arrived or is gone.
     bool showAt(double time);
 
+    /// Whether a selected card can be seen as it will be; it may still settle by a hair.
+    [[nodiscard]] bool isWhole(double time) const;
+
     [[nodiscard]] QWidget &card() const { return m_card; }
 
 private:

@@ -25,6 +25,9 @@ namespace {
 
 /// The mascot fades in over the film's one, which fades out when another card takes its place.
 constexpr double appearSeconds = 0.25;
+/// An island or a card on a spring is there, but for a hair, long before it is at rest.
+constexpr double nearlyThere = 1;
+constexpr double wholeOpacity = 0.98;
 /// The film's mascot is wider for its diameter than the one that takes over.
 constexpr double mascotPerFilmDiameter = 20.0 / 17;
 
@@ -57,7 +60,7 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.view, [this] { followView(); });
     m_observers.follow(m_state.chatHistory, [this] { followChat(); });
     m_observers.follow(m_state.cardGrowth, [this] { followSize(); });
-    connect(m_content, &IslandContentView::cardArrived, this, &IslandContainer::followSight);
+    connect(m_content, &IslandContentView::cardsMoved, this, &IslandContainer::followSight);
 }
 
 void IslandContainer::paintEvent(QPaintEvent *)
@@ -128,6 +131,7 @@ void IslandContainer::frame(double time)
           .topRadius = m_topRadius.valueAt(time)});
     showContentAt(time);
     m_greetingPresence->setPresence(m_greetingOpacity.valueAt(time), 1);
+    followSight();
     const bool isAtRest = m_width.isAtRest(time) && m_height.isAtRest(time)
         && m_cornerRadius.isAtRest(time) && m_topRadius.isAtRest(time)
         && m_contentOpacity.isAtRest(time) && m_greetingOpacity.isAtRest(time);
@@ -136,14 +140,17 @@ void IslandContainer::frame(double time)
     m_frames.reset();
     if (m_contentOpacity.target() > 0)
         layOutContent();
-    followSight();
 }
 
-/// The card is in sight once neither it nor the island moves.
+/// The card is in sight once all of it is there, and the island around it.
 void IslandContainer::followSight()
 {
-    const bool isShown = m_mode == IslandMode::expanded && m_contentOpacity.target() > 0;
-    if (isShown && !m_frames.isActive() && m_content->isAtRest())
+    const double time = m_clock.now();
+    const bool isUncovered = m_width.valueAt(time) >= m_width.target() - nearlyThere
+        && m_height.valueAt(time) >= m_height.target() - nearlyThere;
+    const bool isShown = m_mode == IslandMode::expanded && m_contentOpacity.target() > 0
+        && m_contentOpacity.valueAt(time) >= wholeOpacity;
+    if (isShown && isUncovered && m_content->isCardWhole())
         m_sight.arrived();
 }
 

@@ -54,6 +54,12 @@ void IslandContentView::showCard(IslandView view, bool moves)
         m_frames = m_clock.subscribe([this](double time) { frame(time); });
 }
 
+bool IslandContentView::isCardWhole() const
+{
+    const auto &card = m_cards.at(std::size_t(m_view));
+    return card && card->isWhole(m_clock.now());
+}
+
 void IslandContentView::setIslandHeight(int height)
 {
     m_islandHeight = height;
@@ -73,10 +79,9 @@ void IslandContentView::frame(double time)
         if (card)
             isAtRest &= card->showAt(time);
     }
-    if (!isAtRest)
-        return;
-    m_frames.reset();
-    Q_EMIT cardArrived();
+    if (isAtRest)
+        m_frames.reset();
+    Q_EMIT cardsMoved();
 }
 
 /// A card that goes keeps the place that it had.

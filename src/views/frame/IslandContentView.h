@@ -32,12 +32,12 @@ public:
     /// its top.
     void setIslandHeight(int height);
 
-    /// Whether no card comes or goes.
-    [[nodiscard]] bool isAtRest() const { return !m_frames.isActive(); }
+    /// Whether the present card can be seen as a whole, as far as this view goes.
+    [[nodiscard]] bool isCardWhole() const;
 
 Q_SIGNALS:
-    /// The present card has come, and the others have gone.
-    void cardArrived();
+    /// A frame of cards on their way has been shown.
+    void cardsMoved();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -5,8 +5,7 @@
 #include "ui/motion/TimerFrameDriver.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTimer>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -149,32 +148,25 @@ TEST_F(FrameClockTest, DroppedCallbackMayOwnOtherSubscriptions)
     survivor.reset();
 }
 
-void spinFor(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 TEST(TimerFrameDriverTest, DrawsAtTheRateOnlyWhileRunning)
 {
     TimerFrameDriver driver;
     int frames = 0;
     driver.onFrame = [&] { ++frames; };
-    spinFor(30);
+    QTest::qWait(30);
     EXPECT_EQ(frames, 0);
 
     driver.start(250);
     QElapsedTimer watch;
     watch.start();
-    spinFor(200);
+    QTest::qWait(200);
     // A busy machine may miss frames, but never gets more than the grid has.
     EXPECT_GE(frames, 5);
     EXPECT_LE(frames, int(double(watch.nsecsElapsed()) * 1e-9 * 250) + 1);
 
     driver.stop();
     frames = 0;
-    spinFor(50);
+    QTest::qWait(50);
     EXPECT_EQ(frames, 0);
 }
 
