@@ -11,6 +11,7 @@
 #include "core/SoundEngine.h"
 #include "hooks/HookServer.h"
 #include "platform/linux/FileKeyValueStore.h"
+#include "platform/linux/PidfdProcessWatch.h"
 #include "platform/linux/QtMainQueue.h"
 #include "support/StandInIsland.h"
 
@@ -105,7 +106,8 @@ int main(int argc, char *argv[])
     SilentSoundEngine sound;
     const AppLog log(paths, queue);
     StandInIsland island(state);
-    HookServer server({state, notifications, island, sound, queue, log}, paths);
+    PidfdProcessWatch processes{queue};
+    HookServer server({state, notifications, island, sound, queue, processes, log}, paths);
     server.start();
 
     std::vector<double> floor;

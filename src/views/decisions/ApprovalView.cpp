@@ -59,6 +59,7 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
 
     auto *head = new QHBoxLayout;
     head->setSpacing(Style::headSpacing);
+    m_who->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     head->addWidget(m_who);
     head->addWidget(m_tool);
     head->addStretch();

@@ -123,7 +123,7 @@ public:
             middle = now;
             width = islandWidth();
             // A button of a request acts only once its card has been seen.
-            return rest.elapsed() > 600;
+            return rest.elapsed() > 1200;
         };
         if (!waitUntil(isAtRest, patience))
             return false;
