@@ -4,6 +4,8 @@
 #include "core/AppState.h"
 #include "platform/Applications.h"
 
+#include <QApplication>
+
 namespace tirlo {
 
 namespace {
@@ -35,6 +37,11 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     m_loop.startPolling();
     m_observers.follow(m_state.mode, [this] { followCard(); });
     m_observers.follow(m_state.view, [this] { followCard(); });
+    // A field that was left, as by Escape, needs the keyboard no more.
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
+        if (!now)
+            followCard();
+    });
 }
 
 void IslandWindowController::setupPanel()
