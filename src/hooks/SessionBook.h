@@ -83,8 +83,8 @@ public:
     /// What the session asks about in its terminal.
     [[nodiscard]] std::optional<AskedCall> askedInTerminal(const SessionKey &key) const;
 
-    /// The working sessions that may have been interrupted: not heard of for so many seconds, and of
-    /// an agent that tells it in its transcript alone.
+    /// The working sessions that may have been interrupted: not heard of for so many seconds, and
+    /// of an agent that tells it in its transcript alone.
     [[nodiscard]] std::vector<QuietWorker> quietWorkers(double seconds = 0) const;
 
 private:
