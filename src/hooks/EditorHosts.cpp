@@ -88,9 +88,9 @@ QString find(Fits fits)
 QString editorOf(const QJsonObject &payload)
 {
     // The nearest program decides: one editor may well have been started in another.
-    for (const QJsonValue &program : payload.value(QLatin1String("tirlo_programs")).toArray()) {
+    for (const QJsonValue program : payload.value(QLatin1String("tirlo_programs")).toArray()) {
         const QString path = program.toString();
-        const QString editor = find([&](const Mark &mark) { return fitsProgram(mark, path); });
+        QString editor = find([&](const Mark &mark) { return fitsProgram(mark, path); });
         if (!editor.isEmpty())
             return editor;
     }

@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace tirlo {
@@ -57,11 +58,15 @@ bool SessionBook::Record::mayBeInterrupted() const
         && (shown.waitsInTerminal || rank(shown.state) == rank(BotState::working));
 }
 
+bool SessionBook::Record::asks() const
+{
+    return shown.state == BotState::approval || shown.state == BotState::question;
+}
+
 /// One that asks waits for its user as long as its process lives.
 bool SessionBook::Record::comesToRest() const
 {
-    const bool asks = shown.state == BotState::approval || shown.state == BotState::question;
-    return shown.state != BotState::idle && !(asks && watch);
+    return shown.state != BotState::idle && !(asks() && watch);
 }
 
 const QString SessionBook::waitingStep = QStringLiteral("waiting in the terminal");
@@ -212,14 +217,14 @@ SessionBook::Record *SessionBook::find(const SessionKey &key)
     return const_cast<Record *>(std::as_const(*this).find(key));
 }
 
-/// Lets the session go that is missed least: of those at rest, or else of all, the one not heard of
-/// for longest.
+/// Lets the session go that is missed least: of those at rest, else of those that do not ask, the one
+/// not heard of for longest.
 void SessionBook::makeRoom(Records &sessions)
 {
     if (sessions.size() < mostSessions)
         return;
     const auto spare = std::ranges::min_element(sessions, {}, [](const Record &record) {
-        return std::pair(record.shown.state != BotState::idle, record.heard);
+        return std::tuple(record.shown.state != BotState::idle, record.asks(), record.heard);
     });
     spare->later.cancel();
     sessions.erase(spare);

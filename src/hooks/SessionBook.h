@@ -106,6 +106,7 @@ private:
         WorkItem later;
 
         [[nodiscard]] bool mayBeInterrupted() const;
+        [[nodiscard]] bool asks() const;
         [[nodiscard]] bool comesToRest() const;
     };
     /// In the order in which they were first heard of.

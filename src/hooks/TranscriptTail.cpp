@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tirlo {
 
@@ -25,7 +26,7 @@ QString firstTextOf(const QJsonValue &content)
 {
     if (content.isString())
         return content.toString();
-    for (const QJsonValue &part : content.toArray()) {
+    for (const QJsonValue part : content.toArray()) {
         if (const auto text = Json::text(part.toObject(), QLatin1String("text")))
             return *text;
     }
@@ -72,9 +73,10 @@ bool endsInInterrupt(const QString &transcript, const QDateTime &after)
                                  facts.st_size - off_t(tail.size()));
     tail.truncate(std::max<qsizetype>(length, 0));
 
-    const QList<QByteArray> lines = tail.split('\n');
-    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
-        if (const auto isInterrupt = interrupts(*line, after))
+    QList<QByteArray> lines = tail.split('\n');
+    std::ranges::reverse(lines);
+    for (const QByteArray &line : std::as_const(lines)) {
+        if (const auto isInterrupt = interrupts(line, after))
             return *isInterrupt;
     }
     return false;

@@ -41,6 +41,7 @@ TEST_F(SettingsTest, StoredValuesAreTakenAndThoseOfAWrongTypeLeaveTheDefault)
     expect("hotkeyFlags", std::int64_t(0x100000), std::int64_t(-1), &AppState::hotkeyFlags,
            0x120000u);
     expect("hotkeyCode", std::int64_t(65535), std::int64_t(65536), &AppState::hotkeyCode, 45);
+    expect("anyTerminal", true, std::int64_t(1), &AppState::anyTerminal, false);
     expect("vercelProjectFilter", QByteArray(R"(["a","b"])"), QByteArray("[1]"),
            &AppState::vercelProjectFilter, QSet<QString>());
     expect("activeIntegrations", QByteArray(R"(["ai_google"])"), QByteArray("{"),

@@ -138,4 +138,28 @@ TEST_F(SessionTest, RequestsEndInTheAgentsWordsOrElsewhere)
     EXPECT_TRUE(program.waitForNoText("Handled in VS Code."));
 }
 
+TEST_F(SessionTest, AKilledAgentsPillGoes)
+{
+    ASSERT_TRUE(open());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", program.hookScript().section("/Library/", 0, 0));
+    QProcess agent;
+    agent.setProcessEnvironment(environment);
+    agent.start("python3",
+                {"-c", R"(
+import subprocess, sys, time
+for event in "SessionStart", "UserPromptSubmit":
+    hook = '{"hook_event_name":"%s","session_id":"k","cwd":"/src/beacon"}' % event
+    subprocess.run(["sh", "-c", "'%s' --agent codex" % sys.argv[1]], input=hook.encode())
+time.sleep(600)
+)",
+                 program.hookScript()});
+    ASSERT_TRUE(program.waitForText("beacon"));
+    EXPECT_FALSE(agent.waitForFinished(1000));
+    EXPECT_TRUE(program.shows("beacon"));
+    agent.kill();
+    EXPECT_TRUE(program.waitForNoText("beacon"));
+    agent.waitForFinished();
+}
+
 } // namespace

@@ -1,11 +1,14 @@
 #include "Fuzz.h"
 #include "core/PillCatalog.h"
 #include "hooks/ApprovalDesk.h"
+#include "hooks/ApprovalReply.h"
 #include "hooks/HookEventProcessor.h"
 #include "hooks/HookSocketServer.h"
 #include "hooks/HookTasks.h"
 #include "hooks/Peer.h"
+#include "hooks/SessionBook.h"
 #include "hooks/ThreadGroup.h"
+#include "support/FakeProcessWatch.h"
 #include "support/HomeParts.h"
 #include "support/StandInIsland.h"
 
@@ -23,7 +26,7 @@ namespace {
 bool isReply(const QByteArray &bytes)
 {
     return std::ranges::any_of(allCases<Decision>(), [&](Decision decision) {
-        return bytes == "{\"permissionDecision\":\"" + rawText(decision).toLatin1() + "\"}\n";
+        return bytes == replyLine({.decision = decision}) + '\n';
     });
 }
 
@@ -61,11 +64,13 @@ struct HookRig : HomeParts
     }
 
     StandInIsland island{state};
-    HookContext context{state, notifications, island, sounds, queue, log};
+    FakeProcessWatch processes;
+    HookContext context{state, notifications, island, sounds, queue, processes, log};
     HookTasks tasks{state, notifications};
     ThreadGroup writers;
-    ApprovalDesk desk{context, tasks, writers};
-    HookEventProcessor processor{context, tasks, desk};
+    SessionBook sessions{state, queue, processes};
+    ApprovalDesk desk{context, tasks, sessions, writers};
+    HookEventProcessor processor{context, tasks, sessions, desk};
     bool isHandled = false;
     bool wasRequest = false;
     HookSocketServer sockets{queue,
@@ -95,6 +100,7 @@ void checkState(const AppState &state)
         REQUIRE(isPill(task.id) && !ids.contains(task.id));
         ids.insert(task.id);
         REQUIRE(!task.name.isEmpty() && task.steps.size() <= 20);
+        REQUIRE(task.sessions.size() <= 64);
         REQUIRE(task.steps.isEmpty() ? task.stepIndex == 0
                                      : task.stepIndex == task.steps.size() - 1);
     }

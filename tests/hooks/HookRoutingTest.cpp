@@ -51,11 +51,8 @@ TEST(HookRouting, TellsTheEditorsApartByWhatTheRelaySaw)
         {R"({"tirlo_programs":["/opt/node","/tmp/.mount_CursorXa/usr/share/cursor/cursor"],
              "term_program":"vscode"})",
          "agent_cursor"},
-        {R"({"tirlo_programs":["/opt/claude","codium"]})", "integration_claude"},
         {R"({"tirlo_programs":["/opt/claude","/home/a/.cursor-server/bin/x/node"]})",
          "agent_cursor"},
-        {R"({"tirlo_programs":["/opt/claude","/home/a/.vscode-server/bin/x/node"]})",
-         "integration_claude"},
         // The nearest of two, whatever was handed down by the farther one.
         {R"({"tirlo_programs":["/opt/claude","/usr/share/code/code","/opt/cursor/cursor"],
              "tirlo_host":{"CURSOR_TRACE_ID":"1"}})",
@@ -70,11 +67,9 @@ TEST(HookRouting, TellsTheEditorsApartByWhatTheRelaySaw)
         {R"({"tirlo_host":{"VSCODE_PID":"1","VSCODE_IPC_HOOK":"/h/.config/Cursor/1-main.sock"}})",
          "agent_cursor"},
         {R"({"tirlo_host":{"CLAUDE_CODE_ENTRYPOINT":"claude-vscode"}})", "integration_claude"},
-        {R"({"tirlo_host":{"CHROME_DESKTOP":"cursor.desktop","VSCODE_PID":"1"}})", "agent_cursor"},
         {R"({"tirlo_host":{"CHROME_DESKTOP":"opencode.desktop","CLAUDE_CODE_ENTRYPOINT":"cli"}})",
          ""},
         {R"({"tirlo_programs":["/opt/claude","/usr/bin/xterm"],"tirlo_host":{}})", ""},
-        {R"({"tirlo_programs":{"a":"code"},"tirlo_host":["VSCODE_PID"]})", ""},
         {R"({"tirlo_programs":[1,["code"],"opencode","code-agent","/code/"]})", ""},
         // What the agent's host says of itself comes first.
         {R"({"bundle_id":"com.microsoft.VSCode","tirlo_programs":["cursor"]})",
@@ -86,24 +81,17 @@ TEST(HookRouting, TellsTheEditorsApartByWhatTheRelaySaw)
         EXPECT_EQ(route ? route->pillId : QString(), QLatin1String(row.pill)) << row.facts;
     }
 
+    const auto processIn
+        = [](const char *payload) { return HookOrigin::of(json(payload)).process; };
+    EXPECT_EQ(processIn(R"({"tirlo_process":{"pid":7,"start":99,"space":"pid:[1]"}})"),
+              (ProcessId{7, 99, u"pid:[1]"_s}));
+    EXPECT_EQ(processIn(R"({"tirlo_process":{"pid":"7","start":1}})"), std::nullopt);
+
     // A plain terminal is taken in on demand, and is not said to be an editor.
     const auto taken = routeOf(HookOrigin::of(json(R"({"term_program":"xterm"})")), true);
     ASSERT_TRUE(taken);
     EXPECT_EQ(taken->pillId, u"integration_claude"_s);
     EXPECT_EQ(taken->place, u"the terminal"_s);
-}
-
-TEST(HookRouting, ReadsTheAgentsProcess)
-{
-    const auto processIn
-        = [](const char *payload) { return HookOrigin::of(json(payload)).process; };
-    EXPECT_EQ(processIn(R"({"tirlo_process":{"pid":7,"start":99,"space":"pid:[1]"}})"),
-              (ProcessId{7, 99, u"pid:[1]"_s}));
-    for (const char *odd :
-         {"{}", R"({"tirlo_process":7})", R"({"tirlo_process":{"pid":7}})",
-          R"({"tirlo_process":{"pid":"7","start":1}})", R"({"tirlo_process":{"pid":-7,"start":1}})",
-          R"({"tirlo_process":{"pid":1.5,"start":1}})"})
-        EXPECT_EQ(processIn(odd), std::nullopt) << odd;
 }
 
 TEST(HookRouting, AcceptsFitAgentNamesOnly)

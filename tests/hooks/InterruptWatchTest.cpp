@@ -34,8 +34,6 @@ TEST_F(InterruptWatchTest, TheLastMessageTells)
         bool isInterrupted;
     } rows[] = {
         {"", false},
-        {prompt, false},
-        {broken, true},
         {QByteArray(prompt) + "\n" + broken + "\n", true},
         {QByteArray(broken) + "\n" + prompt + "\n", false},
         {QByteArray(broken) + "\n{\"type\":\"assistant\",\"message\":{}}\n", false},

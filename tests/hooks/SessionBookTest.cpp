@@ -90,31 +90,6 @@ TEST_F(SessionBookTest, APillEndsWithItsLastSession)
     EXPECT_EQ(claude().state, idle);
 }
 
-TEST_F(SessionBookTest, WhatIsToComeIsCalledOffByWhatComesBefore)
-{
-    const SessionKey key = hear(u"a"_s);
-    int done = 0;
-    const auto finish = [&] {
-        book.setState(key, finished);
-        book.after(key, 5, [&] { ++done; });
-    };
-    finish();
-    queue.advance(4);
-    book.setState(hear(u"b"_s), thinking);
-    queue.advance(2);
-    EXPECT_EQ(done, 1);
-
-    finish();
-    EXPECT_TRUE(book.resume(key));
-    EXPECT_FALSE(book.resume(key));
-    finish();
-    book.setState(key, thinking);
-    finish();
-    book.end(key);
-    queue.advance(20);
-    EXPECT_EQ(done, 1);
-}
-
 TEST_F(SessionBookTest, ASilentSessionComesToRest)
 {
     const ProcessId process{7, 1, {}};
