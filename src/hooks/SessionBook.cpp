@@ -217,8 +217,8 @@ SessionBook::Record *SessionBook::find(const SessionKey &key)
     return const_cast<Record *>(std::as_const(*this).find(key));
 }
 
-/// Lets the session go that is missed least: of those at rest, else of those that do not ask, the one
-/// not heard of for longest.
+/// Lets the session go that is missed least: of those at rest, else of those that do not ask, the
+/// one not heard of for longest.
 void SessionBook::makeRoom(Records &sessions)
 {
     if (sessions.size() < mostSessions)
