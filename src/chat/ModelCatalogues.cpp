@@ -71,23 +71,23 @@ void ModelCatalogues::fetchWithKey(ChatProvider provider)
           [this, provider](const QList<ProviderModel> &models) { take(provider, models); });
 }
 
-void ModelCatalogues::fetchModels(const QString &apiKey, Fetched done)
+void ModelCatalogues::fetchModels(const QString &apiKey, const Fetched &done)
 {
     const HttpRequest request{
         .url = onHost(m_hosts.anthropic, QLatin1String("/v1/models?limit=100")),
         .headers
         = {{"x-api-key", apiKey.toUtf8()}, {"anthropic-version", AnthropicMessages::version}},
         .timeout = timeout};
-    ask(request, ModelLists::anthropicModels, std::move(done));
+    ask(request, ModelLists::anthropicModels, done);
 }
 
-void ModelCatalogues::fetchGoogleModels(const QString &apiKey, Fetched done)
+void ModelCatalogues::fetchGoogleModels(const QString &apiKey, const Fetched &done)
 {
     const QUrl url = onHost(m_hosts.google, QLatin1String("/v1beta/openai/models"));
-    ask(bearerRequest(url, apiKey), ModelLists::googleModels, std::move(done));
+    ask(bearerRequest(url, apiKey), ModelLists::googleModels, done);
 }
 
-void ModelCatalogues::fetchOpenAIModels(const QString &apiKey, Fetched done)
+void ModelCatalogues::fetchOpenAIModels(const QString &apiKey, const Fetched &done)
 {
     const QUrl url = onHost(m_hosts.openai, QLatin1String("/v1/models"));
     ask(bearerRequest(url, apiKey), ModelLists::openAIModels, done);
@@ -101,17 +101,17 @@ void ModelCatalogues::ask(const HttpRequest &request, Read read, const Fetched &
     });
 }
 
-void ModelCatalogues::fetch(ChatProvider provider, const QString &apiKey, Fetched done)
+void ModelCatalogues::fetch(ChatProvider provider, const QString &apiKey, const Fetched &done)
 {
     switch (provider) {
     case ChatProvider::anthropic:
-        fetchModels(apiKey, std::move(done));
+        fetchModels(apiKey, done);
         return;
     case ChatProvider::google:
-        fetchGoogleModels(apiKey, std::move(done));
+        fetchGoogleModels(apiKey, done);
         return;
     case ChatProvider::openai:
-        fetchOpenAIModels(apiKey, std::move(done));
+        fetchOpenAIModels(apiKey, done);
         return;
     }
 }

@@ -32,9 +32,9 @@ public:
     void fetchModelsIfNeeded(ChatProvider provider);
 
     // Each hands over a provider's models, none after any failure.
-    void fetchModels(const QString &apiKey, Fetched done);
-    void fetchGoogleModels(const QString &apiKey, Fetched done);
-    void fetchOpenAIModels(const QString &apiKey, Fetched done);
+    void fetchModels(const QString &apiKey, const Fetched &done);
+    void fetchGoogleModels(const QString &apiKey, const Fetched &done);
+    void fetchOpenAIModels(const QString &apiKey, const Fetched &done);
 
 private:
     using Read = QList<ProviderModel> (*)(const HttpReply &);
@@ -42,7 +42,7 @@ private:
     void fetchWithKey(ChatProvider provider);
     /// Sends the request and hands over what `read` makes of the reply, in the background if long.
     void ask(const HttpRequest &request, Read read, const Fetched &done);
-    void fetch(ChatProvider provider, const QString &apiKey, Fetched done);
+    void fetch(ChatProvider provider, const QString &apiKey, const Fetched &done);
     void take(ChatProvider provider, const QList<ProviderModel> &models);
     void setError(ChatProvider provider, const QString &error);
 

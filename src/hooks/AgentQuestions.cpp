@@ -14,7 +14,7 @@ QList<AgentQuestion::Option> optionsOf(const QJsonObject &question)
     QList<AgentQuestion::Option> options;
     QSet<QString> labels;
     const QJsonArray listed = question.value(QLatin1String("options")).toArray();
-    for (const QJsonValue &value : listed) {
+    for (const auto value : listed) {
         const QJsonObject option = value.toObject();
         const QString label = value.isString()
             ? value.toString()

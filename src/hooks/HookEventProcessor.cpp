@@ -285,7 +285,7 @@ QString HookEventProcessor::Event::text(const char *key) const
 QString HookEventProcessor::Event::firstText(std::initializer_list<const char *> keys) const
 {
     for (const char *key : keys) {
-        if (const QString found = text(key); !found.isEmpty())
+        if (QString found = text(key); !found.isEmpty())
             return found;
     }
     return {};

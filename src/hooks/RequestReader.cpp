@@ -56,7 +56,7 @@ constexpr std::array<QStringView, 4> patchHeaders{u"*** Update File: ", u"*** Ad
 /// Takes the argument away if it is text.
 std::optional<QString> takeText(QJsonObject &arguments, const char *key)
 {
-    const auto text = Json::text(arguments, QLatin1String(key));
+    auto text = Json::text(arguments, QLatin1String(key));
     if (text)
         arguments.remove(QLatin1String(key));
     return text;

@@ -77,7 +77,7 @@ std::optional<QString> foldersWords(const QJsonObject &suggestion)
         return std::nullopt;
     QStringList folders;
     const QJsonArray listed = suggestion.value(QLatin1String("directories")).toArray();
-    for (const QJsonValue &folder : listed) {
+    for (const auto folder : listed) {
         if (folder.toString().isEmpty())
             return std::nullopt;
         folders.append(folder.toString());
@@ -116,7 +116,7 @@ QList<StandingGrant> standingGrants(const QJsonObject &payload)
     QList<StandingGrant> grants;
     QSet<QString> told;
     const QJsonArray listed = payload.value(QLatin1String("permission_suggestions")).toArray();
-    for (const QJsonValue &value : listed) {
+    for (const auto value : listed) {
         const QJsonObject suggestion = value.toObject();
         const auto where = std::ranges::find_if(destinations, [&](const Destination &row) {
             return textOf(suggestion, "destination") == row.name;

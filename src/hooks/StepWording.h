@@ -6,7 +6,7 @@
 namespace tirlo {
 
 /// The short line that a pill shows for a tool call, in French whatever the agent speaks.
-[[nodiscard]] QString frenchStep(const QString &tool, const QJsonObject &input);
+[[nodiscard]] QString frenchStep(const QString &name, const QJsonObject &input);
 
 /// What a shell command does, in a word: it reads, searches, tests or just runs.
 [[nodiscard]] QString bashVerb(const QString &command);
