@@ -13,6 +13,8 @@
 
 #include <QHash>
 
+#include <utility>
+
 namespace tirlo {
 
 namespace {
@@ -21,6 +23,8 @@ constexpr int longestOpening = 60;
 constexpr int shownSessionCharacters = 8;
 /// How long a pill shows that its turn has ended.
 constexpr double finishedSeconds = 5.2;
+/// How long a session that was cleared keeps its pill for the one that takes its place.
+constexpr double clearedSeconds = 2;
 
 } // namespace
 
@@ -84,6 +88,10 @@ HookEventProcessor::Row HookEventProcessor::rowOf(const QString &name)
 
 void HookEventProcessor::startSession(const Event &event)
 {
+    // The same session, amid its turn, with less to remember.
+    if (event.text("source") == QLatin1String("compact"))
+        return;
+    takePlaceOfCleared(event);
     showOverview();
     m_context.sound.play(QStringLiteral("work"));
     const QString &label = event.route.isExternal() ? event.pill() : event.origin.projectName;
@@ -186,6 +194,14 @@ void HookEventProcessor::interrupt(const Event &event)
 void HookEventProcessor::endSession(const Event &event)
 {
     m_tasks.activeSessionId.reset();
+    // The agent goes on at once, with a new session.
+    if (event.text("reason") == QLatin1String("clear")) {
+        rest(event.session());
+        m_cleared = event.session();
+        m_sessions.after(event.session(), clearedSeconds,
+                         [this, session = event.session()] { m_sessions.end(session); });
+        return;
+    }
     m_sessions.end(event.session());
 }
 
@@ -208,8 +224,10 @@ void HookEventProcessor::activate(const Event &event)
 {
     m_tasks.activeSessionId = event.origin.sessionId;
     // What it had finished is past, and the card would show the new step.
-    if (event.isFocus)
+    if (event.isFocus) {
         m_context.island.leave(IslandView::finished);
+        m_context.island.leave(IslandView::error);
+    }
     if (event.route.isExternal())
         m_tasks.upsertExternalAgent(event.pill(), *event.route.externalAgent);
     else
@@ -257,6 +275,24 @@ void HookEventProcessor::appendOpening(const Event &event, const QString &text)
 {
     if (!text.isEmpty())
         appendStep(event, firstCharacters(text, longestOpening));
+}
+
+/// Lets the session that was cleared go, and with it what it did, once another has come.
+void HookEventProcessor::takePlaceOfCleared(const Event &event)
+{
+    const std::optional<SessionKey> cleared = std::exchange(m_cleared, std::nullopt);
+    if (!cleared || cleared->pill != event.pill())
+        return;
+    if (*cleared == event.session())
+        return rest(*cleared);
+    m_sessions.end(*cleared);
+    m_context.state.editTask(event.pill(), [](AgentTask &task) {
+        if (task.sessions.size() > 1)
+            return;
+        task.steps.clear();
+        task.stepIndex = 0;
+        task.outcome.clear();
+    });
 }
 
 /// The session does nothing any more, and has nothing to show for it.

@@ -73,6 +73,7 @@ private:
     void setOutcome(const QString &pill, const QString &markdown);
     void appendStep(const Event &event, const QString &step);
     void appendOpening(const Event &event, const QString &text);
+    void takePlaceOfCleared(const Event &event);
     void rest(const SessionKey &session);
     void endWithProcess(const SessionKey &session);
 
@@ -81,6 +82,8 @@ private:
     SessionBook &m_sessions;
     ApprovalDesk &m_desk;
     InterruptWatch m_interrupts;
+    /// The last session that was cleared, until another starts.
+    std::optional<SessionKey> m_cleared;
 };
 
 } // namespace tirlo

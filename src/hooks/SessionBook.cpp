@@ -94,7 +94,7 @@ void SessionBook::hear(const HookRoute &route, const HookOrigin &origin)
         makeRoom(pill.sessions);
         Record fresh;
         fresh.shown.id = key.id;
-        fresh.shown.since = m_queue.mediaTime();
+        fresh.shown.since = m_queue.wallClock();
         pill.sessions.push_back(std::move(fresh));
     }
 
@@ -263,7 +263,7 @@ void SessionBook::publish(const QString &pillId)
     for (Record &record : sessions) {
         const BotState state = record.asked ? BotState::approval : record.state;
         if (std::exchange(record.shown.state, state) != state)
-            record.shown.since = m_queue.mediaTime();
+            record.shown.since = m_queue.wallClock();
         record.shown.waitsInTerminal = record.asked.has_value();
         shown.append(record.shown);
     }

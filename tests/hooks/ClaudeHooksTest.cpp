@@ -34,7 +34,7 @@ TEST_F(ClaudeHooksTest, ForeignSettingsStayAsTheyAre)
     EXPECT_TRUE(written.contains(R"("id": 12345678901234567890123,)"));
     EXPECT_TRUE(written.contains(R"("zeta": 1e2)"));
     EXPECT_EQ(json(written)["permissions"]["allow"][0].toString(), "Bash(ls:*)");
-    EXPECT_EQ(hooks().size(), 2 + 12);
+    EXPECT_EQ(hooks().size(), 2 + 13);
     const QJsonObject group = hooks()["PermissionRequest"][0].toObject();
     EXPECT_EQ(group.keys(), QStringList({"hooks"}));
     EXPECT_EQ(group["hooks"][0]["timeout"].toInt(), 120);

@@ -192,7 +192,7 @@ TEST_F(HookEventProcessorTest, ARequestWithinThatWhileKeepsItsMood)
     }
 }
 
-TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
+TEST_F(HookEventProcessorTest, ACardOfATurnsEndGoesWhenItsSessionMovesOn)
 {
     const auto viewAfter = [this](const char *event, IslandView before, const char *agent = "{}") {
         island.setView(before);
@@ -203,6 +203,7 @@ TEST_F(HookEventProcessorTest, AFinishedCardGoesWhenItsSessionMovesOn)
     for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
         SCOPED_TRACE(event);
         EXPECT_EQ(viewAfter(event, IslandView::finished), IslandView::overview);
+        EXPECT_EQ(viewAfter(event, IslandView::error), IslandView::overview);
         EXPECT_EQ(viewAfter(event, IslandView::finished, codex), IslandView::finished);
         EXPECT_EQ(viewAfter(event, IslandView::prompt), IslandView::prompt);
     }
@@ -224,6 +225,35 @@ TEST_F(HookEventProcessorTest, OneSessionsEndLeavesTheOther)
     EXPECT_TRUE(state.pendingApproval.value());
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
     EXPECT_EQ(task("integration_claude").sessions.size(), 1);
+}
+
+TEST_F(HookEventProcessorTest, AClearedSessionHandsItsPillOn)
+{
+    const QString codex = u"agent_codex"_s;
+    const auto tell = [this](const char *event, const char *id, const char *key, const char *why) {
+        process(event,
+                qPrintable(u"{\"tirlo_agent\":\"codex\",\"session_id\":\"%1\",\"%2\":\"%3\"}"_s.arg(
+                    QLatin1String(id), QLatin1String(key), QLatin1String(why))));
+    };
+    tell("UserPromptSubmit", "a", "prompt", "hello");
+    tell("SessionEnd", "a", "reason", "clear");
+    EXPECT_EQ(task("agent_codex").state, BotState::idle);
+    tell("SessionStart", "b", "source", "clear");
+    queue.advance(10);
+    EXPECT_EQ(task("agent_codex").sessions.size(), 1);
+    EXPECT_TRUE(task("agent_codex").steps.isEmpty()) << "the new talk has none yet";
+
+    // A shorter memory is no new session, and shows nothing.
+    tell("UserPromptSubmit", "b", "prompt", "on");
+    island.setView(IslandView::prompt);
+    tell("SessionStart", "b", "source", "compact");
+    EXPECT_EQ(task("agent_codex").state, BotState::thinking);
+    EXPECT_EQ(state.view, IslandView::prompt);
+
+    // Where nothing takes its place the pill goes.
+    tell("SessionEnd", "b", "reason", "clear");
+    queue.advance(10);
+    EXPECT_FALSE(state.task(codex));
 }
 
 TEST_F(HookEventProcessorTest, AKilledAgentLeavesNothingBehind)

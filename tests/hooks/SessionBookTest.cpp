@@ -66,12 +66,14 @@ TEST_F(SessionBookTest, APillEndsWithItsLastSession)
     const SessionKey first = hear(u"a"_s, u"P"_s, codex);
     const SessionKey second = hear(u"b"_s, u"Q"_s, codex);
     book.setState(first, thinking);
+    const QDateTime early = queue.wallClock();
     queue.advance(7);
     book.setState(second, working);
     book.setStep(second, u"Lit · a"_s);
-    EXPECT_EQ(task(codex).sessions,
-              QList({AgentSession{u"a"_s, u"P"_s, {}, thinking, false, 0},
-                     AgentSession{u"b"_s, u"Q"_s, u"Lit · a"_s, working, false, 7}}));
+    EXPECT_EQ(
+        task(codex).sessions,
+        QList({AgentSession{u"a"_s, u"P"_s, {}, thinking, false, early},
+               AgentSession{u"b"_s, u"Q"_s, u"Lit · a"_s, working, false, early.addSecs(7)}}));
 
     book.end(second);
     book.end(second);

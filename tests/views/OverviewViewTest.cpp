@@ -55,6 +55,32 @@ TEST_F(OverviewViewTest, HeadLineTellsNameSourceAndProgress)
     EXPECT_EQ(visibleTexts(), QStringList{QString()}) << "nothing of a task that has gone";
 }
 
+TEST_F(OverviewViewTest, SeveralSessionsCanBeLookedAt)
+{
+    AgentTask busy = task("a", "shop", {"Lit · a"});
+    setTasks({busy, task("b")});
+    EXPECT_FALSE(button("1 sessions"));
+    const QDateTime noon(QDate(2026, 1, 2), QTime(12, 5));
+    busy.sessions = {{"1", "shop", "waiting in the terminal", BotState::approval, true, noon},
+                     {"2", "api", "Lit · b", BotState::working, false, noon}};
+    setTasks({busy, task("b")});
+    click("2 sessions");
+    const QStringList texts = visibleTexts();
+    for (const char *part : {"shop", "waiting in the terminal", "api", "Lit · b"})
+        EXPECT_TRUE(texts.contains(part)) << part;
+    EXPECT_EQ(texts.filter("since ").size(), 2);
+    EXPECT_FALSE(texts.contains("Lit · a")) << "the live line makes room";
+
+    // It follows, and goes with what it told of.
+    busy.sessions[1].step = "Lit · c";
+    setTasks({busy, task("b")});
+    EXPECT_TRUE(visibleTexts().contains("Lit · c"));
+    busy.sessions.removeFirst();
+    setTasks({busy, task("b")});
+    EXPECT_TRUE(visibleTexts().contains("Lit · a"));
+    EXPECT_TRUE(visibleTexts().filter("since ").isEmpty());
+}
+
 TEST_F(OverviewViewTest, FourOthersHaveAPillAndTheFifthWaits)
 {
     setTaskCount(6);

@@ -10,6 +10,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <array>
+
 namespace tirlo {
 
 namespace {
@@ -138,6 +140,27 @@ Scene note(const char *caption, const QString &message)
             }};
 }
 
+/// A look at an agent's sessions.
+Scene sessions(const char *caption, int count)
+{
+    constexpr std::array states{BotState::approval, BotState::working, BotState::finished,
+                                BotState::error, BotState::idle};
+    QList<AgentTask> tasks = crowd();
+    for (int i = 0; i < count; ++i) {
+        const BotState state = states[std::size_t(i) % states.size()];
+        tasks.first().sessions.append(
+            {.id = QString::number(i),
+             .folder
+             = i == 1 ? QStringLiteral("a-folder-of-a-long-name") : QStringLiteral("lighthouse"),
+             .step = QStringLiteral("Exécute · cargo build --workspace --all-targets"),
+             .state = state,
+             .since = QDateTime(QDate(2026, 11, 25), QTime(9, 41 - i))});
+    }
+    Scene scene = overview(caption, tasks);
+    scene.pressed = QStringLiteral("%1 sessions").arg(count);
+    return scene;
+}
+
 SceneGroup overviews()
 {
     AgentTask fresh = editorTask();
@@ -170,7 +193,8 @@ SceneGroup overviews()
                                 AgentSource::claudeCode)}),
              overview("No name",
                       {makeTask("agent_x", "", "#C0C4CC", {QStringLiteral("Liste")}),
-                       makeTask("agent_y", "", "#F7B32B", {})})}};
+                       makeTask("agent_y", "", "#F7B32B", {})}),
+             sessions("A look at two sessions", 2), sessions("A look at twelve sessions", 12)}};
 }
 
 SceneGroup approvals()

@@ -21,6 +21,8 @@ struct Scene
     std::function<void(AppState &)> arrange;
     /// The wash that all cards take; their own ones when absent.
     std::optional<CardBackground::Wash> wash = {};
+    /// The accessible name of a button that is pressed first; "" for none.
+    QString pressed = {};
 };
 
 /// Scenes that share a file.

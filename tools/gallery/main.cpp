@@ -19,6 +19,7 @@
 #include "views/CardSight.h"
 #include "views/frame/IslandRootView.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QPainter>
@@ -46,6 +47,7 @@ public:
                 card->setWash(scene.wash);
         m_root->resize(IslandConst::panelWidth, IslandConst::panelHeight);
         m_root->show();
+        press(scene.pressed);
     }
 
     QImage photographAfter(double seconds, double devicePixelRatio, const QSize &size = tileSize)
@@ -59,6 +61,14 @@ public:
     }
 
 private:
+    void press(const QString &name)
+    {
+        for (auto *button : m_root->findChildren<QAbstractButton *>()) {
+            if (!name.isEmpty() && button->accessibleName() == name)
+                button->click();
+        }
+    }
+
     ManualQueue m_queue;
     ManualFrameDriver m_driver{m_queue};
     FrameClock m_frames{m_queue, m_driver};

@@ -2,6 +2,7 @@
 
 #include "BotState.h"
 
+#include <QDateTime>
 #include <QString>
 
 namespace tirlo {
@@ -18,8 +19,8 @@ struct AgentSession
     BotState state = BotState::idle;
     /// It asked, was not answered here, and now asks in its own terminal.
     bool waitsInTerminal = false;
-    /// Since when it has been in this state, in seconds of media time.
-    double since = 0;
+    /// Since when it has been in this state, local.
+    QDateTime since;
 
     bool operator==(const AgentSession &) const = default;
 };

@@ -25,6 +25,7 @@ constexpr HookRow claudeRows[]{
     {"StopFailure", 10},
     {"SubagentStart", 10},
     {"SubagentStop", 10},
+    {"PreCompact", 10},
 };
 
 /// In milliseconds.

@@ -2,6 +2,7 @@
 
 #include "ui/Bands.h"
 #include "ui/Color.h"
+#include "views/StateColor.h"
 
 #include <QPainter>
 #include <QRadialGradient>
@@ -31,33 +32,11 @@ double opacityOf(BotState state)
     }
 }
 
-QString hexOf(BotState state)
-{
-    switch (state) {
-    case BotState::working:
-        return QStringLiteral("#3B9EFF");
-    case BotState::thinking:
-        return QStringLiteral("#A78BFA");
-    case BotState::searching:
-        return QStringLiteral("#6366F1");
-    case BotState::approval:
-        return QStringLiteral("#F5A524");
-    case BotState::error:
-        return QStringLiteral("#F4505E");
-    case BotState::finished:
-        return QStringLiteral("#34D399");
-    case BotState::ratelimit:
-        return QStringLiteral("#F59E0B");
-    default:
-        return QStringLiteral("#FFFFFF");
-    }
-}
-
 } // namespace
 
 QColor BotGlow::colorOf(BotState state)
 {
-    return withOpacity(colorFromHex(hexOf(state)), opacityOf(state));
+    return withOpacity(stateColor(state), opacityOf(state));
 }
 
 void BotGlow::moveTo(BotState state, const Animation &animation, double now)

@@ -3,6 +3,7 @@
 #include "ui/Color.h"
 #include "ui/ColorDot.h"
 #include "ui/Style.h"
+#include "ui/TextButton.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -43,9 +44,11 @@ FocusLine::FocusLine(QWidget *parent)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
     , m_source(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_progress(new TextLabel(Style::font(Style::captionSize), Style::faintText))
+    , m_sessions(new TextButton)
 {
     m_source->setNeverElided();
     m_progress->setNeverElided();
+    m_sessions->setCheckable(true);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -54,6 +57,7 @@ FocusLine::FocusLine(QWidget *parent)
     row->addWidget(m_name);
     row->addWidget(m_source);
     row->addWidget(m_progress);
+    row->addWidget(m_sessions);
     row->addStretch();
     setFixedHeight(Style::lineHeight);
 }
@@ -64,6 +68,12 @@ void FocusLine::setTask(const std::optional<AgentTask> &task)
         part->setVisible(task.has_value());
     m_name->setVisible(task && !task->name.isEmpty());
     m_progress->setVisible(task && !task->steps.isEmpty());
+    const bool hasSeveral = task && task->sessions.size() > 1;
+    m_sessions->setVisible(hasSeveral);
+    if (hasSeveral)
+        m_sessions->setWords(QStringLiteral("%1 sessions").arg(task->sessions.size()));
+    else
+        m_sessions->setChecked(false);
     if (!task)
         return;
     m_dot->setColor(colorFromHex(task->color));

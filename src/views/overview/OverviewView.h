@@ -4,6 +4,8 @@
 #include "ui/Observers.h"
 #include "views/ViewContext.h"
 
+#include <QString>
+
 class QHBoxLayout;
 
 namespace tirlo {
@@ -11,9 +13,11 @@ namespace tirlo {
 struct AgentTask;
 class FocusLine;
 class IconButton;
+class SessionList;
 class TickerView;
 
-/// The island's home: the agent in focus with what it is doing, and the pills of the others.
+/// The island's home: the agent in focus with what it is doing, or a look at each of its sessions,
+/// and the pills of the others.
 class OverviewView final : public CardBackground
 {
     Q_OBJECT
@@ -27,12 +31,16 @@ public:
 private:
     [[nodiscard]] QWidget *makeFocus();
     void updateFocus();
+    void showSessions(bool areShown);
 
     ViewContext m_context;
     FocusLine *m_head;
     IconButton *m_target;
     TickerView *m_ticker;
+    SessionList *m_sessions;
     QHBoxLayout *m_tickerRow;
+    /// The pill whose sessions may be on show.
+    QString m_focusId;
     Observers m_observers;
 };
 
