@@ -95,21 +95,27 @@ public:
     }
 
     /// Sets off on a motion from an island at rest, many times, and prints its median frame beside
-    /// an empty repaint of the same rectangle.
+    /// an empty repaint of the same rectangle. What the dearest frame of each costs is told
+    /// where it holds the work of laying something out.
     template<typename Prepare, typename Start>
-    void measure(const char *name, Prepare prepare, Start start, QRect rect = panel)
+    void measure(const char *name, Prepare prepare, Start start, QRect rect = panel,
+                 bool tellsDearest = false)
     {
         std::vector<double> floor;
         std::vector<double> frames;
+        std::vector<double> dearest;
         for (int round = 0; round < rounds; ++round) {
             prepare(m_scene.state);
             m_queue.advance(2);
             QCoreApplication::processEvents();
-            start(m_scene.state);
+            const double set = timeFrame([&] { start(m_scene.state); });
+            frames.push_back(set);
             for (int i = 0; i < framesPerRound; ++i) {
                 frames.push_back(timeFrame([this] { m_queue.advance(frameSeconds); }));
                 floor.push_back(timeFrame([=, this] { m_empty.update(rect); }));
             }
+            dearest.push_back(
+                std::max(set, *std::max_element(frames.end() - framesPerRound, frames.end())));
         }
         const double ratio = m_scene.window().devicePixelRatioF();
         const QString what = QStringLiteral("%1, ratio %2 (goal: %3 ms)")
@@ -117,6 +123,8 @@ public:
                                  .arg(ratio)
                                  .arg(ratio > 1 ? 6 : 2);
         printRow(qPrintable(what), median(frames), median(floor), goalPerFloor);
+        if (tellsDearest)
+            printRow("  the dearest frame of that", median(dearest), median(floor));
     }
 
 private:
@@ -125,6 +133,39 @@ private:
     EmptyPanel m_empty;
     Scene m_scene{m_queue, m_driver};
 };
+
+/// A request that arrives over the open overview, in the middle of the card's growth.
+void measureRequests(Measurement &measurement)
+{
+    using Kind = RequestContent::Kind;
+    const QString script = QStringLiteral("cp -r module /tmp/backup/module && rm -rf build\n");
+    const QString plan = QStringLiteral("## Step\n\n- one **thing**\n- another `thing`\n\n");
+    const struct
+    {
+        const char *name;
+        Kind kind;
+        QString text;
+    } requests[] = {{"a script of 2,000 lines", Kind::command, script.repeated(2000)},
+                    {"a plan of 200 kB", Kind::plan, plan.repeated(200'000 / plan.size())}};
+    for (const auto &request : requests) {
+        measurement.measure(
+            request.name,
+            [](AppState &state) {
+                state.pendingApproval = std::nullopt;
+                IslandWriter(state).setView(IslandView::overview);
+                IslandWriter(state).setMode(IslandMode::expanded);
+            },
+            [&request](AppState &state) {
+                static quint64 id = 0;
+                state.pendingApproval
+                    = ApprovalInfo{.id = ++id,
+                                   .pillId = state.focusTask()->id,
+                                   .content = {.kind = request.kind, .text = request.text}};
+                IslandWriter(state).setView(IslandView::approval);
+            },
+            panel, true);
+    }
+}
 
 void measureFrames()
 {
@@ -146,6 +187,7 @@ void measureFrames()
     measurement.measure("changing cards", opened,
                         [](AppState &state) { IslandWriter(state).setView(IslandView::question); });
     measurement.measure("agents at work", opened, nothing);
+    measureRequests(measurement);
     measurement.measure(
         "greeting", closed,
         [](AppState &state) {
