@@ -42,8 +42,10 @@ TEST_F(SessionTest, AWholeSessionIsSeenOnTheIsland)
     ASSERT_TRUE(editor.send("Notification", {{"message", "You have hit your rate limit."}}));
     EXPECT_TRUE(program.waitForText("5/5")) << "it is a mood and no step";
 
-    const auto request = editor.askFor("Bash", {{"command", "make install"}});
-    EXPECT_TRUE(program.waitForText("make install"));
+    const QString script = QString("cp -r module /tmp/backup\n").repeated(7);
+    const auto request
+        = editor.askFor("Bash", {{"command", script + "rm -rf ~/Documents\n" + script}});
+    EXPECT_TRUE(program.waitForText("rm -rf ~/Documents")) << "nothing is cut from its middle";
     EXPECT_TRUE(program.waitForText("needs permission"));
     EXPECT_EQ(answerBy("Allow", *request), "\"behavior\":\"allow\"}}}\n");
     EXPECT_TRUE(program.waitForNoText("needs permission"));
@@ -116,6 +118,7 @@ TEST_F(SessionTest, RequestsEndInTheAgentsWordsOrElsewhere)
          {"Deny", R"("behavior":"deny","message":"Denied from Tirlo")"}}) {
         const auto request
             = editor.askFor("Bash", makeCall, {{"permission_suggestions", QJsonArray{rule}}});
+        EXPECT_TRUE(program.waitForText("Bash(make:*) in this session"));
         EXPECT_EQ(answerBy(button, *request), QByteArray(answer) + "}}}\n");
     }
 
@@ -136,6 +139,32 @@ TEST_F(SessionTest, RequestsEndInTheAgentsWordsOrElsewhere)
     EXPECT_TRUE(program.waitForNoText("needs permission")) << "the card fades and is gone";
     EXPECT_FALSE(program.button("Allow"));
     EXPECT_TRUE(program.waitForNoText("Handled in VS Code."));
+}
+
+TEST_F(SessionTest, OfTwoSessionsEachEndsForItself)
+{
+    ASSERT_TRUE(open());
+    QFile transcript(program.home() + "/session.jsonl");
+    ASSERT_TRUE(transcript.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(editor.send(
+        "UserPromptSubmit",
+        {{"prompt", "Turn the lamp faster"}, {"transcript_path", transcript.fileName()}}));
+    const Agent other{program.hookScript(), "session-2", "/src/buoy"};
+    ASSERT_TRUE(other.sendTool("Read", {{"file_path", "bell.c"}}));
+    ASSERT_TRUE(program.clickButton("2 sessions", "check box"));
+    EXPECT_TRUE(program.waitForText("buoy"));
+    EXPECT_FALSE(program.shows("at rest"));
+
+    // An interrupted turn tells nobody but its transcript.
+    transcript.write(R"({"type":"user","message":{"content":[{"type":"text",)"
+                     R"("text":"[Request interrupted by user]"}]}})"
+                     "\n");
+    transcript.close();
+    EXPECT_TRUE(program.waitForText("at rest"));
+
+    ASSERT_TRUE(other.send("SessionEnd", {{"reason", "other"}}));
+    EXPECT_TRUE(program.waitForNoText("buoy"));
+    EXPECT_TRUE(program.shows("lighthouse"));
 }
 
 TEST_F(SessionTest, AKilledAgentsPillGoes)
