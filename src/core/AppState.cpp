@@ -107,6 +107,7 @@ void AppState::removeTask(const QString &id)
             task.steps.clear();
             task.stepIndex = 0;
             task.pillBadge.reset();
+            task.outcome.clear();
             task.sessions.clear();
             if (row)
                 task.name = row->name;

@@ -44,9 +44,23 @@ SessionKey keyOf(const ApprovalInfo &approval)
     return {approval.pillId, approval.sessionId};
 }
 
+/// Canonical text of a tool's input without what one agent adds for its user alone, and another
+/// once the user has answered.
+QString callKey(QJsonObject input)
+{
+    input.remove(QLatin1String("description"));
+    input.remove(QLatin1String("answers"));
+    return approvalInputKey(input);
+}
+
+QString agentIn(const QJsonObject &payload)
+{
+    return Json::text(payload, QLatin1String("agent_id")).value_or(QString());
+}
+
 AskedCall callOf(const ApprovalInfo &approval)
 {
-    return {approval.tool, approval.inputKey};
+    return {approval.tool, callKey(approval.input), approval.agentId};
 }
 
 /// The tool call that the event tells of.
@@ -54,7 +68,7 @@ AskedCall callIn(const QJsonObject &payload)
 {
     const auto tool = Json::text(payload, QLatin1String("tool_name"));
     const auto input = Json::object(payload, QLatin1String("tool_input"));
-    return {tool.value_or(QString()), approvalInputKey(input.value_or(QJsonObject()))};
+    return {tool.value_or(QString()), callKey(input.value_or(QJsonObject())), agentIn(payload)};
 }
 
 bool endsToolCall(const QString &event)
@@ -62,24 +76,32 @@ bool endsToolCall(const QString &event)
     return event == QLatin1String("PostToolUse") || event == QLatin1String("PostToolUseFailure");
 }
 
-bool movesSessionOn(const QString &event)
+bool endsSession(const QString &event)
+{
+    return event == QLatin1String("SessionEnd") || event == QLatin1String("Interrupt");
+}
+
+bool endsTurn(const QString &event)
 {
     return event == QLatin1String("Stop") || event == QLatin1String("StopFailure")
-        || event == QLatin1String("UserPromptSubmit") || event == QLatin1String("SessionEnd")
-        || event == QLatin1String("Interrupt");
+        || event == QLatin1String("SubagentStop") || event == QLatin1String("UserPromptSubmit");
 }
 
-/// True when the event shows that a session no longer waits for an answer about the call.
+/// True when the event shows that a session no longer waits for an answer about the call. A
+/// session and its subagents go on while one of them waits.
 bool showsAnAnswer(const QString &event, const QJsonObject &payload, const AskedCall &asked)
 {
-    return movesSessionOn(event) || (endsToolCall(event) && callIn(payload) == asked);
+    return endsSession(event) || (endsTurn(event) && agentIn(payload) == asked.agentId)
+        || (endsToolCall(event) && callIn(payload) == asked);
 }
 
-/// True when a session goes on to another call of its own, as it does once it was denied one.
-/// Its subagents go on while it waits.
-bool goesOnToAnotherCall(const QString &event, const QJsonObject &payload)
+/// True when whoever asks in the terminal goes on to another call, as it does once it was denied
+/// one, or when the session says that it waits for a prompt.
+bool goesOnToAnother(const QString &event, const QJsonObject &payload, const AskedCall &asked)
 {
-    return event == QLatin1String("PreToolUse") && !payload.contains(QLatin1String("agent_id"));
+    const auto type = Json::text(payload, QLatin1String("notification_type"));
+    return (event == QLatin1String("PreToolUse") && agentIn(payload) == asked.agentId)
+        || (event == QLatin1String("Notification") && type == QLatin1String("idle_prompt"));
 }
 
 } // namespace
@@ -100,7 +122,7 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     const HookOrigin origin = HookOrigin::of(payload);
     const auto route = routeOf(origin, m_context.state.anyTerminal);
     // Agents from outside have an interface of their own for this.
-    if (!route || route->isExternal() || m_sessions.isPast(origin)) {
+    if (!route || route->isExternal() || m_sessions.isPast(*route, origin)) {
         refuse(std::move(connection));
         return;
     }
@@ -117,25 +139,27 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
         answer(std::exchange(m_source, nullptr), replyLine({.decision = Decision::ask}));
 
     AppState &state = m_context.state;
-    if (const std::optional<ApprovalInfo> older = state.pendingApproval)
-        hand(*older, Then::asksInTerminal);
+    const std::optional<ApprovalInfo> older = state.pendingApproval;
     m_noteEnd.cancel();
     m_tasks.activeSessionId = origin.sessionId;
     m_tasks.upsertWorkspaceTask(pill, origin.projectName, origin.cwd);
     m_sessions.hear(*route, origin);
     m_sessions.setState({pill, origin.sessionId}, BotState::approval);
     const AgentDefinition *agent = AgentCatalog::ofPill(pill);
-    const bool keepsGrants = agent && agent->keepsStandingApprovals;
+    // The same agents take an answer that goes back with the input.
+    const bool takesMore = agent && agent->keepsStandingApprovals;
     const ApprovalInfo request{
         .id = ++m_lastId,
         .sessionId = origin.sessionId,
         .tool = tool,
         .inputKey = approvalInputKey(input),
         .pillId = pill,
+        .agentId = agentIn(payload),
+        .folder = origin.projectName,
         .input = input,
         .content = requestContent(payload),
-        .grants = keepsGrants ? standingGrants(payload) : QList<StandingGrant>(),
-        .questions = agentQuestions(payload),
+        .grants = takesMore ? standingGrants(payload) : QList<StandingGrant>(),
+        .questions = takesMore ? agentQuestions(payload) : QList<AgentQuestion>(),
     };
     state.pendingApproval = request;
     state.isPinned = true;
@@ -143,6 +167,8 @@ void ApprovalDesk::processPermissionRequest(FileDescriptor connection, const QJs
     if (!m_focusBeforeApproval)
         m_focusBeforeApproval = state.focusId;
     state.focusId = pill;
+    if (older)
+        hand(*older, Then::asksInTerminal);
     Q_EMIT m_context.notifications.hookExpand(request.questions.isEmpty() ? IslandView::approval
                                                                           : IslandView::question);
     watch(std::move(connection), route->place);
@@ -162,8 +188,8 @@ bool ApprovalDesk::admits(const QString &event, const HookRoute &route, const Ho
 {
     const SessionKey key{route.pillId, origin.sessionId};
     const auto asked = m_sessions.askedInTerminal(key);
-    const bool movesOn
-        = asked && (showsAnAnswer(event, payload, *asked) || goesOnToAnotherCall(event, payload));
+    const bool movesOn = asked
+        && (showsAnAnswer(event, payload, *asked) || goesOnToAnother(event, payload, *asked));
     if (movesOn)
         m_sessions.moveOn(key);
 
@@ -220,14 +246,13 @@ void ApprovalDesk::settle(Then then)
     state.pendingApproval = std::nullopt;
     state.isPinned = false;
     const QString pill = approval ? approval->pillId : QString();
-    if (approval)
-        hand(*approval, then);
-    m_tasks.clearPillBadge(pill);
 
     // Focus goes back unless the user moved it meanwhile or there is nothing to go back to.
     const auto prior = std::exchange(m_focusBeforeApproval, std::nullopt);
     if (prior && state.focusId.value() == pill && state.task(*prior))
         state.focusId = prior;
+    if (approval)
+        hand(*approval, then);
 }
 
 /// Hands the request back to its session.

@@ -5,6 +5,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace tirlo {
 
 namespace {
@@ -18,7 +20,8 @@ struct Mark
         /// A folder on the way to such a program: the editor's part on a machine that it reaches
         /// from afar has a borrowed interpreter for a program.
         folder,
-        /// An environment variable: a path with a part that begins with the word.
+        /// An environment variable: a path with a part that is the word, or the word and more
+        /// after a mark that is no letter; any value for an empty word.
         variable,
     };
 
@@ -66,11 +69,17 @@ bool fitsEnvironment(const Mark &mark, const QJsonObject &environment)
 {
     if (mark.in != In::variable)
         return false;
-    const auto value = Json::text(environment, mark.variable);
-    const QString path = u'/' + value.value_or(QString());
-    return value
-        && (path.contains(u'/' + mark.word, Qt::CaseInsensitive)
-            || path.contains(QStringLiteral("/.") + mark.word, Qt::CaseInsensitive));
+    const QString path = Json::text(environment, mark.variable).value_or(QString());
+    const QStringList parts = path.split(u'/', Qt::SkipEmptyParts);
+    return std::ranges::any_of(parts, [&mark](QStringView part) {
+        if (part.startsWith(u'.'))
+            part = part.sliced(1);
+        const bool begins = part.startsWith(mark.word, Qt::CaseInsensitive);
+        // Another program's name may begin alike.
+        return begins
+            && (mark.word.isEmpty() || part.size() == mark.word.size()
+                || !part.at(mark.word.size()).isLetterOrNumber());
+    });
 }
 
 template<typename Fits>

@@ -19,6 +19,8 @@ namespace tirlo {
 
 namespace {
 
+/// What one agent says of a turn without words.
+constexpr QLatin1String noResponse("[no response text]");
 constexpr int longestOpening = 60;
 constexpr int shownSessionCharacters = 8;
 /// How long a pill shows that its turn has ended.
@@ -36,6 +38,7 @@ HookEventProcessor::HookEventProcessor(const HookContext &context, HookTasks &ta
     , m_desk(desk)
     , m_interrupts(sessions, context.queue, [this](const SessionKey &session) { rest(session); })
 {
+    m_sessions.changed = [this] { m_interrupts.wake(); };
     m_sessions.processEnded = [this](const SessionKey &session) { endWithProcess(session); };
 }
 
@@ -52,25 +55,26 @@ void HookEventProcessor::processEvent(const QString &name, const QJsonObject &pa
 
     const bool isFocus = m_context.state.focusId.value() == route->pillId;
     const Row row = rowOf(name);
-    if (m_sessions.isPast(origin) || !m_desk.admits(name, *route, origin, payload) || !row.handle)
-        return;
     const Event event{payload, origin, *route, isFocus};
+    if (row.begins)
+        m_sessions.greet(event.session());
+    if (m_sessions.isPast(*route, origin) || !m_desk.admits(name, *route, origin, payload)
+        || !row.handle)
+        return;
     if (row.opens)
         activate(event);
     m_sessions.hear(*route, origin);
-    // What it had finished is past.
-    if (row.opens && m_sessions.resume(event.session()))
-        m_tasks.clearPillBadge(event.pill());
+    if (row.opens && !event.isSubagents())
+        m_sessions.resume(event.session());
     (this->*row.handle)(event);
-    m_interrupts.wake();
 }
 
 HookEventProcessor::Row HookEventProcessor::rowOf(const QString &name)
 {
     using Self = HookEventProcessor;
     static const QHash<QString, Row> rows{
-        {QStringLiteral("SessionStart"), {&Self::startSession, true}},
-        {QStringLiteral("UserPromptSubmit"), {&Self::submitPrompt, true}},
+        {QStringLiteral("SessionStart"), {&Self::startSession, true, true}},
+        {QStringLiteral("UserPromptSubmit"), {&Self::submitPrompt, true, true}},
         {QStringLiteral("PreToolUse"), {&Self::useTool, true}},
         {QStringLiteral("PostToolUse"), {&Self::endTool}},
         {QStringLiteral("PostToolUseFailure"), {&Self::failTool}},
@@ -103,7 +107,7 @@ void HookEventProcessor::startSession(const Event &event)
 void HookEventProcessor::submitPrompt(const Event &event)
 {
     m_sessions.setState(event.session(), BotState::thinking);
-    setOutcome(event.pill(), {});
+    m_failedTool.session.reset();
     appendOpening(event, event.text("prompt"));
     showOverview();
 }
@@ -112,20 +116,27 @@ void HookEventProcessor::useTool(const Event &event)
 {
     const QString tool = event.tool();
     const auto input = Json::object(event.payload, QLatin1String("tool_input"));
-    m_sessions.setState(event.session(), BotState::working);
+    if (m_failedTool.session == event.session())
+        m_failedTool.session.reset();
+    goOn(event);
     appendStep(event, frenchStep(tool, input.value_or(QJsonObject())));
     m_context.writeLog(QStringLiteral("PreToolUse ") + tool);
 }
 
 void HookEventProcessor::endTool(const Event &event)
 {
-    m_sessions.setState(event.session(), BotState::working);
+    goOn(event);
 }
 
 void HookEventProcessor::failTool(const Event &event)
 {
-    m_sessions.setState(event.session(), BotState::working);
+    if (event.payload.value(QLatin1String("is_interrupt")).toBool() && !event.isSubagents()) {
+        rest(event.session());
+        return;
+    }
+    goOn(event);
     const QString error = plainText(event.text("error"));
+    m_failedTool = {event.session(), error};
     const QString failed = QStringLiteral("⚠ failed");
     appendStep(event, error.isEmpty() ? failed : failed + QStringLiteral(" · ") + error);
 }
@@ -156,11 +167,10 @@ void HookEventProcessor::notify(const Event &event)
 void HookEventProcessor::stop(const Event &event)
 {
     m_sessions.setState(event.session(), BotState::finished);
-    setOutcome(event.pill(),
-               event.firstText({"last_assistant_message", "prompt_response", "message"}));
+    const QString words = event.firstText({"last_assistant_message", "prompt_response", "message"});
     appendOpening(event, event.text("message"));
     m_context.sound.play(QStringLiteral("finish"));
-    showEnd(event, IslandView::finished, PillBadge::finished);
+    showEnd(event, IslandView::finished, words == noResponse ? QString() : words);
 
     m_sessions.after(event.session(), finishedSeconds,
                      [this, session = event.session(), isExternal = event.route.isExternal()] {
@@ -174,15 +184,26 @@ void HookEventProcessor::stop(const Event &event)
 void HookEventProcessor::fail(const Event &event)
 {
     // A subagent's failure is one step of the turn, which goes on.
-    if (!event.text("agent_id").isEmpty()) {
+    if (event.isSubagents()) {
         appendStep(event, QStringLiteral("• subagent failed"));
         return;
     }
     const bool isLimited = event.text("error") == QLatin1String("rate_limit");
     m_sessions.setState(event.session(), isLimited ? BotState::ratelimit : BotState::error);
-    setOutcome(event.pill(), event.firstText({"last_assistant_message", "error"}));
     m_context.sound.play(isLimited ? QStringLiteral("rate") : QStringLiteral("error"));
-    showEnd(event, IslandView::error, PillBadge::error);
+    showEnd(event, IslandView::error, failureOf(event));
+}
+
+/// The agent's own words for what went wrong, else those of the tool that failed last, else the
+/// name of the error where that says anything.
+QString HookEventProcessor::failureOf(const Event &event) const
+{
+    if (QString words = event.text("last_assistant_message"); !words.isEmpty())
+        return words;
+    if (m_failedTool.session == event.session() && !m_failedTool.error.isEmpty())
+        return m_failedTool.error;
+    const QString name = event.text("error");
+    return name == QLatin1String("unknown") ? QString() : QString(name).replace(u'_', u' ');
 }
 
 void HookEventProcessor::interrupt(const Event &event)
@@ -194,12 +215,15 @@ void HookEventProcessor::interrupt(const Event &event)
 void HookEventProcessor::endSession(const Event &event)
 {
     m_tasks.activeSessionId.reset();
+    m_sessions.sayGoodbye(event.session());
     // The agent goes on at once, with a new session.
     if (event.text("reason") == QLatin1String("clear")) {
         rest(event.session());
         m_cleared = event.session();
-        m_sessions.after(event.session(), clearedSeconds,
-                         [this, session = event.session()] { m_sessions.end(session); });
+        m_sessions.after(event.session(), clearedSeconds, [this, session = event.session()] {
+            m_cleared.reset();
+            m_sessions.end(session);
+        });
         return;
     }
     m_sessions.end(event.session());
@@ -223,11 +247,7 @@ void HookEventProcessor::stopSubagent(const Event &event)
 void HookEventProcessor::activate(const Event &event)
 {
     m_tasks.activeSessionId = event.origin.sessionId;
-    // What it had finished is past, and the card would show the new step.
-    if (event.isFocus) {
-        m_context.island.leave(IslandView::finished);
-        m_context.island.leave(IslandView::error);
-    }
+    leaveEnd(event);
     if (event.route.isExternal())
         m_tasks.upsertExternalAgent(event.pill(), *event.route.externalAgent);
     else
@@ -240,12 +260,33 @@ void HookEventProcessor::showOverview()
         m_tasks.expandIfNeeded(IslandView::overview);
 }
 
-void HookEventProcessor::showEnd(const Event &event, IslandView view, PillBadge badge)
+void HookEventProcessor::showEnd(const Event &event, IslandView view, const QString &outcome)
 {
+    setOutcome(event.pill(), outcome);
+    m_ended.insert(event.pill(), event.origin.sessionId);
     if (event.isFocus)
         m_tasks.expandIfNeeded(view);
-    else
-        m_tasks.setPillBadge(event.pill(), badge);
+}
+
+/// A session that goes on takes the end of its last turn with it. Its subagents may go on by
+/// themselves.
+void HookEventProcessor::leaveEnd(const Event &event)
+{
+    if (event.isSubagents() || m_ended.value(event.pill()) != event.origin.sessionId)
+        return;
+    m_ended.remove(event.pill());
+    setOutcome(event.pill(), {});
+    if (event.isFocus) {
+        m_context.island.leave(IslandView::finished);
+        m_context.island.leave(IslandView::error);
+    }
+}
+
+/// The session works. A subagent that outlives the turn does not make it go on.
+void HookEventProcessor::goOn(const Event &event)
+{
+    if (!event.isSubagents() || m_sessions.stateOf(event.session()) != BotState::finished)
+        m_sessions.setState(event.session(), BotState::working);
 }
 
 /// Shows, without a card, that the agent asks where it runs.
@@ -253,8 +294,6 @@ void HookEventProcessor::waitInTerminal(const Event &event)
 {
     m_sessions.setState(event.session(), BotState::approval);
     appendStep(event, SessionBook::waitingStep);
-    if (!event.isFocus)
-        m_tasks.setPillBadge(event.pill(), PillBadge::approval);
 }
 
 /// Keeps what the turn came to, for the card that tells of its end.
@@ -300,7 +339,6 @@ void HookEventProcessor::rest(const SessionKey &session)
 {
     m_sessions.moveOn(session);
     m_sessions.setState(session, BotState::idle);
-    m_tasks.clearPillBadge(session.pill);
 }
 
 /// Ends a session that could not say so itself.

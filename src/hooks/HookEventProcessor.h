@@ -7,6 +7,7 @@
 #include "core/model/AgentTask.h"
 #include "core/model/IslandView.h"
 
+#include <QHash>
 #include <QJsonObject>
 #include <QObject>
 
@@ -40,15 +41,20 @@ private:
         /// The first of these that is there and not empty.
         [[nodiscard]] QString firstText(std::initializer_list<const char *> keys) const;
         [[nodiscard]] QString tool() const;
+        /// It is a subagent's, whose turn is not the session's.
+        [[nodiscard]] bool isSubagents() const { return !text("agent_id").isEmpty(); }
     };
     struct Row
     {
         void (HookEventProcessor::*handle)(const Event &);
         /// It shows that the session is alive, so that its pill has to be there.
         bool opens = false;
+        /// It is how a session starts, or starts anew.
+        bool begins = false;
     };
 
     [[nodiscard]] static Row rowOf(const QString &name);
+    [[nodiscard]] QString failureOf(const Event &event) const;
 
     void startSession(const Event &event);
     void submitPrompt(const Event &event);
@@ -67,8 +73,10 @@ private:
     /// Makes the session the active one and sees that its pill is there.
     void activate(const Event &event);
     void showOverview();
-    /// Opens the island on the end of a turn if its pill is in focus, else marks the pill.
-    void showEnd(const Event &event, IslandView view, PillBadge badge);
+    /// Keeps what the turn came to, and opens the island on it if its pill is in focus.
+    void showEnd(const Event &event, IslandView view, const QString &outcome);
+    void leaveEnd(const Event &event);
+    void goOn(const Event &event);
     void waitInTerminal(const Event &event);
     void setOutcome(const QString &pill, const QString &markdown);
     void appendStep(const Event &event, const QString &step);
@@ -82,8 +90,16 @@ private:
     SessionBook &m_sessions;
     ApprovalDesk &m_desk;
     InterruptWatch m_interrupts;
-    /// The last session that was cleared, until another starts.
+    /// The session that was cleared a moment ago.
     std::optional<SessionKey> m_cleared;
+    /// By pill, the session whose turn was the last to end, until it goes on.
+    QHash<QString, QString> m_ended;
+    /// The last tool that failed, until its session goes on to another.
+    struct
+    {
+        std::optional<SessionKey> session;
+        QString error;
+    } m_failedTool;
 };
 
 } // namespace tirlo

@@ -68,8 +68,9 @@ const AgentDefinition *agentHostedIn(const HookOrigin &origin)
 HookOrigin HookOrigin::of(const QJsonObject &payload)
 {
     HookOrigin origin;
-    origin.sessionId = textOr(payload, "session_id",
-                              textOr(payload, "conversation_id", QStringLiteral("unknown")));
+    origin.sessionId
+        = textOr(payload, "session_id",
+                 textOr(payload, "conversation_id", QString(HookOrigin::unknownSession)));
     origin.cwd = textOr(payload, "cwd");
     origin.projectName = projectNameOf(origin.cwd);
     origin.agentTag = textOr(payload, "tirlo_agent");

@@ -12,7 +12,10 @@ namespace tirlo {
 /// Where a hook comes from, as its payload says; what is absent or of another type has a default.
 struct HookOrigin
 {
-    /// "unknown" by default.
+    /// Of a session that has no name.
+    static constexpr QLatin1String unknownSession{"unknown"};
+
+    /// unknownSession by default.
     QString sessionId;
     QString cwd;
     /// Shown name of the project, from the working directory; "Session" by default.

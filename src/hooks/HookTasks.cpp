@@ -31,7 +31,9 @@ void HookTasks::upsertWorkspaceTask(const QString &id, const QString &projectNam
                                     const QString &cwd)
 {
     const bool exists = m_state.editTask(id, [&](AgentTask &task) {
-        task.name = projectName;
+        // Those that are there give it its name.
+        if (task.sessions.isEmpty())
+            task.name = projectName;
         if (!cwd.isEmpty())
             task.sessionCwd = cwd;
     });
@@ -69,16 +71,6 @@ void HookTasks::appendStep(const QString &id, const QString &step)
             task.steps.removeFirst();
         task.stepIndex = task.steps.size() - 1;
     });
-}
-
-void HookTasks::setPillBadge(const QString &id, PillBadge badge)
-{
-    m_state.editTask(id, [badge](AgentTask &task) { task.pillBadge = badge; });
-}
-
-void HookTasks::clearPillBadge(const QString &id)
-{
-    m_state.editTask(id, [](AgentTask &task) { task.pillBadge.reset(); });
 }
 
 void HookTasks::expandIfNeeded(IslandView view)

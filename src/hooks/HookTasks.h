@@ -32,9 +32,6 @@ public:
     /// Appends a step, of which the 20 most recent are kept, and shows it.
     void appendStep(const QString &id, const QString &step);
 
-    void setPillBadge(const QString &id, PillBadge badge);
-    void clearPillBadge(const QString &id);
-
     /// Asks for the island to open on the view when that is urgent, else to show at least the
     /// compact one; an approval on show is never replaced.
     void expandIfNeeded(IslandView view);

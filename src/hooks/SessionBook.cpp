@@ -48,14 +48,38 @@ int rank(BotState state)
     return 6;
 }
 
+std::optional<PillBadge> badgeOf(BotState state)
+{
+    switch (state) {
+    case BotState::approval:
+    case BotState::question:
+        return PillBadge::approval;
+    case BotState::error:
+    case BotState::ratelimit:
+        return PillBadge::error;
+    case BotState::finished:
+        return PillBadge::finished;
+    default:
+        return std::nullopt;
+    }
+}
+
+template<typename Item>
+void remember(QList<Item> &last, const Item &item)
+{
+    if (!last.contains(item))
+        last.append(item);
+    if (last.size() > mostPast)
+        last.removeFirst();
+}
+
 constexpr auto idOf = [](const auto &record) -> const QString & { return record.shown.id; };
 
 } // namespace
 
 bool SessionBook::Record::mayBeInterrupted() const
 {
-    return !transcript.isEmpty()
-        && (shown.waitsInTerminal || rank(shown.state) == rank(BotState::working));
+    return !transcript.isEmpty() && (asks() || rank(shown.state) == rank(BotState::working));
 }
 
 bool SessionBook::Record::asks() const
@@ -78,9 +102,27 @@ SessionBook::SessionBook(AppState &state, MainQueue &queue, ProcessWatch &proces
 {
 }
 
-bool SessionBook::isPast(const HookOrigin &origin) const
+bool SessionBook::isPast(const HookRoute &route, const HookOrigin &origin) const
 {
-    return origin.process && m_past.contains(*origin.process);
+    return (origin.process && m_past.contains(*origin.process))
+        || m_goodbyes.contains(SessionKey{route.pillId, origin.sessionId});
+}
+
+void SessionBook::sayGoodbye(const SessionKey &key)
+{
+    if (key.id != HookOrigin::unknownSession)
+        remember(m_goodbyes, key);
+}
+
+void SessionBook::greet(const SessionKey &key)
+{
+    m_goodbyes.removeOne(key);
+}
+
+BotState SessionBook::stateOf(const SessionKey &key) const
+{
+    const Record *record = find(key);
+    return record ? record->state : BotState::idle;
 }
 
 void SessionBook::hear(const HookRoute &route, const HookOrigin &origin)
@@ -196,7 +238,8 @@ std::vector<SessionBook::QuietWorker> SessionBook::quietWorkers(double seconds) 
     std::vector<QuietWorker> quiet;
     for (const auto &[pillId, pill] : m_pills) {
         for (const Record &record : pill.sessions) {
-            if (record.mayBeInterrupted() && m_queue.mediaTime() - record.heard >= seconds)
+            if (record.mayBeInterrupted() && !hasCard(pillId, record)
+                && m_queue.mediaTime() - record.heard >= seconds)
                 quiet.push_back({{pillId, record.shown.id}, record.transcript, record.heardAt});
         }
     }
@@ -246,10 +289,7 @@ void SessionBook::follow(const SessionKey &key, Record &record,
     if (std::exchange(record.isFollowed, true))
         return;
     record.watch = m_processes.watch(*process, [this, key, ended = *process] {
-        if (!m_past.contains(ended))
-            m_past.append(ended);
-        if (m_past.size() > mostPast)
-            m_past.removeFirst();
+        remember(m_past, ended);
         if (processEnded)
             processEnded(key);
     });
@@ -258,7 +298,8 @@ void SessionBook::follow(const SessionKey &key, Record &record,
 /// Gives the pill in the store what its sessions make of it.
 void SessionBook::publish(const QString &pillId)
 {
-    Records &sessions = m_pills.at(pillId).sessions;
+    Pill &pill = m_pills.at(pillId);
+    Records &sessions = pill.sessions;
     QList<AgentSession> shown;
     for (Record &record : sessions) {
         const BotState state = record.asked ? BotState::approval : record.state;
@@ -278,7 +319,30 @@ void SessionBook::publish(const QString &pillId)
                 edited.sessionCwd = lead.cwd;
         });
     }
+    followBadge(pillId, pill);
     tellApart();
+    if (changed)
+        changed();
+}
+
+/// Marks a pill that is not in focus once its most urgent session has something to say, and takes
+/// the mark off with the reason for it. What the user has looked at is not marked again.
+void SessionBook::followBadge(const QString &pillId, Pill &pill)
+{
+    const auto badge = badgeOf(leadOf(pill.sessions).shown.state);
+    if (std::exchange(pill.badge, badge) == badge)
+        return;
+    const bool isFocus = m_state.focusId.value() == pillId;
+    m_state.editTask(pillId, [shown = isFocus ? std::nullopt : badge](AgentTask &task) {
+        task.pillBadge = shown;
+    });
+}
+
+/// Whether the session's request is on show here.
+bool SessionBook::hasCard(const QString &pillId, const Record &record) const
+{
+    const std::optional<ApprovalInfo> &request = m_state.pendingApproval.value();
+    return request && request->pillId == pillId && request->sessionId == record.shown.id;
 }
 
 /// The session that its pill shows: the most urgent one, of several the one heard of last.

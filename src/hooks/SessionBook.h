@@ -2,6 +2,7 @@
 
 #include "HookRouting.h"
 #include "core/model/AgentSession.h"
+#include "core/model/AgentTask.h"
 #include "platform/MainQueue.h"
 #include "platform/ProcessWatch.h"
 
@@ -31,8 +32,11 @@ struct SessionKey
 struct AskedCall
 {
     QString tool;
-    /// Canonical text of the tool's input.
+    /// Canonical text of the tool's input, without what comes and goes between a request and the
+    /// call's end.
     QString inputKey;
+    /// The subagent that asked; "" for the session itself.
+    QString agentId;
 
     bool operator==(const AskedCall &) const = default;
 };
@@ -61,9 +65,11 @@ public:
 
     /// Is told of a session whose process has ended; end() then belongs to it.
     std::function<void(const SessionKey &)> processEnded;
+    /// Is told after something about a session has changed.
+    std::function<void()> changed;
 
-    /// True for what was still under way when its process ended.
-    [[nodiscard]] bool isPast(const HookOrigin &origin) const;
+    /// True for what was still under way when its session or its process ended.
+    [[nodiscard]] bool isPast(const HookRoute &route, const HookOrigin &origin) const;
 
     /// Takes down that the session is there and did something; a pill has to be there for it.
     void hear(const HookRoute &route, const HookOrigin &origin);
@@ -73,6 +79,12 @@ public:
     void setState(const SessionKey &key, BotState state);
     void setStep(const SessionKey &key, const QString &step);
     void end(const SessionKey &key);
+    /// Takes down that the session has said goodbye: until it starts anew, what still comes of it
+    /// isPast().
+    void sayGoodbye(const SessionKey &key);
+    void greet(const SessionKey &key);
+    /// What the session does apart from asking in its terminal; idle without one.
+    [[nodiscard]] BotState stateOf(const SessionKey &key) const;
 
     /// Does the work after so many seconds, unless the session's state changes or it ends before.
     void after(const SessionKey &key, double seconds, std::function<void()> work);
@@ -116,6 +128,8 @@ private:
     {
         Records sessions;
         bool isExternal = false;
+        /// What its most urgent session makes of it while it is not in focus.
+        std::optional<PillBadge> badge;
     };
 
     [[nodiscard]] const Record *find(const SessionKey &key) const;
@@ -123,6 +137,8 @@ private:
     void makeRoom(Records &sessions);
     void follow(const SessionKey &key, Record &record, const std::optional<ProcessId> &process);
     void publish(const QString &pillId);
+    [[nodiscard]] bool hasCard(const QString &pillId, const Record &record) const;
+    void followBadge(const QString &pillId, Pill &pill);
     [[nodiscard]] static const Record &leadOf(const Records &sessions);
     void tellApart();
     void restLater();
@@ -134,8 +150,9 @@ private:
     MainQueue &m_queue;
     ProcessWatch &m_processes;
     std::map<QString, Pill> m_pills;
-    /// Processes that have ended, the last ones.
+    /// Processes that have ended and sessions that have said so, the last ones.
     QList<ProcessId> m_past;
+    QList<SessionKey> m_goodbyes;
     WorkItem m_resting;
 };
 

@@ -3,9 +3,12 @@
 #include "Style.h"
 #include "core/HiddenMarks.h"
 
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+
+#include <utility>
 
 namespace tirlo {
 
@@ -13,22 +16,62 @@ namespace {
 
 constexpr double documentMargin = 4;
 
-/// Links come in a colour for white paper.
-void tintLinks(const QTextBlock &block)
+/// What a link or a picture says besides its words: where it leads to, and its title.
+QString hiddenWordsOf(const QTextFragment &piece)
 {
-    QList<std::pair<int, int>> links;
+    const QTextCharFormat format = piece.charFormat();
+    QStringList words;
+    if (format.isImageFormat())
+        words
+            = {format.property(QTextFormat::ImageAltText).toString(), format.toImageFormat().name(),
+               format.property(QTextFormat::ImageTitle).toString()};
+    else if (format.isAnchor() && format.anchorHref() != piece.text())
+        words = {format.anchorHref(), format.toolTip()};
+    words.removeAll(QString());
+    return words.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(words.join(u' '));
+}
+
+/// Links come in a colour for white paper, and nothing that they or pictures hold stays unseen.
+void showLinks(const QTextBlock &block)
+{
+    struct Link
+    {
+        int begin;
+        int end;
+        QString hidden;
+    };
+    QList<Link> links;
     for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
-        if (piece.fragment().charFormat().isAnchor())
-            links.append({piece.fragment().position(), piece.fragment().length()});
+        const QTextFragment text = piece.fragment();
+        if (text.charFormat().isAnchor() || text.charFormat().isImageFormat())
+            links.prepend({text.position(), text.position() + text.length(), hiddenWordsOf(text)});
     }
     QTextCharFormat tint;
     tint.setForeground(Style::link);
-    for (const auto &[position, length] : links) {
+    for (const Link &link : std::as_const(links)) {
         QTextCursor cursor(block);
-        cursor.setPosition(position);
-        cursor.setPosition(position + length, QTextCursor::KeepAnchor);
+        cursor.setPosition(link.end);
+        cursor.insertText(link.hidden, QTextCharFormat());
+        cursor.setPosition(link.begin);
+        cursor.setPosition(link.end, QTextCursor::KeepAnchor);
         cursor.mergeCharFormat(tint);
     }
+}
+
+/// Markdown with its link definitions as text, since they would not be seen otherwise.
+QString withoutDefinitions(const QString &markdown)
+{
+    static const QRegularExpression definition(QStringLiteral("^ {0,3}\\[[^\\]]+\\]:"));
+    static const QRegularExpression fence(QStringLiteral("^ {0,3}(```|~~~)"));
+    QStringList lines = markdown.split(u'\n');
+    bool isCode = false;
+    for (QString &line : lines) {
+        if (fence.match(line).hasMatch())
+            isCode = !isCode;
+        else if (!isCode && definition.match(line).hasMatch())
+            line.insert(line.indexOf(u'['), u'\\');
+    }
+    return lines.join(u'\n');
 }
 
 } // namespace
@@ -45,11 +88,11 @@ MarkdownText::MarkdownText(QWidget *parent)
 
 void MarkdownText::showMarkdown(const QString &markdown)
 {
-    document()->setMarkdown(withoutHiddenMarks(markdown),
+    document()->setMarkdown(withoutDefinitions(withoutHiddenMarks(markdown)),
                             QTextDocument::MarkdownFeatures(QTextDocument::MarkdownDialectGitHub)
                                 | QTextDocument::MarkdownNoHTML);
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
-        tintLinks(block);
+        showLinks(block);
     moveCursor(QTextCursor::Start);
 }
 

@@ -20,7 +20,7 @@ constexpr auto codexRequest = R"({"session_id":"c","tirlo_agent":"codex","cwd":"
 struct ApprovalDeskTest : HookFixture
 {
     /// Hands a request in; the result is the agent's side of its connection.
-    Peer ask(const char *payload = request)
+    Peer ask(const QByteArray &payload = request)
     {
         auto [peer, connection] = Peer::pair();
         desk.processPermissionRequest(std::move(connection), json(payload));
@@ -62,6 +62,7 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
                   .tool = u"Bash"_s,
                   .inputKey = QStringLiteral(R"({"command":"ls","n":1})"),
                   .pillId = u"integration_claude"_s,
+                  .folder = u"P"_s,
                   .input = {{u"command"_s, u"ls"_s}, {u"n"_s, 1}},
                   .content = {.title = u"Run a command"_s,
                               .kind = RequestContent::Kind::command,
@@ -85,6 +86,7 @@ TEST_F(ApprovalDeskTest, RequestGoesOnShow)
                             .tool = u"Tool"_s,
                             .inputKey = {},
                             .pillId = u"integration_claude"_s,
+                            .folder = u"Session"_s,
                             .content = {.title = u"Tool"_s, .text = u"tool_input: ls"_s}}));
 }
 
@@ -229,6 +231,8 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingSession)
         EXPECT_TRUE(settles(event, "{}", "s"));
         EXPECT_FALSE(settles(event, "{}", "other"));
     }
+    for (const char *event : {"StopFailure", "SubagentStop"})
+        EXPECT_FALSE(settles(event, R"({"agent_id":"a1"})", "s")) << "it is a subagent's end";
     constexpr auto sameCall = R"({"tool_name":"Bash","tool_input":{"n":1,"command":"ls"}})";
     for (const char *event : {"PostToolUse", "PostToolUseFailure"}) {
         EXPECT_TRUE(settles(event, sameCall, "s"));
@@ -240,6 +244,48 @@ TEST_F(ApprovalDeskTest, OnlyWhatShowsAnAnswerMovesAWaitingSession)
     EXPECT_FALSE(settles("PreToolUse", sameCall, "s"));
     desk.sendApprovalDecision({Decision::deny});
     EXPECT_TRUE(desk.admits(u"PreToolUse"_s, claude, {}, {}));
+}
+
+TEST_F(ApprovalDeskTest, ACallIsKnownAgainAtItsEnd)
+{
+    // As agents tell of them: what was added for the user, what the user has added, who asked.
+    const struct
+    {
+        const char *asked;
+        const char *ended;
+        bool isSame;
+    } rows[] = {
+        {R"("tool_name":"Bash","tool_input":{"command":"touch a","description":"must write"})",
+         R"("tool_name":"Bash","tool_input":{"command":"touch a"})", true},
+        {R"("tool_name":"AskUserQuestion","tool_input":{"questions":[{"question":"Q?"}]})",
+         R"("tool_name":"AskUserQuestion",
+            "tool_input":{"questions":[{"question":"Q?"}],"answers":{"Q?":"A"}})",
+         true},
+        {R"("agent_id":"a1","tool_name":"Bash","tool_input":{"command":"ls"})",
+         R"("agent_id":"a1","tool_name":"Bash","tool_input":{"command":"ls"})", true},
+        {R"("agent_id":"a1","tool_name":"Bash","tool_input":{"command":"ls"})",
+         R"("tool_name":"Bash","tool_input":{"command":"ls"})", false},
+    };
+    const HookRoute claude{u"integration_claude"_s, {}, u"VS Code"_s};
+    HookOrigin origin;
+    origin.sessionId = u"s"_s;
+    for (const auto &row : rows) {
+        const QByteArray head = R"({"session_id":"s","term_program":"vscode",)";
+        for (const bool inTerminal : {false, true}) {
+            const Peer peer = ask(head + row.asked + '}');
+            if (inTerminal)
+                desk.sendApprovalDecision({Decision::ask});
+            EXPECT_EQ(desk.admits(u"PostToolUse"_s, claude, origin, json(head + row.ended + '}')),
+                      row.isSame)
+                << row.ended;
+            sessions.end({claude.pillId, origin.sessionId});
+            state.pendingApproval = std::nullopt;
+        }
+    }
+    // The end of the session's turn leaves what its subagent asks.
+    const Peer peer = ask(R"({"session_id":"s","term_program":"vscode","agent_id":"a1"})");
+    EXPECT_FALSE(desk.admits(u"Stop"_s, claude, origin, {}));
+    EXPECT_TRUE(desk.admits(u"SubagentStop"_s, claude, origin, json(R"({"agent_id":"a1"})")));
 }
 
 TEST_F(ApprovalDeskTest, ASessionWaitsInItsTerminalUntilItMovesOn)
@@ -255,6 +301,7 @@ TEST_F(ApprovalDeskTest, ASessionWaitsInItsTerminalUntilItMovesOn)
         bool movesOn;
     } rows[] = {
         {"Notification", R"({"message":"Claude needs your permission"})", false},
+        {"Notification", R"({"notification_type":"idle_prompt"})", true},
         {"PostToolUse", R"({"tool_name":"Bash","tool_input":{"command":"pwd"}})", false},
         {"PreToolUse", R"({"tool_name":"Read","agent_id":"a1"})", false},
         {"PostToolUse", sameCall, true},

@@ -4,6 +4,7 @@
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookTasks.h"
 #include "hooks/ThreadGroup.h"
+#include "support/Files.h"
 
 namespace tirlo {
 namespace {
@@ -11,7 +12,7 @@ namespace {
 struct HookEventProcessorTest : HookFixture
 {
     /// An event of VS Code's session "session-1" unless the payload says otherwise.
-    void process(const char *name, const char *payload = "{}")
+    void process(const char *name, const QByteArray &payload = "{}")
     {
         QJsonObject whole = json(R"({"session_id":"session-1","term_program":"vscode",
                                      "cwd":"/w/Project"})");
@@ -100,12 +101,22 @@ TEST_F(HookEventProcessorTest, ATurnEndsInTheAgentsOwnWords)
         process(event, payload);
         return task("integration_claude").outcome;
     };
+    process("Stop", R"({"last_assistant_message":"Early"})");
     EXPECT_EQ(outcomeOf("Stop", R"({"last_assistant_message":"It **works**."})"), "It works.");
     EXPECT_EQ(outcomeOf("Stop", R"({"prompt_response":"Done"})"), "Done");
     EXPECT_EQ(outcomeOf("Stop", R"({"last_assistant_message":[1]})"), "");
     EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"unknown","last_assistant_message":"API 400"})"),
               "API 400");
-    EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"server_error"})"), "server_error");
+    EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"server_error"})"), "server error");
+    EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"unknown"})"), "");
+    EXPECT_EQ(outcomeOf("Stop", R"({"prompt_response":"[no response text]"})"), "");
+    process("PostToolUseFailure", R"({"error":"No such file"})");
+    process("StopFailure", R"({"error":"unknown"})");
+    EXPECT_EQ(task("integration_claude").outcome, "No such file");
+
+    // Another session of the pill leaves it.
+    process("UserPromptSubmit", R"({"session_id":"b"})");
+    EXPECT_EQ(task("integration_claude").outcome, "No such file");
 }
 
 TEST_F(HookEventProcessorTest, WritesWhatItDoesToTheLog)
@@ -202,7 +213,14 @@ TEST_F(HookEventProcessorTest, ACardOfATurnsEndGoesWhenItsSessionMovesOn)
     const char *codex = R"({"tirlo_agent":"codex"})";
     for (const char *event : {"SessionStart", "UserPromptSubmit", "PreToolUse"}) {
         SCOPED_TRACE(event);
+        process("Stop");
+        for (const char *other : {R"({"session_id":"b"})", R"({"agent_id":"a1"})"})
+            EXPECT_EQ(viewAfter(event, IslandView::finished, other), IslandView::finished);
+        EXPECT_EQ(task("integration_claude").sessions.first().state == BotState::finished,
+                  event != QByteArray("UserPromptSubmit"))
+            << "a subagent outlives the turn";
         EXPECT_EQ(viewAfter(event, IslandView::finished), IslandView::overview);
+        process("StopFailure");
         EXPECT_EQ(viewAfter(event, IslandView::error), IslandView::overview);
         EXPECT_EQ(viewAfter(event, IslandView::finished, codex), IslandView::finished);
         EXPECT_EQ(viewAfter(event, IslandView::prompt), IslandView::prompt);
@@ -225,6 +243,75 @@ TEST_F(HookEventProcessorTest, OneSessionsEndLeavesTheOther)
     EXPECT_TRUE(state.pendingApproval.value());
     EXPECT_EQ(task("integration_claude").state, BotState::approval);
     EXPECT_EQ(task("integration_claude").sessions.size(), 1);
+}
+
+TEST_F(HookEventProcessorTest, APillIsMarkedWhileItHasAReason)
+{
+    // Of two sessions of a pill that is not in focus.
+    const struct
+    {
+        const char *event;
+        const char *session;
+        const char *payload;
+        std::optional<PillBadge> badge;
+    } rows[] = {
+        {"Notification", "a", R"("notification_type":"ToolPermission")", PillBadge::approval},
+        {"PostToolUse", "a", "", std::nullopt},
+        {"StopFailure", "a", "", PillBadge::error},
+        {"UserPromptSubmit", "a", "", std::nullopt},
+        {"Notification", "b", R"("notification_type":"ToolPermission")", PillBadge::approval},
+        {"Stop", "a", "", PillBadge::approval},
+        {"", "", "", PillBadge::approval},
+        {"PostToolUseFailure", "b", R"("is_interrupt":true)", std::nullopt},
+    };
+    for (const char *id : {"a", "b"})
+        process("SessionStart",
+                QByteArray(R"({"tirlo_agent":"codex","session_id":")") + id + "\"}");
+    for (const auto &row : rows) {
+        QByteArray payload = R"({"tirlo_agent":"codex","session_id":")";
+        payload += QByteArray(row.session) + '"' + (*row.payload ? "," : "") + row.payload + '}';
+        process(row.event, payload);
+        if (!*row.event)
+            queue.advance(6);
+        EXPECT_EQ(task("agent_codex").pillBadge, row.badge) << row.event << row.session;
+    }
+}
+
+TEST_F(HookEventProcessorTest, WhatComesAfterAGoodbyeIsNotHeard)
+{
+    process("PreToolUse");
+    process("SessionEnd", R"({"reason":"other"})");
+    process("PostToolUse");
+    EXPECT_TRUE(task("integration_claude").sessions.isEmpty());
+    EXPECT_EQ(task("integration_claude").state, BotState::idle);
+    process("SessionStart", R"({"source":"resume"})");
+    EXPECT_EQ(task("integration_claude").sessions.size(), 1);
+}
+
+TEST_F(HookEventProcessorTest, AnInterruptIsNoticedAfterACard)
+{
+    queue.setWallClock(QDateTime::currentDateTime().addSecs(-600));
+    const QString transcript = home.filePath(u"t.jsonl"_s);
+    writeFile(transcript,
+              R"({"type":"user","message":{"content":"[Request interrupted by user]"}})");
+    const QByteArray payload
+        = R"({"session_id":"session-1","term_program":"vscode","transcript_path":")"
+        + transcript.toUtf8() + "\"}";
+    for (const bool isAnswered : {true, false}) {
+        process("PreToolUse", payload);
+        auto [peer, connection] = Peer::pair();
+        desk.processPermissionRequest(std::move(connection), json(payload));
+        queue.advance(20);
+        QTest::qWait(20);
+        queue.drain();
+        EXPECT_TRUE(state.pendingApproval.value()) << "it still asks here";
+        if (isAnswered)
+            desk.sendApprovalDecision({Decision::allow});
+        else
+            queue.advance(116);
+        queue.advance(5);
+        EXPECT_TRUE(eventually([&] { return task("integration_claude").state == BotState::idle; }));
+    }
 }
 
 TEST_F(HookEventProcessorTest, AClearedSessionHandsItsPillOn)

@@ -12,7 +12,7 @@
 
 namespace tirlo {
 
-inline QJsonObject json(const char *text)
+inline QJsonObject json(const QByteArray &text)
 {
     return QJsonDocument::fromJson(text).object();
 }

@@ -100,8 +100,8 @@ TEST_F(SessionBookTest, ASilentSessionComesToRest)
     hear(u"a"_s, u"P"_s, u"agent_codex"_s, process);
     const SessionKey lost = hear(u"l"_s, u"P"_s, u"agent_cursor"_s);
     book.setState(worker, working);
-    book.fallBack(asker, {u"Bash"_s, {}});
-    book.fallBack(lost, {u"Bash"_s, {}});
+    book.fallBack(asker, {u"Bash"_s, {}, {}});
+    book.fallBack(lost, {u"Bash"_s, {}, {}});
     queue.advance(599);
     EXPECT_EQ(claude().state, working);
     hear(u"w"_s);
@@ -142,9 +142,9 @@ TEST_F(SessionBookTest, AKilledAgentEndsItsSessions)
     // What it had still sent comes late; its number may come anew.
     HookOrigin late;
     late.process = agent;
-    EXPECT_TRUE(book.isPast(late));
+    EXPECT_TRUE(book.isPast({}, late));
     ++late.process->start;
-    EXPECT_FALSE(book.isPast(late));
+    EXPECT_FALSE(book.isPast({}, late));
 }
 
 TEST_F(SessionBookTest, PillsOfTheSameFolderTellTheirAgent)

@@ -80,12 +80,18 @@ TEST_F(ApprovalViewTest, ItShowsAllOfTheRequestAndGrowsOnlyAsFarAsItMust)
     }
 
     QString plan
-        = "# Plan\n<b>raw</b> ![](http://127.0.0.1:9/x.png)\n" + QString("- step\n").repeated(200);
+        = "# Plan\n<b>raw</b> ![p](http://127.0.0.1:9/x.png) [docs](http://127.0.0.1:9/d)\n\n"
+          "[//]: # (also rm)\n\n"
+        + QString("- step\n").repeated(200);
     ask({.title = "Approve a plan", .kind = Kind::plan, .text = plan});
     EXPECT_EQ(visibleButtons(), (QStringList{"Keep planning", "Approve plan"}));
     auto *rendered = root->findChild<MarkdownText *>();
     EXPECT_TRUE(rendered->isVisible());
     EXPECT_TRUE(rendered->toPlainText().startsWith("Plan\n<b>raw</b>"));
+    for (const char *hidden :
+         {"(p http://127.0.0.1:9/x.png)", "docs (http://127.0.0.1:9/d)", "[//]: # (also rm)"})
+        EXPECT_TRUE(rendered->toPlainText().contains(hidden))
+            << hidden << rendered->toPlainText().left(200).toStdString();
     plan = plan.repeated(200);
     ask({.title = "Approve a plan", .kind = Kind::plan, .text = plan});
     EXPECT_EQ(shownText(), plan) << "too long to be laid out: as it was written";
@@ -138,6 +144,20 @@ TEST_F(ApprovalViewTest, NothingIsAnsweredBeforeItHasBeenSeen)
         click("Allow");
     }
     EXPECT_TRUE(answers.isEmpty());
+}
+
+TEST_F(ApprovalViewTest, ItNamesWhoAsksWhateverIsInFocus)
+{
+    setTasks({task("integration_claude", "shop"), task("agent_codex", "harbour")});
+    ApprovalInfo request;
+    for (const auto &[folder, name] : {std::pair("shop", "shop"), {"api", "api"}}) {
+        request.folder = folder;
+        setApproval("ls", "integration_claude", request);
+        open(IslandView::approval);
+        state.focusId = "agent_codex";
+        EXPECT_TRUE(visibleTexts().contains(name)) << name;
+        EXPECT_FALSE(visibleTexts().contains("harbour"));
+    }
 }
 
 TEST_F(ApprovalViewTest, ADenialMaySayWhy)
@@ -200,7 +220,10 @@ TEST_F(QuestionViewTest, QuestionsAreAnsweredOneAfterTheOther)
     EXPECT_TRUE(visibleTexts().contains("Database · 1 of 3"));
     click("Postgres");
     EXPECT_TRUE(visibleTexts().contains("2 of 3"));
+    for (const char *unseen : {"Costs", "Back"})
+        click(unseen);
     queue.advance(2);
+    EXPECT_TRUE(visibleTexts().contains("2 of 3"));
     EXPECT_FALSE(button("Next")->isEnabled());
     click("Back");
     queue.advance(2);

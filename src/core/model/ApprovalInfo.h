@@ -84,6 +84,10 @@ struct ApprovalInfo
     QString inputKey = {};
     /// The task that asked.
     QString pillId = {};
+    /// The session's subagent that asked; "" for the session itself.
+    QString agentId = {};
+    /// Shown name of the folder that the session works in.
+    QString folder = {};
     /// The tool's input as it came, for an answer that goes back with it.
     QJsonObject input = {};
 

@@ -42,6 +42,7 @@ constexpr int leastOptionsHeight = 34;
 QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::cyan, parent)
     , m_context(context)
+    , m_who(new AgentWho(context.state, QStringLiteral("is asking a question")))
     , m_progress(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_question(DecisionCard::wrappedText(Style::bodySize, Style::primaryText))
     , m_options(new QScrollArea)
@@ -66,7 +67,7 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
 
     auto *head = new QHBoxLayout;
     head->setSpacing(Style::headSpacing);
-    head->addWidget(new AgentWho(m_context.state, QStringLiteral("is asking a question")));
+    head->addWidget(m_who);
     head->addStretch();
     head->addWidget(m_progress);
 
@@ -110,6 +111,7 @@ void QuestionView::followTask()
     const bool asks = task && task->state == BotState::question && !task->steps.isEmpty();
     if (!asks)
         return;
+    m_who->followFocus();
     m_question->setText(withoutHiddenMarks(task->steps.last()));
     m_progress->setLine({});
     showParts(false);
@@ -120,6 +122,7 @@ void QuestionView::showQuestion()
 {
     const AgentQuestion &question = m_request->questions.at(m_index);
     m_context.sight.showsAnother();
+    m_who->nameAsker(*m_request);
     const qsizetype count = m_request->questions.size();
     const QString place
         = count > 1 ? QStringLiteral("%1 of %2").arg(m_index + 1).arg(count) : QString();
@@ -160,11 +163,15 @@ void QuestionView::showOptions(const AgentQuestion &question)
     for (const AgentQuestion::Option &option : question.options) {
         auto *button
             = new OptionButton(option.label, option.description, question.multiSelect, list);
-        connect(button, &QAbstractButton::clicked, this, [this, label = option.label] {
-            if (m_request->questions.at(m_index).multiSelect)
+        connect(button, &QAbstractButton::clicked, this, [this, button, label = option.label] {
+            if (!m_request)
+                return;
+            if (!m_request->questions.at(m_index).multiSelect)
+                choose({label});
+            else if (m_context.sight.hasBeenSeen())
                 updateButtons();
             else
-                choose({label});
+                button->toggle();
         });
         column->addWidget(button);
         m_optionButtons.append(button);
@@ -224,7 +231,7 @@ void QuestionView::goOn()
 
 void QuestionView::goBack()
 {
-    if (m_index == 0 || !m_request)
+    if (m_index == 0 || !m_request || !m_context.sight.hasBeenSeen())
         return;
     --m_index;
     showQuestion();

@@ -13,6 +13,7 @@ class QScrollArea;
 
 namespace tirlo {
 
+class AgentWho;
 class CardField;
 class TextLabel;
 
@@ -49,6 +50,7 @@ private:
     /// By the question's text, as it goes back.
     QHash<QString, QStringList> m_answers;
 
+    AgentWho *m_who;
     TextLabel *m_progress;
     QLabel *m_question;
     QScrollArea *m_options;

@@ -78,7 +78,7 @@ QString badgeDescription(const std::optional<PillBadge> &badge)
         return {};
     switch (*badge) {
     case PillBadge::approval:
-        return QStringLiteral("needs permission");
+        return QStringLiteral("waits for you");
     case PillBadge::finished:
         return QStringLiteral("finished");
     case PillBadge::error:

@@ -12,6 +12,7 @@ namespace tirlo {
 
 AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     : QWidget(parent)
+    , m_state(state)
     , m_dot(new ColorDot)
     , m_name(new TextLabel(Style::font(Style::headSize, QFont::DemiBold), Style::primaryText))
     , m_label(new TextLabel(Style::font(Style::headSize), Style::secondaryText))
@@ -27,9 +28,31 @@ AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     row->addWidget(m_label);
     row->addStretch();
 
-    setTask(state.focusTask());
-    m_observers.follow(state.tasks, [this, &state] { setTask(state.focusTask()); });
-    m_observers.follow(state.focusId, [this, &state] { setTask(state.focusTask()); });
+    update();
+    m_observers.follow(state.tasks, [this] { update(); });
+    m_observers.follow(state.focusId, [this] { update(); });
+}
+
+void AgentWho::nameAsker(const ApprovalInfo &request)
+{
+    m_namesAsker = true;
+    std::optional<AgentTask> task = m_state.task(request.pillId);
+    // The pill may go by the folder of another of its sessions.
+    if (task && !request.folder.isEmpty() && !task->name.startsWith(request.folder))
+        task->name = request.folder;
+    setTask(task);
+}
+
+void AgentWho::followFocus()
+{
+    m_namesAsker = false;
+    update();
+}
+
+void AgentWho::update()
+{
+    if (!m_namesAsker)
+        setTask(m_state.focusTask());
 }
 
 void AgentWho::setLabel(const QString &label)

@@ -10,13 +10,14 @@
 namespace tirlo {
 
 class AppState;
+struct ApprovalInfo;
 class ColorDot;
 class TextLabel;
 
 /// The head line of a decision card: whom it is about, and what is the matter.
 ///
-/// It shows the focused task's dot and name before the label; without a task the label stands
-/// alone.
+/// It shows the focused task's dot and name before the label, or those of whoever asked; without a
+/// task the label stands alone.
 class AgentWho final : public QWidget
 {
     Q_OBJECT
@@ -27,9 +28,17 @@ public:
     /// What is the matter, in place of what was said before.
     void setLabel(const QString &label);
 
+    /// From now on it is about the session that asked, whatever comes into focus.
+    void nameAsker(const ApprovalInfo &request);
+    /// From now on it is about the task in focus again.
+    void followFocus();
+
 private:
+    void update();
     void setTask(const std::optional<AgentTask> &task);
 
+    AppState &m_state;
+    bool m_namesAsker = false;
     ColorDot *m_dot;
     TextLabel *m_name;
     TextLabel *m_label;
