@@ -26,8 +26,9 @@ struct AgentDefinition
     /// Its requests get a card, and its pill shows the project. Any other asks by itself and is
     /// shown as an agent from outside.
     bool answersOnIsland = false;
-    /// It fires no hook when its user breaks a turn off; its record of the session tells it.
-    bool interruptsInSilence = false;
+    /// It fires no hook for some ends of a turn, which its user broke off or its service refused.
+    /// Its own account of the session tells them.
+    bool endsInSilence = false;
     /// It can take an approval as a standing one.
     bool keepsStandingApprovals = false;
 
@@ -55,7 +56,7 @@ inline constexpr std::array all{
                  .source = AgentSource::claudeCode},
         .hostWord = QLatin1String("vscode"),
         .answersOnIsland = true,
-        .interruptsInSilence = true,
+        .endsInSilence = true,
         .keepsStandingApprovals = true,
         .settingsPath = QLatin1String(".claude/settings.json"),
         .application = QLatin1String("com.microsoft.VSCode"),
@@ -69,7 +70,7 @@ inline constexpr std::array all{
                  .category = PillCategory::workspace,
                  .subtitle = QLatin1String("Integration")},
         .answersOnIsland = true,
-        .interruptsInSilence = true,
+        .endsInSilence = true,
         .keepsStandingApprovals = true,
         .application = QLatin1String("com.todesktop.230313mzl4w4u92"),
     },
@@ -96,6 +97,7 @@ inline constexpr std::array all{
                  .githubOnly = true},
         .tag = QLatin1String("codex"),
         .answersOnIsland = true,
+        .endsInSilence = true,
         .settingsPath = QLatin1String(".codex/hooks.json"),
         .wantsTrustInHooks = true,
         .application = QLatin1String("com.openai.codex"),
@@ -110,6 +112,7 @@ inline constexpr std::array all{
                  .subtitle = QLatin1String("Agent"),
                  .githubOnly = true},
         .tag = QLatin1String("gemini"),
+        .endsInSilence = true,
         .settingsPath = QLatin1String(".gemini/settings.json"),
     },
 };

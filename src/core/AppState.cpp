@@ -108,6 +108,7 @@ void AppState::removeTask(const QString &id)
             task.stepIndex = 0;
             task.pillBadge.reset();
             task.outcome.clear();
+            task.outcomeFolder.clear();
             task.sessions.clear();
             if (row)
                 task.name = row->name;

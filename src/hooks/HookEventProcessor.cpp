@@ -23,8 +23,8 @@ namespace {
 constexpr QLatin1String noResponse("[no response text]");
 constexpr int longestOpening = 60;
 constexpr int shownSessionCharacters = 8;
-/// How long a pill shows that its turn has ended.
-constexpr double finishedSeconds = 5.2;
+/// How long the agent's own account is looked into before a turn without words counts as over.
+constexpr double wordlessSeconds = 9;
 /// How long a session that was cleared keeps its pill for the one that takes its place.
 constexpr double clearedSeconds = 2;
 
@@ -36,9 +36,12 @@ HookEventProcessor::HookEventProcessor(const HookContext &context, HookTasks &ta
     , m_tasks(tasks)
     , m_sessions(sessions)
     , m_desk(desk)
-    , m_interrupts(sessions, context.queue, [this](const SessionKey &session) { rest(session); })
+    , m_ends(context, tasks, sessions)
+    , m_silentEnds(
+          sessions, context.queue,
+          [this](const SessionKey &session, const SilentEnd &end) { endInSilence(session, end); })
 {
-    m_sessions.changed = [this] { m_interrupts.wake(); };
+    m_sessions.changed = [this] { m_silentEnds.wake(); };
     m_sessions.processEnded = [this](const SessionKey &session) { endWithProcess(session); };
 }
 
@@ -63,7 +66,7 @@ void HookEventProcessor::processEvent(const QString &name, const QJsonObject &pa
         return;
     if (row.opens)
         activate(event);
-    m_sessions.hear(*route, origin);
+    m_sessions.hear(*route, origin, !event.isWordless());
     if (row.opens && !event.isSubagents())
         m_sessions.resume(event.session());
     (this->*row.handle)(event);
@@ -107,7 +110,7 @@ void HookEventProcessor::startSession(const Event &event)
 void HookEventProcessor::submitPrompt(const Event &event)
 {
     m_sessions.setState(event.session(), BotState::thinking);
-    m_failedTool.session.reset();
+    m_ends.toolBegins(event.session());
     appendOpening(event, event.text("prompt"));
     showOverview();
 }
@@ -116,8 +119,7 @@ void HookEventProcessor::useTool(const Event &event)
 {
     const QString tool = event.tool();
     const auto input = Json::object(event.payload, QLatin1String("tool_input"));
-    if (m_failedTool.session == event.session())
-        m_failedTool.session.reset();
+    m_ends.toolBegins(event.session());
     goOn(event);
     appendStep(event, frenchStep(tool, input.value_or(QJsonObject())));
     m_context.writeLog(QStringLiteral("PreToolUse ") + tool);
@@ -136,7 +138,7 @@ void HookEventProcessor::failTool(const Event &event)
     }
     goOn(event);
     const QString error = plainText(event.text("error"));
-    m_failedTool = {event.session(), error};
+    m_ends.toolFailed(event.session(), error);
     const QString failed = QStringLiteral("⚠ failed");
     appendStep(event, error.isEmpty() ? failed : failed + QStringLiteral(" · ") + error);
 }
@@ -166,19 +168,15 @@ void HookEventProcessor::notify(const Event &event)
 
 void HookEventProcessor::stop(const Event &event)
 {
-    m_sessions.setState(event.session(), BotState::finished);
     const QString words = event.firstText({"last_assistant_message", "prompt_response", "message"});
+    // Its agent's own account tells whether it was broken off or has failed.
+    if (event.isWordless()) {
+        m_sessions.after(event.session(), wordlessSeconds,
+                         [this, session = event.session()] { rest(session); });
+        return;
+    }
     appendOpening(event, event.text("message"));
-    m_context.sound.play(QStringLiteral("finish"));
-    showEnd(event, IslandView::finished, words == noResponse ? QString() : words);
-
-    m_sessions.after(event.session(), finishedSeconds,
-                     [this, session = event.session(), isExternal = event.route.isExternal()] {
-                         if (isExternal)
-                             m_sessions.end(session);
-                         else
-                             rest(session);
-                     });
+    m_ends.finish(event.session(), words, event.isFocus, !event.route.isExternal());
 }
 
 void HookEventProcessor::fail(const Event &event)
@@ -188,22 +186,12 @@ void HookEventProcessor::fail(const Event &event)
         appendStep(event, QStringLiteral("• subagent failed"));
         return;
     }
-    const bool isLimited = event.text("error") == QLatin1String("rate_limit");
-    m_sessions.setState(event.session(), isLimited ? BotState::ratelimit : BotState::error);
-    m_context.sound.play(isLimited ? QStringLiteral("rate") : QStringLiteral("error"));
-    showEnd(event, IslandView::error, failureOf(event));
-}
-
-/// The agent's own words for what went wrong, else those of the tool that failed last, else the
-/// name of the error where that says anything.
-QString HookEventProcessor::failureOf(const Event &event) const
-{
-    if (QString words = event.text("last_assistant_message"); !words.isEmpty())
-        return words;
-    if (m_failedTool.session == event.session() && !m_failedTool.error.isEmpty())
-        return m_failedTool.error;
-    const QString name = event.text("error");
-    return name == QLatin1String("unknown") ? QString() : QString(name).replace(u'_', u' ');
+    const QString error = event.text("error");
+    QString words = event.text("last_assistant_message");
+    // The name of an error says little, but more than nothing.
+    if (words.isEmpty() && error != QLatin1String("unknown"))
+        words = QString(error).replace(u'_', u' ');
+    m_ends.fail(event.session(), words, error == QLatin1String("rate_limit"), event.isFocus);
 }
 
 void HookEventProcessor::interrupt(const Event &event)
@@ -226,7 +214,7 @@ void HookEventProcessor::endSession(const Event &event)
         });
         return;
     }
-    m_sessions.end(event.session());
+    m_ends.end(event.session());
 }
 
 void HookEventProcessor::compact(const Event &event)
@@ -247,7 +235,9 @@ void HookEventProcessor::stopSubagent(const Event &event)
 void HookEventProcessor::activate(const Event &event)
 {
     m_tasks.activeSessionId = event.origin.sessionId;
-    leaveEnd(event);
+    // Its subagents may go on by themselves.
+    if (!event.isSubagents())
+        m_ends.leave(event.session());
     if (event.route.isExternal())
         m_tasks.upsertExternalAgent(event.pill(), *event.route.externalAgent);
     else
@@ -258,28 +248,6 @@ void HookEventProcessor::showOverview()
 {
     if (m_context.state.isPresent)
         m_tasks.expandIfNeeded(IslandView::overview);
-}
-
-void HookEventProcessor::showEnd(const Event &event, IslandView view, const QString &outcome)
-{
-    setOutcome(event.pill(), outcome);
-    m_ended.insert(event.pill(), event.origin.sessionId);
-    if (event.isFocus)
-        m_tasks.expandIfNeeded(view);
-}
-
-/// A session that goes on takes the end of its last turn with it. Its subagents may go on by
-/// themselves.
-void HookEventProcessor::leaveEnd(const Event &event)
-{
-    if (event.isSubagents() || m_ended.value(event.pill()) != event.origin.sessionId)
-        return;
-    m_ended.remove(event.pill());
-    setOutcome(event.pill(), {});
-    if (event.isFocus) {
-        m_context.island.leave(IslandView::finished);
-        m_context.island.leave(IslandView::error);
-    }
 }
 
 /// The session works. A subagent that outlives the turn does not make it go on.
@@ -294,13 +262,6 @@ void HookEventProcessor::waitInTerminal(const Event &event)
 {
     m_sessions.setState(event.session(), BotState::approval);
     appendStep(event, SessionBook::waitingStep);
-}
-
-/// Keeps what the turn came to, for the card that tells of its end.
-void HookEventProcessor::setOutcome(const QString &pill, const QString &markdown)
-{
-    m_context.state.editTask(
-        pill, [words = plainText(markdown)](AgentTask &task) { task.outcome = words; });
 }
 
 void HookEventProcessor::appendStep(const Event &event, const QString &step)
@@ -348,7 +309,19 @@ void HookEventProcessor::endWithProcess(const SessionKey &session)
     if (m_tasks.activeSessionId == session.id)
         m_tasks.activeSessionId.reset();
     m_desk.withdraw(session);
-    m_sessions.end(session);
+    m_ends.end(session);
+}
+
+/// A turn of whose end the agent's own account tells alone.
+void HookEventProcessor::endInSilence(const SessionKey &session, const SilentEnd &end)
+{
+    if (end.kind == SilentEnd::Kind::brokenOff) {
+        rest(session);
+        return;
+    }
+    m_sessions.moveOn(session);
+    m_ends.fail(session, end.words, end.isRateLimit,
+                m_context.state.focusId.value() == session.pill);
 }
 
 QString HookEventProcessor::Event::text(const char *key) const
@@ -363,6 +336,11 @@ QString HookEventProcessor::Event::firstText(std::initializer_list<const char *>
             return found;
     }
     return {};
+}
+
+bool HookEventProcessor::Event::isWordless() const
+{
+    return text("prompt_response") == noResponse;
 }
 
 QString HookEventProcessor::Event::tool() const

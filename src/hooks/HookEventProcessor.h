@@ -2,12 +2,12 @@
 
 #include "HookContext.h"
 #include "HookRouting.h"
-#include "InterruptWatch.h"
 #include "SessionBook.h"
+#include "SilentEndWatch.h"
+#include "TurnEnds.h"
 #include "core/model/AgentTask.h"
 #include "core/model/IslandView.h"
 
-#include <QHash>
 #include <QJsonObject>
 #include <QObject>
 
@@ -41,6 +41,8 @@ private:
         /// The first of these that is there and not empty.
         [[nodiscard]] QString firstText(std::initializer_list<const char *> keys) const;
         [[nodiscard]] QString tool() const;
+        /// It ends a turn of which there is nothing to say, whether that was broken off or failed.
+        [[nodiscard]] bool isWordless() const;
         /// It is a subagent's, whose turn is not the session's.
         [[nodiscard]] bool isSubagents() const { return !text("agent_id").isEmpty(); }
     };
@@ -54,7 +56,6 @@ private:
     };
 
     [[nodiscard]] static Row rowOf(const QString &name);
-    [[nodiscard]] QString failureOf(const Event &event) const;
 
     void startSession(const Event &event);
     void submitPrompt(const Event &event);
@@ -73,33 +74,23 @@ private:
     /// Makes the session the active one and sees that its pill is there.
     void activate(const Event &event);
     void showOverview();
-    /// Keeps what the turn came to, and opens the island on it if its pill is in focus.
-    void showEnd(const Event &event, IslandView view, const QString &outcome);
-    void leaveEnd(const Event &event);
     void goOn(const Event &event);
     void waitInTerminal(const Event &event);
-    void setOutcome(const QString &pill, const QString &markdown);
     void appendStep(const Event &event, const QString &step);
     void appendOpening(const Event &event, const QString &text);
     void takePlaceOfCleared(const Event &event);
     void rest(const SessionKey &session);
     void endWithProcess(const SessionKey &session);
+    void endInSilence(const SessionKey &session, const SilentEnd &end);
 
     HookContext m_context;
     HookTasks &m_tasks;
     SessionBook &m_sessions;
     ApprovalDesk &m_desk;
-    InterruptWatch m_interrupts;
+    TurnEnds m_ends;
+    SilentEndWatch m_silentEnds;
     /// The session that was cleared a moment ago.
     std::optional<SessionKey> m_cleared;
-    /// By pill, the session whose turn was the last to end, until it goes on.
-    QHash<QString, QString> m_ended;
-    /// The last tool that failed, until its session goes on to another.
-    struct
-    {
-        std::optional<SessionKey> session;
-        QString error;
-    } m_failedTool;
 };
 
 } // namespace tirlo

@@ -77,7 +77,7 @@ constexpr auto idOf = [](const auto &record) -> const QString & { return record.
 
 } // namespace
 
-bool SessionBook::Record::mayBeInterrupted() const
+bool SessionBook::Record::mayEndInSilence() const
 {
     return !transcript.isEmpty() && (asks() || rank(shown.state) == rank(BotState::working));
 }
@@ -125,7 +125,7 @@ BotState SessionBook::stateOf(const SessionKey &key) const
     return record ? record->state : BotState::idle;
 }
 
-void SessionBook::hear(const HookRoute &route, const HookOrigin &origin)
+void SessionBook::hear(const HookRoute &route, const HookOrigin &origin, bool isNews)
 {
     if (!m_state.task(route.pillId))
         return;
@@ -143,11 +143,12 @@ void SessionBook::hear(const HookRoute &route, const HookOrigin &origin)
     Record &record = *find(key);
     record.shown.folder = origin.projectName;
     record.heard = m_queue.mediaTime();
-    record.heardAt = m_queue.wallClock();
+    if (isNews || !record.heardAt.isValid())
+        record.heardAt = m_queue.wallClock();
     if (!origin.cwd.isEmpty())
         record.cwd = origin.cwd;
     const AgentDefinition *agent = AgentCatalog::ofPill(key.pill);
-    if (agent && agent->interruptsInSilence)
+    if (agent && agent->endsInSilence)
         record.transcript = origin.transcript;
     follow(key, record, origin.process);
     publish(key.pill);
@@ -238,9 +239,11 @@ std::vector<SessionBook::QuietWorker> SessionBook::quietWorkers(double seconds) 
     std::vector<QuietWorker> quiet;
     for (const auto &[pillId, pill] : m_pills) {
         for (const Record &record : pill.sessions) {
-            if (record.mayBeInterrupted() && !hasCard(pillId, record)
+            if (record.mayEndInSilence() && !hasCard(pillId, record)
                 && m_queue.mediaTime() - record.heard >= seconds)
-                quiet.push_back({{pillId, record.shown.id}, record.transcript, record.heardAt});
+                quiet.push_back({{pillId, record.shown.id},
+                                 {record.shown.id, record.transcript,
+                                  record.process ? record.process->pid : 0, record.heardAt}});
         }
     }
     return quiet;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HookRouting.h"
+#include "TurnRecord.h"
 #include "core/model/AgentSession.h"
 #include "core/model/AgentTask.h"
 #include "platform/MainQueue.h"
@@ -50,9 +51,7 @@ public:
     struct QuietWorker
     {
         SessionKey key;
-        QString transcript;
-        /// When it was last heard of.
-        QDateTime heard;
+        TurnRecord record;
 
         bool operator==(const QuietWorker &) const = default;
     };
@@ -72,7 +71,9 @@ public:
     [[nodiscard]] bool isPast(const HookRoute &route, const HookOrigin &origin) const;
 
     /// Takes down that the session is there and did something; a pill has to be there for it.
-    void hear(const HookRoute &route, const HookOrigin &origin);
+    ///
+    /// Without `isNews` what the agent's own account says since its last event stays to be read.
+    void hear(const HookRoute &route, const HookOrigin &origin, bool isNews = true);
 
     /// The session goes on; true when it had shown its end until now.
     bool resume(const SessionKey &key);
@@ -95,8 +96,8 @@ public:
     /// What the session asks about in its terminal.
     [[nodiscard]] std::optional<AskedCall> askedInTerminal(const SessionKey &key) const;
 
-    /// The working sessions that may have been interrupted: not heard of for so many seconds, and
-    /// of an agent that tells it in its transcript alone.
+    /// The working sessions whose turn may have ended: not heard of for so many seconds, and of an
+    /// agent that tells some ends in its own account alone.
     [[nodiscard]] std::vector<QuietWorker> quietWorkers(double seconds = 0) const;
 
 private:
@@ -109,7 +110,7 @@ private:
         double heard = 0;
         QDateTime heardAt;
         QString cwd;
-        /// "" where an interrupt is told by a hook.
+        /// "" where every end of a turn is told by a hook.
         QString transcript;
         std::optional<ProcessId> process;
         bool isFollowed = false;
@@ -117,7 +118,7 @@ private:
         ProcessWatch::Handle watch;
         WorkItem later;
 
-        [[nodiscard]] bool mayBeInterrupted() const;
+        [[nodiscard]] bool mayEndInSilence() const;
         [[nodiscard]] bool asks() const;
         [[nodiscard]] bool comesToRest() const;
     };

@@ -109,7 +109,6 @@ TEST_F(HookEventProcessorTest, ATurnEndsInTheAgentsOwnWords)
               "API 400");
     EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"server_error"})"), "server error");
     EXPECT_EQ(outcomeOf("StopFailure", R"({"error":"unknown"})"), "");
-    EXPECT_EQ(outcomeOf("Stop", R"({"prompt_response":"[no response text]"})"), "");
     process("PostToolUseFailure", R"({"error":"No such file"})");
     process("StopFailure", R"({"error":"unknown"})");
     EXPECT_EQ(task("integration_claude").outcome, "No such file");
@@ -312,6 +311,50 @@ TEST_F(HookEventProcessorTest, AnInterruptIsNoticedAfterACard)
         queue.advance(5);
         EXPECT_TRUE(eventually([&] { return task("integration_claude").state == BotState::idle; }));
     }
+}
+
+TEST_F(HookEventProcessorTest, AWordlessEndIsWhatTheAgentsOwnAccountSays)
+{
+    const QString transcript = home.filePath(u"t.jsonl"_s);
+    const QByteArray gemini
+        = R"({"tirlo_agent":"gemini","prompt_response":"[no response text]","transcript_path":")"
+        + transcript.toUtf8() + "\"}";
+    for (const bool hasFailed : {true, false}) {
+        queue.setWallClock(QDateTime::currentDateTime().addSecs(-600));
+        process("UserPromptSubmit", gemini);
+        state.focusId = u"agent_gemini"_s;
+        if (hasFailed)
+            writeFile(transcript, R"({"type":"error","content":"[API Error: no]"})");
+        else
+            QFile::remove(transcript);
+        process("Stop", gemini);
+        EXPECT_EQ(task("agent_gemini").state, BotState::thinking);
+        for (int i = 0; i < 10; ++i) {
+            queue.advance(1);
+            QTest::qWait(5);
+            queue.drain();
+        }
+        EXPECT_EQ(task("agent_gemini").state, hasFailed ? BotState::error : BotState::idle);
+        EXPECT_EQ(task("agent_gemini").outcome, hasFailed ? u"no"_s : QString());
+    }
+    EXPECT_EQ(expanded, QList{IslandView::error});
+}
+
+TEST_F(HookEventProcessorTest, AnEndStaysWhileItIsLookedAt)
+{
+    const char *gemini = R"({"tirlo_agent":"gemini","cwd":"/w/Buoy","prompt_response":"Done"})";
+    process("UserPromptSubmit", gemini);
+    state.focusId = u"agent_gemini"_s;
+    process("Stop", gemini);
+    island.setMode(IslandMode::expanded);
+    island.setView(IslandView::finished);
+    process("SessionEnd", gemini);
+    queue.advance(30);
+    EXPECT_EQ(task("agent_gemini").outcome, "Done");
+    EXPECT_EQ(task("agent_gemini").outcomeFolder, "Buoy");
+    island.setView(IslandView::overview);
+    queue.advance(6);
+    EXPECT_FALSE(state.task(u"agent_gemini"_s));
 }
 
 TEST_F(HookEventProcessorTest, AClearedSessionHandsItsPillOn)

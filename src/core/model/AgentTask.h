@@ -40,6 +40,8 @@ struct AgentTask
     std::optional<PillBadge> pillBadge;
     /// What the last turn came to: the agent's last words, or those of the error that ended it.
     QString outcome;
+    /// The folder of the session whose turn that was; empty without one.
+    QString outcomeFolder;
     /// The session's working directory.
     std::optional<QString> sessionCwd;
     /// The agent's sessions, in the order in which they came; empty while it has none.

@@ -100,7 +100,7 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
 {
     const RequestContent &content = request.content;
     const bool isPlan = content.kind == RequestContent::Kind::plan;
-    m_who->nameAsker(request);
+    m_who->nameSession(request.pillId, request.folder);
     m_body->showContent(content);
     const int lines = m_body->lineCount();
     m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());

@@ -49,6 +49,10 @@ ErrorView::ErrorView(const ViewContext &context, QWidget *parent)
 void ErrorView::followTask()
 {
     const auto task = m_state.focusTask();
+    if (task)
+        m_who->nameSession(task->id, task->outcomeFolder);
+    else
+        m_who->followFocus();
     const AgentDefinition *agent = task ? AgentCatalog::ofPill(task->id) : nullptr;
     m_who->setLabel(agent ? agent->name + QStringLiteral(" stopped") : QStringLiteral("stopped"));
     if (task && !task->outcome.isEmpty())

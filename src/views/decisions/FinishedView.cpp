@@ -53,6 +53,10 @@ FinishedView::FinishedView(const ViewContext &context, QWidget *parent)
 void FinishedView::followTask()
 {
     const auto task = m_state.focusTask();
+    if (task)
+        m_who->nameSession(task->id, task->outcomeFolder);
+    else
+        m_who->followFocus();
     const AgentDefinition *agent = task ? AgentCatalog::ofPill(task->id) : nullptr;
     m_who->setLabel(agent ? agent->name + QStringLiteral(" finished") : QStringLiteral("finished"));
     const bool hasSpoken = task && !task->outcome.isEmpty();

@@ -122,7 +122,7 @@ void QuestionView::showQuestion()
 {
     const AgentQuestion &question = m_request->questions.at(m_index);
     m_context.sight.showsAnother();
-    m_who->nameAsker(*m_request);
+    m_who->nameSession(m_request->pillId, m_request->folder);
     const qsizetype count = m_request->questions.size();
     const QString place
         = count > 1 ? QStringLiteral("%1 of %2").arg(m_index + 1).arg(count) : QString();

@@ -33,25 +33,25 @@ AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     m_observers.follow(state.focusId, [this] { update(); });
 }
 
-void AgentWho::nameAsker(const ApprovalInfo &request)
+void AgentWho::nameSession(const QString &pillId, const QString &folder)
 {
-    m_namesAsker = true;
-    std::optional<AgentTask> task = m_state.task(request.pillId);
+    m_namesSession = true;
+    std::optional<AgentTask> task = m_state.task(pillId);
     // The pill may go by the folder of another of its sessions.
-    if (task && !request.folder.isEmpty() && !task->name.startsWith(request.folder))
-        task->name = request.folder;
+    if (task && !folder.isEmpty() && !task->name.startsWith(folder))
+        task->name = folder;
     setTask(task);
 }
 
 void AgentWho::followFocus()
 {
-    m_namesAsker = false;
+    m_namesSession = false;
     update();
 }
 
 void AgentWho::update()
 {
-    if (!m_namesAsker)
+    if (!m_namesSession)
         setTask(m_state.focusTask());
 }
 

@@ -10,7 +10,6 @@
 namespace tirlo {
 
 class AppState;
-struct ApprovalInfo;
 class ColorDot;
 class TextLabel;
 
@@ -28,8 +27,8 @@ public:
     /// What is the matter, in place of what was said before.
     void setLabel(const QString &label);
 
-    /// From now on it is about the session that asked, whatever comes into focus.
-    void nameAsker(const ApprovalInfo &request);
+    /// From now on it is about a session of that pill in that folder, whatever comes into focus.
+    void nameSession(const QString &pillId, const QString &folder);
     /// From now on it is about the task in focus again.
     void followFocus();
 
@@ -38,7 +37,7 @@ private:
     void setTask(const std::optional<AgentTask> &task);
 
     AppState &m_state;
-    bool m_namesAsker = false;
+    bool m_namesSession = false;
     ColorDot *m_dot;
     TextLabel *m_name;
     TextLabel *m_label;

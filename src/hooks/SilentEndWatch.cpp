@@ -1,6 +1,4 @@
-#include "InterruptWatch.h"
-
-#include "TranscriptTail.h"
+#include "SilentEndWatch.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,22 +14,21 @@ constexpr double silence = 4;
 
 } // namespace
 
-InterruptWatch::InterruptWatch(const SessionBook &sessions, MainQueue &queue,
-                               std::function<void(const SessionKey &)> interrupted)
+SilentEndWatch::SilentEndWatch(const SessionBook &sessions, MainQueue &queue, Ended ended)
     : m_sessions(sessions)
     , m_queue(queue)
-    , m_interrupted(std::move(interrupted))
+    , m_ended(std::move(ended))
 {
 }
 
-void InterruptWatch::wake()
+void SilentEndWatch::wake()
 {
     if (!m_next.isPending() && !m_sessions.quietWorkers().empty())
         m_next = m_queue.after(
             period, this, [this] { look(); }, slack);
 }
 
-void InterruptWatch::look()
+void SilentEndWatch::look()
 {
     // A slow disk is not asked again before it has answered.
     if (m_underWay == 0) {
@@ -41,17 +38,18 @@ void InterruptWatch::look()
     wake();
 }
 
-void InterruptWatch::read(const SessionBook::QuietWorker &worker)
+void SilentEndWatch::read(const SessionBook::QuietWorker &worker)
 {
     ++m_underWay;
     m_reader.post(
-        m_queue, this, [worker] { return endsInInterrupt(worker.transcript, worker.heard); },
-        [this, worker](bool isInterrupted) {
+        m_queue, this, [worker] { return silentEnd(worker.record); },
+        [this, worker](const SilentEnd &end) {
             --m_underWay;
             // It may have gone on while its transcript was read.
             const auto quiet = m_sessions.quietWorkers(silence);
-            if (isInterrupted && std::ranges::find(quiet, worker) != quiet.end())
-                m_interrupted(worker.key);
+            const bool hasEnded = end.kind != SilentEnd::Kind::none;
+            if (hasEnded && std::ranges::find(quiet, worker) != quiet.end())
+                m_ended(worker.key, end);
         });
 }
 

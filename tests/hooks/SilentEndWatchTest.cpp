@@ -1,7 +1,6 @@
-#include "hooks/InterruptWatch.h"
+#include "hooks/SilentEndWatch.h"
 #include "HookFixture.h"
 #include "hooks/HookTasks.h"
-#include "hooks/TranscriptTail.h"
 #include "support/Files.h"
 
 #include <sys/stat.h>
@@ -14,9 +13,14 @@ constexpr auto prompt = R"({"type":"user","message":{"role":"user","content":"go
 constexpr auto broken
     = R"({"type":"user","message":{"content":[{"type":"text","text":"[Request interrupted by user]"}]}})";
 
-struct InterruptWatchTest : HookFixture
+struct SilentEndWatchTest : HookFixture
 {
     const QString transcript = home.filePath(u"t.jsonl"_s);
+
+    static bool endsInInterrupt(const QString &file, const QDateTime &after)
+    {
+        return silentEnd({{}, file, 0, after}).kind == SilentEnd::Kind::brokenOff;
+    }
 
     bool endsInterrupted(const QByteArray &text)
     {
@@ -25,9 +29,9 @@ struct InterruptWatchTest : HookFixture
     }
 };
 
-TEST_F(InterruptWatchTest, TheLastMessageTells)
+TEST_F(SilentEndWatchTest, TheLastMessageTells)
 {
-    const QByteArray cut = QByteArray(100'000, 'x') + "\n";
+    const QByteArray cut = QByteArray(300'000, 'x') + "\n";
     const struct
     {
         QByteArray text;
@@ -65,7 +69,62 @@ TEST_F(InterruptWatchTest, TheLastMessageTells)
     EXPECT_FALSE(endsInInterrupt(transcript, at("2026-11-25T08:00:00.600Z")));
 }
 
-TEST_F(InterruptWatchTest, ReadsOnlyTheUsersOwnPlainFiles)
+TEST_F(SilentEndWatchTest, OtherAgentsTellInTheirOwnWords)
+{
+    using enum SilentEnd::Kind;
+    const struct
+    {
+        const char *text;
+        SilentEnd end;
+    } rows[] = {
+        // What is told anew after a turn was cancelled says nothing.
+        {R"({"timestamp":"2026-11-25T08:00:01Z","type":"info","content":"Request cancelled."}
+{"$set":{"lastUpdated":"2026-11-25T08:00:01Z"}}
+{"timestamp":"2026-11-25T08:00:01Z","type":"user","content":[{"text":"go"}]}
+{"timestamp":"2026-11-25T08:00:01Z","type":"gemini","content":"I will."})",
+         {brokenOff, {}, false}},
+        {R"({"timestamp":"2026-11-25T07:59:59Z","type":"info","content":"Request cancelled."}
+{"timestamp":"2026-11-25T08:00:01Z","type":"user","content":[{"text":"go"}]})",
+         {none, {}, false}},
+        {R"({"timestamp":"2026-11-25T08:00:01Z","type":"error","content":"[API Error: {\"error\":{\"message\":\"No such model\",\"code\":400}}]"}
+{"timestamp":"2026-11-25T08:00:01Z","type":"info","content":"This request failed."})",
+         {failed, u"No such model"_s, false}},
+        {R"({"timestamp":"2026-11-25T08:00:01Z","type":"event_msg","payload":{"type":"task_complete","error":{"message":"exceeded retry limit, last status: 429 Too Many Requests"}}})",
+         {failed, u"exceeded retry limit, last status: 429 Too Many Requests"_s, true}},
+        {R"({"timestamp":"2026-11-25T08:00:01Z","type":"event_msg","payload":{"type":"task_complete","error":null}})",
+         {none, {}, false}},
+        {R"({"timestamp":"2026-11-25T08:00:01Z","type":"event_msg","payload":{"type":"turn_aborted"}})",
+         {brokenOff, {}, false}},
+    };
+    for (const auto &row : rows) {
+        writeFile(transcript, row.text);
+        EXPECT_EQ(
+            silentEnd(
+                {{}, transcript, 0, QDateTime::fromString(u"2026-11-25T08:00:00Z"_s, Qt::ISODate)}),
+            row.end)
+            << row.text;
+    }
+}
+
+TEST_F(SilentEndWatchTest, AnAgentThatSaysItIsIdleWasBrokenOff)
+{
+    const QString root = home.filePath(u".claude"_s);
+    ASSERT_TRUE(QDir(root).mkpath(u"projects/p"_s) && QDir(root).mkpath(u"sessions"_s));
+    const TurnRecord record{u"s"_s, root + u"/projects/p/s.jsonl"_s, 7,
+                            QDateTime::fromMSecsSinceEpoch(1000)};
+    const auto kindAfter = [&](const char *status) {
+        writeFile(root + u"/sessions/7.json"_s, status);
+        return silentEnd(record).kind;
+    };
+    using enum SilentEnd::Kind;
+    EXPECT_EQ(kindAfter(R"({"sessionId":"s","status":"idle","statusUpdatedAt":1001})"), brokenOff);
+    for (const char *status : {R"({"sessionId":"s","status":"busy","statusUpdatedAt":1001})",
+                               R"({"sessionId":"t","status":"idle","statusUpdatedAt":1001})",
+                               R"({"sessionId":"s","status":"idle","statusUpdatedAt":999})", "[]"})
+        EXPECT_EQ(kindAfter(status), none) << status;
+}
+
+TEST_F(SilentEndWatchTest, ReadsOnlyTheUsersOwnPlainFiles)
 {
     writeFile(transcript, broken);
     const QString odd = home.filePath(u"odd"_s);
@@ -95,12 +154,12 @@ TEST_F(InterruptWatchTest, ReadsOnlyTheUsersOwnPlainFiles)
     EXPECT_FALSE(endsInInterrupt(transcript, {}));
 }
 
-TEST_F(InterruptWatchTest, LooksWhileASilentSessionClaimsToWork)
+TEST_F(SilentEndWatchTest, LooksWhileASilentSessionClaimsToWork)
 {
     HookTasks tasks{state, notifications};
     SessionBook sessions{state, queue, processes};
     QStringList interrupted;
-    InterruptWatch watch{sessions, queue, [&](const SessionKey &key) {
+    SilentEndWatch watch{sessions, queue, [&](const SessionKey &key, const SilentEnd &) {
                              interrupted.append(key.id);
                              sessions.setState(key, BotState::idle);
                          }};

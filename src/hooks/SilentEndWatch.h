@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SessionBook.h"
+#include "TurnRecord.h"
 #include "platform/BackgroundWorker.h"
 #include "platform/MainQueue.h"
 
@@ -10,16 +11,17 @@
 
 namespace tirlo {
 
-/// Notices that the user broke a turn off in an agent that fires no hook for it, by the end of the
-/// session's transcript.
+/// Notices that a turn has ended of which no hook tells, since its user broke it off or its service
+/// refused, by the agent's own account of the session.
 ///
 /// It looks now and then while a session claims to work and is silent, and not otherwise.
-class InterruptWatch : public QObject
+class SilentEndWatch : public QObject
 {
 public:
-    /// Calls `interrupted` on the main thread; the book and the queue outlive the watch.
-    InterruptWatch(const SessionBook &sessions, MainQueue &queue,
-                   std::function<void(const SessionKey &)> interrupted);
+    using Ended = std::function<void(const SessionKey &, const SilentEnd &)>;
+
+    /// Calls `ended` on the main thread; the book and the queue outlive the watch.
+    SilentEndWatch(const SessionBook &sessions, MainQueue &queue, Ended ended);
 
     /// Begins to look, if a session works, until none does.
     void wake();
@@ -30,7 +32,7 @@ private:
 
     const SessionBook &m_sessions;
     MainQueue &m_queue;
-    const std::function<void(const SessionKey &)> m_interrupted;
+    const Ended m_ended;
     WorkItem m_next;
     int m_underWay = 0;
     BackgroundWorker m_reader;
