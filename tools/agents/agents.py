@@ -88,7 +88,8 @@ def gemini(place):
         "privacy": {"usageStatisticsEnabled": False},
         "hooks": hooks(place, "gemini", "gemini"),
     })
-    return ["gemini"], {"GOOGLE_GEMINI_BASE_URL": place.model, "GEMINI_API_KEY": "scripted"}
+    # A model by name, since one that routes asks another model first.
+    return ["gemini", "--model", "gemini-2.5-pro"], {"GOOGLE_GEMINI_BASE_URL": place.model, "GEMINI_API_KEY": "scripted"}
 
 
 AGENTS = {"claude": claude, "codex": codex, "gemini": gemini}

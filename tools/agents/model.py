@@ -58,12 +58,13 @@ class Protocol:
         """The script, the turn in it and what tools gave back last."""
         name, turn, told = None, 0, []
         for message in self.messages(body):
-            if results := self.results(message):
+            results = self.results(message)
+            if results:
                 turn, told = turn + 1, results
             # A prompt after an interruption comes in one message with the result of the tool.
             found = [match for text in self.texts(message) for match in NAME.findall(text)]
             if found:
-                name, turn = found[-1], 0
+                name, turn, told = found[-1], 0, results
         return name, turn, told
 
     def calls(self, turn):
