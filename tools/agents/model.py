@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
 """A model that says what a scenario has it say, in the protocols of three agents.
-
-    model.py SCENARIO LOG [PORT-FILE]
 
 It listens on loopback. Words such as `run:NAME` in a prompt choose the script of that name; each
 answered tool call goes on to the script's next turn. A turn is an object with any of
@@ -11,14 +8,13 @@ answered tool call goes on to the script's next turn. A turn is an object with a
     error    an HTTP status instead of an answer
     seconds  how long the answer keeps the agent waiting
 
-LOG gets one line for each request: the script, the turn, what the model was told back by tools, and
+The log gets one line for each request: the script, the turn, what the model was told back by tools, and
 the whole body.
 """
 
 import http.server
 import json
 import re
-import sys
 import threading
 import time
 import uuid
@@ -242,19 +238,3 @@ def serve(scenario, log):
     server.daemon_threads = True
     threading.Thread(target=server.serve_forever, daemon=True).start()
     return server
-
-
-def main():
-    with open(sys.argv[1], encoding="utf-8") as file:
-        scenario = json.load(file)
-    with open(sys.argv[2], "a", encoding="utf-8") as log:
-        server = serve(scenario, log)
-        print(server.server_port, flush=True)
-        try:
-            threading.Event().wait()
-        except KeyboardInterrupt:
-            server.shutdown()
-
-
-if __name__ == "__main__":
-    main()
