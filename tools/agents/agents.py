@@ -89,7 +89,8 @@ def gemini(place):
         "hooks": hooks(place, "gemini", "gemini"),
     })
     # A model by name, since one that routes asks another model first.
-    return ["gemini", "--model", "gemini-2.5-pro"], {"GOOGLE_GEMINI_BASE_URL": place.model, "GEMINI_API_KEY": "scripted"}
+    return ["gemini", "--model", "gemini-2.5-pro"], {"GOOGLE_GEMINI_BASE_URL": place.model,
+                                                     "GEMINI_API_KEY": "scripted"}
 
 
 AGENTS = {"claude": claude, "codex": codex, "gemini": gemini}
