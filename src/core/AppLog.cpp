@@ -56,12 +56,22 @@ AppLog::AppLog(Paths paths, const MainQueue &clock)
 void AppLog::appendAppLog(const QString &file, const QString &line,
                           const QString &timestampFormat) const
 {
+    if (m_waiting > restartSize)
+        return;
+    const QString stamp = m_clock.wallClock().toString(timestampFormat);
+    const QByteArray record = (stamp + u' ' + escapedForLog(line) + u'\n').toUtf8();
+    m_waiting += record.size();
+    m_writing.post([this, file, record] {
+        write(file, record);
+        m_waiting -= record.size();
+    });
+}
+
+void AppLog::write(const QString &file, const QByteArray &record) const
+{
     const QString folder = m_paths.logFolder();
     if (!std::exchange(m_hasFolder, true))
         makePrivateFolder(folder);
-
-    const QString stamp = m_clock.wallClock().toString(timestampFormat);
-    const QByteArray record = (stamp + u' ' + escapedForLog(line) + u'\n').toUtf8();
 
     const QString path = folder + u'/' + file;
     if (appendTo(QFile::encodeName(path), record))

@@ -35,6 +35,12 @@ void BackgroundWorker::post(std::function<void()> work)
     m_thread = std::thread([this] { run(); });
 }
 
+void BackgroundWorker::wait()
+{
+    std::unique_lock guard(m_lock);
+    m_isDone.wait(guard, [this] { return !m_runs; });
+}
+
 void BackgroundWorker::run()
 {
     std::unique_lock guard(m_lock);
@@ -47,6 +53,7 @@ void BackgroundWorker::run()
         guard.lock();
     }
     m_runs = false;
+    m_isDone.notify_all();
 }
 
 } // namespace tirlo

@@ -4,6 +4,7 @@
 
 #include <QPointer>
 
+#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -29,6 +30,9 @@ public:
 
     /// Does the work after all that was given before; callable from any thread.
     void post(std::function<void()> work);
+
+    /// Waits until all work is done.
+    void wait();
 
     /// Does the work and hands its result to `then` on the main thread, unless the owner has gone.
     template<typename Work, typename Then>
@@ -68,6 +72,7 @@ private:
     bool m_takesWork = true;
     /// True while the thread still looks for work.
     bool m_runs = false;
+    std::condition_variable m_isDone;
     std::thread m_thread;
 };
 

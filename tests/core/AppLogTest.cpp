@@ -21,7 +21,11 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    void append(const QString &line) { log.appendAppLog("qv.log", line, "yyyy-MM-dd HH:mm:ss"); }
+    void append(const QString &line)
+    {
+        log.appendAppLog("qv.log", line, "yyyy-MM-dd HH:mm:ss");
+        log.flush();
+    }
 };
 
 TEST_F(AppLogTest, ALineStaysOneLineWhateverIsInIt)

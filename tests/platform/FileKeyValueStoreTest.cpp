@@ -57,6 +57,7 @@ TEST_F(FileKeyValueStoreTest, WhatDoesNotParseIsSetAsideWholeOrLeftAlone)
         auto store = open();
         EXPECT_FALSE(store.value("soundVolume"));
         store.setValue("soundVolume", 0.5);
+        store.flush();
         EXPECT_EQ(open().real("soundVolume"), 0.5);
         ASSERT_TRUE(QFile::exists(aside));
         EXPECT_EQ(contents(aside), content);
@@ -66,6 +67,7 @@ TEST_F(FileKeyValueStoreTest, WhatDoesNotParseIsSetAsideWholeOrLeftAlone)
     writeFile(aside, "an earlier one");
     auto store = open();
     store.setValue("flag", true);
+    store.flush();
     EXPECT_EQ(store.boolean("flag"), true);
     EXPECT_EQ(contents(path), "not json");
     EXPECT_EQ(contents(aside), "an earlier one");
@@ -77,6 +79,7 @@ TEST_F(FileKeyValueStoreTest, WhatCannotBeReadIsLeftAlone)
     ASSERT_TRUE(QDir().mkpath(path));
     auto store = open();
     store.setValue("flag", true);
+    store.flush();
     EXPECT_EQ(store.boolean("flag"), true);
     const QDir around(folder.filePath("support"));
     EXPECT_EQ(around.entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList("settings.json"));
@@ -87,12 +90,15 @@ TEST_F(FileKeyValueStoreTest, AFullDiskLeavesTheOldValuesAndTheNextChangeTakesAl
 {
     auto store = open();
     store.setValue("flag", true);
+    store.flush();
     {
         const FileSizeLimit full(30);
         store.setValue("text", QString(1000, QChar('x')));
+        store.flush();
     }
     EXPECT_EQ(open().boolean("flag"), true);
     store.setValue("other", true);
+    store.flush();
     EXPECT_TRUE(open().value("text"));
 }
 
@@ -104,6 +110,7 @@ TEST_F(FileKeyValueStoreTest, ForeignMembersSurviveAndHarmNothing)
     EXPECT_FALSE(store.bytes("bytes"));
     EXPECT_FALSE(store.value("nothing"));
     store.setValue("flag", true);
+    store.flush();
     EXPECT_TRUE(contents(path).contains("\"later\""));
 }
 

@@ -24,6 +24,7 @@ struct StoreFixture : testing::Test, HomeParts
     /// The lines of one of the program's logs, without their time stamps of so many characters.
     QStringList logLines(const QString &name, qsizetype stampLength) const
     {
+        log.flush();
         QFile file(paths.logFolder() + u'/' + name);
         QStringList lines;
         if (file.open(QIODevice::ReadOnly)) {

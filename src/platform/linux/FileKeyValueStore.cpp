@@ -90,13 +90,28 @@ void FileKeyValueStore::load(const MainQueue &clock)
     m_mayWrite = QFile::rename(m_path, m_path + QStringLiteral(".corrupt-") + stamp);
 }
 
-void FileKeyValueStore::save() const
+void FileKeyValueStore::save()
 {
     if (!m_mayWrite)
         return;
+    {
+        const std::lock_guard guard(m_lock);
+        if (std::exchange(m_next, m_values))
+            return;
+    }
+    m_writing.post([this] { write(); });
+}
+
+void FileKeyValueStore::write()
+{
+    std::optional<QJsonObject> values;
+    {
+        const std::lock_guard guard(m_lock);
+        values.swap(m_next);
+    }
     makePrivateFolder(QFileInfo(m_path).path());
     // What can't be written now is written along with the next change.
-    static_cast<void>(replaceFile(m_path, QJsonDocument(m_values).toJson(),
+    static_cast<void>(replaceFile(m_path, QJsonDocument(*values).toJson(),
                                   QFileDevice::ReadOwner | QFileDevice::WriteOwner));
 }
 
