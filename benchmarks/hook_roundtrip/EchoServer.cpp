@@ -1,6 +1,6 @@
 #include "EchoServer.h"
 
-#include "hooks/SocketLine.h"
+#include "platform/SocketLine.h"
 
 #include <QFile>
 

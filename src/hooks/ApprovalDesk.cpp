@@ -6,9 +6,7 @@
 #include "ReadSource.h"
 #include "RequestReader.h"
 #include "SessionBook.h"
-#include "SocketLine.h"
 #include "StandingGrants.h"
-#include "ThreadGroup.h"
 #include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/IslandIntents.h"
@@ -16,6 +14,8 @@
 #include "core/Notifications.h"
 #include "core/SoundEngine.h"
 #include "platform/MainQueue.h"
+#include "platform/SocketLine.h"
+#include "platform/ThreadGroup.h"
 
 #include <QJsonDocument>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FileDescriptor.h"
 #include "HookContext.h"
 #include "HookRouting.h"
 #include "core/model/ApprovalAnswer.h"
 #include "core/model/ApprovalInfo.h"
+#include "platform/FileDescriptor.h"
 #include "platform/MainQueue.h"
 
 #include <QJsonObject>

@@ -13,6 +13,7 @@ HookServer::HookServer(const HookContext &context, const Paths &paths, QObject *
     , m_sessions(context.state, context.queue, context.processes)
     , m_desk(context, m_tasks, m_sessions, m_writers)
     , m_processor(context, m_tasks, m_sessions, m_desk)
+    , m_trouble(context)
     , m_sockets(
           context.queue, paths.socketPath(),
           {.event = [this](const QString &name,
@@ -20,7 +21,8 @@ HookServer::HookServer(const HookContext &context, const Paths &paths, QObject *
            .permissionRequest =
                [this](FileDescriptor connection, const QJsonObject &payload) {
                    m_desk.processPermissionRequest(std::move(connection), payload);
-               }})
+               },
+           .trouble = [this](const QString &trouble) { setTrouble(trouble); }})
 {
 }
 
@@ -28,6 +30,14 @@ void HookServer::start()
 {
     RelayScripts::installHookScript(m_paths);
     m_sockets.start();
+}
+
+/// Whatever took the socket away may have taken the scripts that lead to it.
+void HookServer::setTrouble(const QString &trouble)
+{
+    if (trouble.isEmpty())
+        RelayScripts::installHookScript(m_paths);
+    m_trouble.set(trouble);
 }
 
 void HookServer::sendApprovalDecision(const ApprovalAnswer &answer)

@@ -6,8 +6,9 @@
 #include "HookSocketServer.h"
 #include "HookTasks.h"
 #include "SessionBook.h"
-#include "ThreadGroup.h"
+#include "TroubleNote.h"
 #include "core/Paths.h"
+#include "platform/ThreadGroup.h"
 
 #include <QObject>
 
@@ -34,12 +35,15 @@ public:
     [[nodiscard]] std::optional<QString> activeSessionId() const;
 
 private:
+    void setTrouble(const QString &trouble);
+
     const Paths m_paths;
     HookTasks m_tasks;
     SessionBook m_sessions;
     ThreadGroup m_writers;
     ApprovalDesk m_desk;
     HookEventProcessor m_processor;
+    TroubleNote m_trouble;
     HookSocketServer m_sockets;
 };
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "FileDescriptor.h"
-#include "ThreadGroup.h"
+#include "platform/LineServer.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -9,12 +8,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <set>
-#include <thread>
 
 namespace tirlo {
 
@@ -22,9 +17,9 @@ class MainQueue;
 
 /// Takes the connections of hook relays on a local stream socket and reads one JSON line from each.
 ///
-/// A thread of its own accepts, a short one a connection reads, so that a busy main thread never
-/// keeps an agent waiting: an event is answered before it is handled. Only the handlers run on the
-/// main thread.
+/// They are taken and read on other threads, so that a busy main thread never keeps an agent
+/// waiting: an event is answered before it is handled. Only the handlers run on the main thread;
+/// work that is on its way there when the server goes does nothing.
 class HookSocketServer
 {
 public:
@@ -35,40 +30,26 @@ public:
         /// A permission request; the connection stays open for the answer.
         std::function<void(FileDescriptor connection, const QJsonObject &payload)>
             permissionRequest;
+        /// What keeps agents from reaching the socket, in words that continue "Agents can't reach
+        /// Tirlo:"; "" each time that they can again.
+        std::function<void(const QString &trouble)> trouble;
     };
 
     /// A server for the socket at `path` that serves processes of the user `owner` only.
     HookSocketServer(MainQueue &queue, QString path, Handlers handlers, uid_t owner = getuid());
 
-    /// Ends all threads; work that is still posted to the main thread does nothing.
-    ~HookSocketServer();
-
-    /// Begins to listen; called once. Where that fails there is no server, and nothing else fails.
+    /// Begins to listen; called once. Standard error tells what keeps it from that.
     void start();
 
 private:
-    void acceptConnections();
-    [[nodiscard]] bool canAcceptAfter(int error);
-    void admit(FileDescriptor connection);
-    void read(FileDescriptor connection);
     void handle(FileDescriptor connection, const QByteArray &line);
+    void tell(int error);
 
     MainQueue &m_queue;
     const QString m_path;
-    const uid_t m_owner;
     /// Shared so that work on its way to the main thread can tell that the server is gone.
     std::shared_ptr<const Handlers> m_handlers;
-
-    FileDescriptor m_listener;
-    std::thread m_acceptThread;
-
-    std::mutex m_lock;
-    /// The connections being read; guarded by the lock, as is `m_isStopping`.
-    std::set<int> m_reading;
-    bool m_isStopping = false;
-    std::condition_variable m_stopping;
-
-    ThreadGroup m_readers;
+    LineServer m_server;
 };
 
 } // namespace tirlo

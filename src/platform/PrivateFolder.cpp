@@ -27,9 +27,12 @@ QString makeMissingFolders(const QString &path)
 
 void makePrivateFolder(const QString &path)
 {
-    if (makeMissingFolders(path).isEmpty())
-        QFile::setPermissions(
-            path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const QByteArray name = QFile::encodeName(path);
+    struct stat present = {};
+    // What is as it should be is left, since a change of nothing would be a change to whoever watches.
+    if (makeMissingFolders(path).isEmpty() && stat(name.constData(), &present) == 0
+        && (present.st_mode & ALLPERMS) != S_IRWXU)
+        chmod(name.constData(), S_IRWXU);
 }
 
 } // namespace tirlo

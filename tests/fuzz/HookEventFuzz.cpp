@@ -7,7 +7,7 @@
 #include "hooks/HookTasks.h"
 #include "hooks/Peer.h"
 #include "hooks/SessionBook.h"
-#include "hooks/ThreadGroup.h"
+#include "platform/ThreadGroup.h"
 #include "support/FakeProcessWatch.h"
 #include "support/HomeParts.h"
 #include "support/StandInIsland.h"

@@ -3,7 +3,7 @@
 #include "Peer.h"
 #include "hooks/HookTasks.h"
 #include "hooks/SessionBook.h"
-#include "hooks/ThreadGroup.h"
+#include "platform/ThreadGroup.h"
 
 namespace tirlo {
 namespace {

@@ -3,7 +3,7 @@
 #include "Peer.h"
 #include "hooks/ApprovalDesk.h"
 #include "hooks/HookTasks.h"
-#include "hooks/ThreadGroup.h"
+#include "platform/ThreadGroup.h"
 #include "support/Files.h"
 
 namespace tirlo {

@@ -2,6 +2,7 @@
 #include "HookFixture.h"
 #include "Peer.h"
 #include "hooks/RelayScripts.h"
+#include "hooks/TroubleNote.h"
 
 #include <QDir>
 
@@ -77,6 +78,7 @@ TEST_F(HookServerTest, NoUmaskOpensItsFilesAndNoLinkInTheirPlaceLeadsToAnotherFi
         }
         startServer();
         log.appendAppLog(u"qv.log"_s, u"line"_s, u"yyyy-MM-dd HH:mm:ss"_s);
+        log.flush();
         ASSERT_TRUE(eventually([this] { return modeOf(paths.socketPath()) == 0600; }));
         umask(usual);
     };
@@ -110,6 +112,37 @@ TEST_F(HookServerTest, NoUmaskOpensItsFilesAndNoLinkInTheirPlaceLeadsToAnotherFi
     victim.remove();
     startBeside(::symlink, 0022);
     EXPECT_FALSE(victim.exists()) << "nor does a dangling link make one";
+}
+
+TEST_F(HookServerTest, TroubleIsSaidOnceAndNotInPlaceOfTheGreetingOrOfARequest)
+{
+    TroubleNote trouble(context);
+    const auto isSaid = [&] {
+        queue.drain();
+        return expanded.size() == 1;
+    };
+    island.setView(IslandView::greeting);
+    trouble.set(u"the disk is full."_s);
+    EXPECT_FALSE(isSaid());
+    state.pendingApproval = ApprovalInfo();
+    island.setView(IslandView::approval);
+    EXPECT_FALSE(isSaid());
+    state.pendingApproval = std::nullopt;
+    EXPECT_TRUE(isSaid());
+    EXPECT_EQ(state.noteMessage.value(), u"Agents can't reach Tirlo: the disk is full."_s);
+    island.setView(IslandView::overview);
+    trouble.set(u"the disk is full."_s);
+    EXPECT_TRUE(isSaid()) << "and not again";
+
+    // Once it is over, nothing of it stays on show or is said later.
+    island.setView(IslandView::note);
+    trouble.set({});
+    EXPECT_NE(state.view.value(), IslandView::note);
+    island.setView(IslandView::greeting);
+    trouble.set(u"the disk is full."_s);
+    trouble.set({});
+    island.setView(IslandView::empty);
+    EXPECT_TRUE(isSaid());
 }
 
 } // namespace

@@ -1,12 +1,14 @@
 #include "hooks/HookSocketServer.h"
 #include "HookFixture.h"
 #include "Peer.h"
-#include "hooks/SocketLine.h"
+#include "platform/SocketLine.h"
+#include "support/Files.h"
 
 #include <QElapsedTimer>
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <vector>
 
 namespace tirlo {
@@ -27,7 +29,8 @@ struct HookSocketServerTest : HookFixture
                 .event = [this](const QString &name, const QJsonObject &) { events += name; },
                 .permissionRequest
                 = [this](FileDescriptor connection,
-                         const QJsonObject &) { requests.push_back(std::move(connection)); }},
+                         const QJsonObject &) { requests.push_back(std::move(connection)); },
+                .trouble = [this](const QString &trouble) { troubles += trouble; }},
             owner);
         server->start();
     }
@@ -44,8 +47,9 @@ struct HookSocketServerTest : HookFixture
         return reply;
     }
 
-    const QString path = home.filePath(u"qv.sock"_s);
+    const QString path = home.filePath(u"above/support/qv.sock"_s);
     QStringList events;
+    QStringList troubles;
     std::vector<FileDescriptor> requests;
     std::unique_ptr<HookSocketServer> server;
 };
@@ -134,6 +138,53 @@ TEST_F(HookSocketServerTest, EndsAtOnceWhileConnectionsAreOpen)
     queue.drain();
     EXPECT_TRUE(requests.empty());
     EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(HookSocketServerTest, ASocketThatIsLostIsThereAgainWithinFiveSeconds)
+{
+    const auto rename = [this](const QString &from, const char *to) {
+        std::rename(qPrintable(home.filePath(from)), qPrintable(home.filePath(to)));
+    };
+    const std::pair<const char *, std::function<void()>> losses[] = {
+        {"removed", [&] { QFile::remove(path); }},
+        {"moved", [&] { rename(u"above/support/qv.sock"_s, "elsewhere"); }},
+        {"replaced",
+         [&] {
+             writeFile(home.filePath(u"file"_s), "");
+             rename(u"file"_s, "above/support/qv.sock");
+         }},
+        {"its folder removed", [&] { QDir(home.filePath(u"above"_s)).removeRecursively(); }},
+        {"a folder above moved", [&] { rename(u"above"_s, "before"); }},
+    };
+    for (const auto &[name, lose] : losses) {
+        QElapsedTimer elapsed;
+        elapsed.start();
+        lose();
+        EXPECT_TRUE(eventually([this] { return connected().isConnected(); })) << name;
+        EXPECT_LT(elapsed.elapsed(), 5000) << name;
+        EXPECT_EQ(exchange(stop + "\n"), ok) << name;
+    }
+    EXPECT_EQ(troubles, QStringList(std::size(losses), QString())) << "each is told once";
+}
+
+TEST_F(HookSocketServerTest, WhatKeepsItFromListeningIsToldAndTriedAgain)
+{
+    auto first = std::move(server);
+    serve(getuid());
+    EXPECT_EQ(exchange(stop + "\n"), ok);
+    EXPECT_EQ(events.size(), 1) << "a live socket is left to the one who listens";
+    EXPECT_EQ(troubles, QStringList(u"another program has its socket."_s));
+    first.reset();
+    EXPECT_TRUE(eventually([this] { return troubles.size() == 2; }));
+    EXPECT_EQ(exchange(stop + "\n"), ok);
+
+    QFile::remove(path);
+    ASSERT_TRUE(QDir().mkdir(path));
+    EXPECT_TRUE(eventually([this] { return troubles.size() == 3; }));
+    EXPECT_EQ(troubles.last(), u"a folder is in the place of its socket."_s);
+    ASSERT_TRUE(QDir().rmdir(path));
+    EXPECT_TRUE(eventually([this] { return connected().isConnected(); }));
+    EXPECT_TRUE(eventually([this] { return troubles.last().isEmpty(); }));
 }
 
 TEST_F(HookSocketServerTest, PathThatIsTooLongIsReportedAndLeftAlone)

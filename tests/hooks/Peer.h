@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hooks/FileDescriptor.h"
+#include "platform/FileDescriptor.h"
 
 #include <QByteArray>
 #include <QFile>
