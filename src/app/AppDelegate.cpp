@@ -105,4 +105,10 @@ void AppDelegate::openSettings()
     m_settingsOpener.open(notched ? notched : m_screens.main());
 }
 
+void AppDelegate::flush()
+{
+    m_settings.flush();
+    m_log.flush();
+}
+
 } // namespace tirlo

@@ -53,10 +53,15 @@ public:
     /// Opens the island on its overview.
     void openIsland();
 
+    /// Opens the settings window below the island.
+    void openSettings();
+
+    /// Waits until settings and logs are written.
+    void flush();
+
 private:
     void setupMenuBarItem();
     void setupIsland();
-    void openSettings();
 
     const Paths m_paths;
     QtMainQueue m_queue;

@@ -12,7 +12,7 @@ namespace tirlo {
 
 namespace {
 
-constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP, SIGUSR1};
+constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP};
 
 /// The pipe from the handler to the event loop: reading end first.
 std::array<int, 2> wakePipe{-1, -1};
@@ -26,6 +26,13 @@ void wake(int number)
     errno = savedError;
 }
 
+void takeSignals()
+{
+    unsigned char number = 0;
+    while (read(wakePipe[0], &number, 1) == 1)
+        QCoreApplication::quit();
+}
+
 } // namespace
 
 ProcessSignals::ProcessSignals()
@@ -34,35 +41,29 @@ ProcessSignals::ProcessSignals()
         return;
     m_notifier = std::make_unique<QSocketNotifier>(wakePipe[0], QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-                     [this] { takeSignals(); });
+                     [] { takeSignals(); });
 
     struct sigaction action = {};
     action.sa_handler = wake;
     action.sa_flags = SA_RESTART;
-    for (const int number : signalNumbers)
+    for (const int number : signalNumbers) {
+        struct sigaction before = {};
+        if (sigaction(number, nullptr, &before) != 0 || before.sa_handler == SIG_IGN)
+            continue;
         sigaction(number, &action, nullptr);
+        m_caught.push_back(number);
+    }
 }
 
 ProcessSignals::~ProcessSignals()
 {
     if (!m_notifier)
         return;
-    for (const int number : signalNumbers)
+    for (const int number : m_caught)
         std::signal(number, SIG_DFL);
     m_notifier.reset();
     for (const int fd : wakePipe)
         close(fd);
-}
-
-void ProcessSignals::takeSignals()
-{
-    unsigned char number = 0;
-    while (read(wakePipe[0], &number, 1) == 1) {
-        if (number != SIGUSR1)
-            QCoreApplication::quit();
-        else if (onCalled)
-            onCalled();
-    }
 }
 
 } // namespace tirlo

@@ -2,13 +2,13 @@
 
 #include <QSocketNotifier>
 
-#include <functional>
 #include <memory>
+#include <vector>
 
 namespace tirlo {
 
 /// Brings the process's signals to the event loop: SIGTERM, SIGINT and SIGHUP end the application
-/// in order, SIGUSR1 calls back.
+/// in order. One that was ignored at the start stays so: nohup asks for that.
 ///
 /// There is one for the whole process. Signals are caught rather than blocked, since programs that
 /// are started from here would inherit a blocked one.
@@ -20,12 +20,8 @@ public:
     ProcessSignals(const ProcessSignals &) = delete;
     ProcessSignals &operator=(const ProcessSignals &) = delete;
 
-    /// Called on the main thread when another start of the program asks for this one.
-    std::function<void()> onCalled;
-
 private:
-    void takeSignals();
-
+    std::vector<int> m_caught;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 

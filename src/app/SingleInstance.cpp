@@ -1,44 +1,61 @@
 #include "SingleInstance.h"
 
+#include "platform/LocalSocket.h"
 #include "platform/PrivateFolder.h"
 
-#include <QCoreApplication>
 #include <QFile>
-#include <QSysInfo>
 
-#include <csignal>
-#include <sys/types.h>
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
 
 namespace tirlo {
 
-SingleInstance::SingleInstance(const Paths &paths)
-    : m_lock(paths.supportFolder() + QStringLiteral("/tirlo.lock"))
+namespace {
+
+constexpr double probeSeconds = 0.2;
+
+FileDescriptor opened(const QString &path, int flags)
 {
-    makePrivateFolder(paths.supportFolder());
-    // A lock is stale when its process is gone, however long it has been held.
-    m_lock.setStaleLockTime(0);
+    return FileDescriptor(
+        open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NOFOLLOW, 0600));
+}
+
+/// What is locked: a file of ours, or a folder where there can't be one.
+FileDescriptor lockable(const Paths &paths, int flags)
+{
+    FileDescriptor found = opened(paths.lockPath(), flags);
+    for (const QString &folder : {paths.supportFolder(), paths.home()}) {
+        if (!found.isOpen())
+            found = opened(folder, O_RDONLY | O_DIRECTORY);
+    }
+    return found;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const Paths &paths)
+    : m_paths(paths)
+{
 }
 
 bool SingleInstance::claim()
 {
-    if (m_lock.tryLock() || m_lock.error() != QLockFile::LockFailedError)
+    makePrivateFolder(m_paths.supportFolder());
+    m_lock = lockable(m_paths, O_RDWR | O_CREAT);
+    if (flock(m_lock.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return false;
+    if (!LocalSocket::connectTo(m_paths.commandSocketPath(), probeSeconds).socket.isOpen())
         return true;
-
-    qint64 processId = 0;
-    QString hostName;
-    QString applicationName;
-    if (!m_lock.getLockInfo(&processId, &hostName, &applicationName) || processId <= 0)
-        return true;
-    if (processId == QCoreApplication::applicationPid()) {
-        // Left over from another boot by a process that happened to have our number.
-        QFile::remove(m_lock.fileName());
-        return m_lock.tryLock();
-    }
-    // A home that is shared between machines may hold the lock of another one's program.
-    if (hostName != QSysInfo::machineHostName())
-        return true;
-    kill(pid_t(processId), SIGUSR1);
+    m_lock.close();
     return false;
+}
+
+bool SingleInstance::isClaimed(const Paths &paths)
+{
+    const FileDescriptor lock = lockable(paths, O_RDONLY);
+    return flock(lock.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 } // namespace tirlo

@@ -39,6 +39,9 @@ public:
             ::close(std::exchange(m_descriptor, -1));
     }
 
+    /// Gives the descriptor up, which stays open: for good, if nobody takes it over.
+    int release() { return std::exchange(m_descriptor, -1); }
+
 private:
     int m_descriptor = -1;
 };

@@ -56,7 +56,7 @@ void SettingsView::showEvent(QShowEvent *event)
 
 void SettingsView::addHookSections(QVBoxLayout &column, HookInstallers &hooks, const Paths &paths)
 {
-    m_hookSections = {new ClaudeHooksSection(hooks.claude, paths.hookScriptPath())};
+    m_hookSections = {new ClaudeHooksSection(hooks.claude, paths.hookScriptShown())};
     for (const auto &installer : hooks.guarded)
         m_hookSections.append(new AgentHooksSection(*installer));
     for (HookSection *section : m_hookSections) {

@@ -14,7 +14,7 @@ HookInstaller::HookInstaller(const Paths &paths, const HookTable &table, JsonSla
                              const MainQueue &clock)
     : m_file(paths, paths.agentSettingsPath(AgentCatalog::definition(table.agent)))
     , m_table(table)
-    , m_scriptPath(paths.hookScriptPath())
+    , m_scriptWord(paths.hookScriptWord())
     , m_slashes(slashes)
     , m_clock(clock)
 {
@@ -54,7 +54,7 @@ HookChange HookInstaller::keepPending(const AgentFile::Contents &present,
 
 std::vector<HookGroup> HookInstaller::groups() const
 {
-    return HookTables::groupsOf(m_table, m_scriptPath);
+    return HookTables::groupsOf(m_table, m_scriptWord);
 }
 
 QByteArray HookInstaller::fingerprintOf(const QByteArray &bytes)

@@ -88,7 +88,7 @@ private:
 
     AgentFile m_file;
     const HookTable &m_table;
-    const QString m_scriptPath;
+    const QString m_scriptWord;
     const JsonSlashes m_slashes;
     const MainQueue &m_clock;
     std::optional<Pending> m_pending;

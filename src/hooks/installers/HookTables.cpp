@@ -74,24 +74,12 @@ constexpr bool areComplete()
 }
 static_assert(areComplete());
 
-/// The script's path as one word of a shell's command line, whatever the home is called.
-QString quoted(const QString &scriptPath)
-{
-    QString word;
-    for (const QChar character : scriptPath) {
-        if (u"\"\\$`"_s.contains(character))
-            word += u'\\';
-        word += character;
-    }
-    return u'"' + word + u'"';
-}
-
-QString commandOf(const HookTable &table, const HookRow &row, const QString &scriptPath)
+QString commandOf(const HookTable &table, const HookRow &row, const QString &scriptWord)
 {
     const QString tag = AgentCatalog::definition(table.agent).tag;
     if (tag.isEmpty())
-        return quoted(scriptPath);
-    const QString command = u"/bin/sh "_s + quoted(scriptPath) + u" --agent "_s + tag;
+        return scriptWord;
+    const QString command = u"/bin/sh "_s + scriptWord + u" --agent "_s + tag;
     const QString argument = QString::fromLatin1(row.argument);
     return argument.isEmpty() ? command : command + u' ' + argument;
 }
@@ -115,12 +103,12 @@ const HookTable &HookTables::of(AgentId agent)
     return *std::ranges::find(tables, agent, &HookTable::agent);
 }
 
-std::vector<HookGroup> HookTables::groupsOf(const HookTable &table, const QString &scriptPath)
+std::vector<HookGroup> HookTables::groupsOf(const HookTable &table, const QString &scriptWord)
 {
     std::vector<HookGroup> groups;
     for (const HookRow &row : table.rows) {
         JsonObject hook{{u"type"_s, {u"command"_s}},
-                        {u"command"_s, {commandOf(table, row, scriptPath)}},
+                        {u"command"_s, {commandOf(table, row, scriptWord)}},
                         {u"timeout"_s, {JsonNumber{QString::number(row.timeout)}}}};
         insertText(hook, u"statusMessage"_s, row.statusMessage);
         JsonObject group{{u"hooks"_s, arrayOf({hook})}};

@@ -58,8 +58,8 @@ namespace HookTables {
 /// The table of an agent that has a settings file.
 [[nodiscard]] const HookTable &of(AgentId agent);
 
-/// The groups of a table, one an event, which run the script of that path.
-[[nodiscard]] std::vector<HookGroup> groupsOf(const HookTable &table, const QString &scriptPath);
+/// The groups of a table, one an event, which run the script that this word of a command line names.
+[[nodiscard]] std::vector<HookGroup> groupsOf(const HookTable &table, const QString &scriptWord);
 
 } // namespace HookTables
 
