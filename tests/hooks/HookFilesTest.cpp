@@ -1,5 +1,6 @@
 #include "InstallerFixture.h"
 
+#include "hooks/RelayScripts.h"
 #include "support/FileSizeLimit.h"
 
 #include <QProcess>
@@ -167,6 +168,31 @@ TEST_F(HookFilesTest, AWriterKilledAnywhereLeavesTheOldFileOrTheNew)
     }
     EXPECT_GT(killed, 20) << "too few writers were stopped before their end";
     EXPECT_EQ(survived, 3);
+}
+
+TEST_F(HookFilesTest, AHomeWhoseNameIsNoTextIsWiredAllTheSame)
+{
+    const QByteArray name = home.path().toUtf8() + "/\xff\xe9";
+    ASSERT_EQ(mkdir(name.constData(), 0700), 0);
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", name);
+    const Paths odd = Paths::ofUser();
+    RelayScripts::installHookScript(odd);
+    HookInstallers wiring(odd, queue);
+    static_cast<void>(wiring.claude.buildHooksData());
+    wiring.claude.writeHooks();
+    const QByteArray written = contents(odd.home() + u"/.claude/settings.json"_s);
+    const QString command = json(written)["hooks"]["Stop"][0]["hooks"][0]["command"].toString();
+    EXPECT_EQ(QProcess::execute(u"sh"_s, {u"-c"_s, u"test -x "_s + command}), 0)
+        << command.toStdString();
+    EXPECT_FALSE(wiring.claude.hooksNeedUpdate());
+    EXPECT_EQ(odd.hookScriptShown(), u"~/Library/Application Support/Skerry/qv-hook"_s);
+    struct stat there = {};
+    EXPECT_EQ(stat((name + "/.claude/settings.json").constData(), &there), 0);
+    qputenv("HOME", before);
+    // The temporary folder can't name it.
+    QDir(odd.home()).removeRecursively();
+    rmdir(name.constData());
 }
 
 } // namespace
