@@ -31,7 +31,9 @@ QString troubleOf(int error)
         return QStringLiteral("a folder is in the place of its socket.");
     case EROFS:
     case EACCES:
-        return QStringLiteral("its folder can't be written to.");
+    case ENOENT:
+    case ENOTDIR:
+        return QStringLiteral("its folder can't be made or written to.");
     case ENOSPC:
         return QStringLiteral("the disk is full.");
     default:
@@ -47,7 +49,7 @@ void logTrouble(const QString &path, int error)
                  qlonglong(name.size()), qlonglong(LocalSocket::longestPath), name.constData());
     else if (error != 0)
         qWarning("HookServer: can't listen at %s: %s", name.constData(),
-                 qPrintable(qt_error_string(error)));
+                 qPrintable(troubleOf(error)));
     else
         qInfo("HookServer: listening again at %s", name.constData());
 }
