@@ -29,7 +29,7 @@ void makePrivateFolder(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat present = {};
-    // What is as it should be is left, since a change of nothing would be a change to whoever watches.
+    // What is as it should be is left: whoever watches would take it for a change.
     if (makeMissingFolders(path).isEmpty() && stat(name.constData(), &present) == 0
         && (present.st_mode & ALLPERMS) != S_IRWXU)
         chmod(name.constData(), S_IRWXU);

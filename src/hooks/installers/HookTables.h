@@ -58,7 +58,7 @@ namespace HookTables {
 /// The table of an agent that has a settings file.
 [[nodiscard]] const HookTable &of(AgentId agent);
 
-/// The groups of a table, one an event, which run the script that this word of a command line names.
+/// The groups of a table, one an event; they run the script that the word of a command line names.
 [[nodiscard]] std::vector<HookGroup> groupsOf(const HookTable &table, const QString &scriptWord);
 
 } // namespace HookTables
