@@ -21,8 +21,8 @@ struct Attempt
 
 /// A listening socket at the path, open to its owner alone; accepting from it never waits.
 ///
-/// What stands there gives way, but for a folder and for a socket that somebody listens on, which is
-/// EADDRINUSE. A longer path than the longest is ENAMETOOLONG.
+/// What stands there gives way, but for a folder and for a socket that somebody listens on
+/// (EADDRINUSE). A longer path than the longest is ENAMETOOLONG.
 [[nodiscard]] Attempt listenAt(const QString &path);
 
 /// A connection to the socket at the path; neither connecting nor anything done with it takes
