@@ -1,7 +1,7 @@
 #include "TurnRecord.h"
 
-#include "FileDescriptor.h"
 #include "core/Json.h"
+#include "platform/FileDescriptor.h"
 
 #include <QFile>
 

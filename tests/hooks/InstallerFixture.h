@@ -17,11 +17,6 @@ namespace tirlo {
 
 using namespace Qt::StringLiterals;
 
-inline QJsonValue json(const QByteArray &text)
-{
-    return QJsonDocument::fromJson(text).object();
-}
-
 /// What a failing operation tells the user; "" when it does not fail.
 template<typename Operation>
 std::string messageOf(Operation operation)
@@ -37,6 +32,8 @@ std::string messageOf(Operation operation)
 /// The installers in a home of their own, whose name gives shells and patterns something to chew.
 struct InstallerFixture : testing::Test
 {
+    static QJsonValue json(const QByteArray &text) { return QJsonDocument::fromJson(text).object(); }
+
     /// The names of all that lies beside the file.
     static QStringList besides(const QString &path)
     {
