@@ -42,12 +42,8 @@ AppDelegate::~AppDelegate()
     m_keychain.stopAsking();
 }
 
-bool AppDelegate::applicationDidFinishLaunching()
+void AppDelegate::applicationDidFinishLaunching()
 {
-    if (!m_screens.main()) {
-        qCritical("Tirlo needs a screen and found none.");
-        return false;
-    }
     setupMenuBarItem();
     setupIsland();
     m_queue.after(loadingDelay, &m_notifications, [this] {
@@ -55,7 +51,6 @@ bool AppDelegate::applicationDidFinishLaunching()
         // The keyring may be slow, and may have to wait for the user.
         m_keychainLoading.post([this] { m_keychainStore.load(); });
     });
-    return true;
 }
 
 void AppDelegate::setupMenuBarItem()
@@ -72,18 +67,22 @@ void AppDelegate::setupMenuBarItem()
 
 void AppDelegate::setupIsland()
 {
-    m_frames.setRate(QGuiApplication::primaryScreen()->refreshRate());
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        m_frames.setRate(screen->refreshRate());
     // A style says so when the desktop asks its programs to do without animations.
     m_frames.setReducesMotion(!QApplication::style()->styleHint(QStyle::SH_Widget_Animate));
 
-    m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_pointer, m_inputMonitor,
-                                             m_windowList, m_applications, m_pollDriver},
+    m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_panelWindow, m_sessionLock,
+                                             m_pointer, m_inputMonitor, m_windowList,
+                                             m_applications, m_pollDriver},
                                m_island, m_state, m_notifications, m_sounds, m_queue);
     auto *island = new IslandRootView({m_state, m_notifications, m_island, m_sounds, m_queue,
                                        m_frames, m_screens, m_applications, m_keychainStore,
                                        m_islandActions, m_cardSight});
     IslandPanel &panel = m_islandController->panel();
     QObject::connect(island, &IslandRootView::drawn, &panel, &IslandPanel::setDrawn);
+    QObject::connect(&m_islandController->guard(), &PanelGuard::uncovered, island,
+                     &IslandRootView::comesIntoSight);
     m_islandController->setContent(island);
     m_islandController->showWindow();
     m_island.greet();
@@ -101,8 +100,7 @@ void AppDelegate::openIsland()
 void AppDelegate::openSettings()
 {
     m_island.collapse();
-    const auto notched = IslandGeometry::notchScreen(m_screens);
-    m_settingsOpener.open(notched ? notched : m_screens.main());
+    m_settingsOpener.open(m_islandController->screen());
 }
 
 void AppDelegate::flush()

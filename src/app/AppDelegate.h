@@ -16,6 +16,7 @@
 #include "platform/BackgroundWorker.h"
 #include "platform/linux/AlAudioOutput.h"
 #include "platform/linux/DesktopApplications.h"
+#include "platform/linux/DesktopSessionLock.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/Keychain.h"
 #include "platform/linux/PidfdProcessWatch.h"
@@ -25,6 +26,8 @@
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/XcbInputMonitor.h"
+#include "platform/linux/XcbPanelWindow.h"
+#include "platform/linux/XcbStack.h"
 #include "platform/linux/XcbWindowList.h"
 #include "platform/linux/XcbWindowShape.h"
 #include "settings/SettingsOpener.h"
@@ -46,9 +49,8 @@ public:
     explicit AppDelegate(const Paths &paths);
     ~AppDelegate();
 
-    /// Shows the island and begins to listen to agents; false when there is no screen to show it
-    /// on.
-    [[nodiscard]] bool applicationDidFinishLaunching();
+    /// Shows the island and begins to listen to agents.
+    void applicationDidFinishLaunching();
 
     /// Opens the island on its overview.
     void openIsland();
@@ -69,11 +71,14 @@ private:
     FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};
     Keychain m_keychain{m_paths.secretsPath()};
     QtHttpClient m_http{m_queue};
-    QtScreens m_screens;
+    QtScreens m_screens{m_queue};
+    XcbStack m_stack{m_queue};
     XcbWindowShape m_windowShape;
     QtPointer m_pointer;
     XcbInputMonitor m_inputMonitor;
-    XcbWindowList m_windowList;
+    XcbWindowList m_windowList{m_stack};
+    XcbPanelWindow m_panelWindow{m_stack};
+    DesktopSessionLock m_sessionLock{m_stack, m_queue};
     DesktopApplications m_applications;
     PidfdProcessWatch m_processes{m_queue};
     AlAudioOutput m_audioOutput{m_queue};

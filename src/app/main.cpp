@@ -85,8 +85,7 @@ int run(int argc, char *argv[], const Paths &paths)
 
     const ProcessSignals processSignals;
     AppDelegate delegate(paths);
-    if (!delegate.applicationDidFinishLaunching())
-        return failure;
+    delegate.applicationDidFinishLaunching();
     QtMainQueue queue;
     CommandServer commands(queue, paths.commandSocketPath(),
                            [&delegate](Command command) { perform(delegate, command); });

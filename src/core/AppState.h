@@ -5,6 +5,7 @@
 #include "model/AgentTask.h"
 #include "model/ApprovalInfo.h"
 #include "model/Chat.h"
+#include "model/IslandPlace.h"
 #include "model/IslandView.h"
 #include "model/Results.h"
 #include "platform/Applications.h"
@@ -51,9 +52,15 @@ public:
     QProperty<std::optional<BotState>> stateOverride;
 
     // The display's notch in points, as the island's controller measured it.
-    double notchWidth = 184;
-    double notchHeight = 32;
-    bool hasNotch = true;
+    QProperty<double> notchWidth{184};
+    QProperty<double> notchHeight{32};
+    QProperty<bool> hasNotch{true};
+
+    // What the desktop lets be seen of the island, as its controller found it.
+    /// The user's session is locked.
+    QProperty<bool> isLocked{false};
+    /// A full-screen window fills the island's screen.
+    QProperty<bool> isScreenFull{false};
 
     /// The last frontmost other application.
     std::optional<RunningApplication> lastExternalApp;
@@ -97,6 +104,10 @@ public:
     std::uint16_t hotkeyCode = 45;
     /// Agents in plain terminals count as well.
     QProperty<bool> anyTerminal{false};
+    QProperty<IslandPosition> islandPosition{IslandPosition::automatic};
+    QProperty<IslandScreen> islandScreen{IslandScreen::automatic};
+    /// A request or question comes up over a full-screen window, too.
+    QProperty<bool> requestsOverFullscreen{true};
     QProperty<QSet<QString>> vercelProjectFilter;
     QProperty<QSet<QString>> n8nWorkflowFilter;
     QProperty<QSet<QString>> activeIntegrations;

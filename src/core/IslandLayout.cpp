@@ -36,8 +36,7 @@ MascotPlace closedPlace(double x, double islandHeight)
 
 double cardGrowth(IslandView view, const AppState &state)
 {
-    const bool grows = view == IslandView::approval || view == IslandView::question;
-    return grows ? state.cardGrowth.value() : 0;
+    return asksTheUser(view) ? state.cardGrowth.value() : 0;
 }
 
 QSizeF islandSize(IslandMode mode, IslandView view, double nw, double nh, qsizetype chatCount,

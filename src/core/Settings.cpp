@@ -52,10 +52,11 @@ std::optional<QString> readMainPill(const KeyValueStore &store, const QString &k
     return text && PillCatalog::canBeMainPill(*text) ? text : std::nullopt;
 }
 
-std::optional<ChatProvider> readProvider(const KeyValueStore &store, const QString &key)
+template<typename Enum>
+std::optional<Enum> readCase(const KeyValueStore &store, const QString &key)
 {
     const auto text = store.text(key);
-    return text ? fromRawText<ChatProvider>(*text) : std::nullopt;
+    return text ? fromRawText<Enum>(*text) : std::nullopt;
 }
 
 /// Older versions closed after a minute by default; such a default becomes the present one.
@@ -91,9 +92,10 @@ StoredValue encodeTextSet(const QSet<QString> &texts)
     return QJsonDocument(QJsonArray::fromStringList(sorted)).toJson(QJsonDocument::Compact);
 }
 
-StoredValue encodeProvider(ChatProvider provider)
+template<typename Enum>
+StoredValue encodeCase(Enum value)
 {
-    return rawText(provider);
+    return rawText(value);
 }
 
 /// Takes a whole number that fits the field; any other leaves it.
@@ -124,7 +126,7 @@ void Settings::apply(AppState &state)
     bind(state.soundEnabled, key("soundEnabled"), readFlag, asIs<bool>);
     bind(state.soundVolume, key("soundVolume"), readReal, asIs<double>);
     bind(state.claudeModel, key("claudeModel"), readNonBlankText, asIs<QString>);
-    bind(state.chatProvider, key("chatProvider"), readProvider, encodeProvider);
+    bind(state.chatProvider, key("chatProvider"), readCase<ChatProvider>, encodeCase<ChatProvider>);
     bind(state.googleChatModel, key("googleChatModel"), readText, asIs<QString>);
     bind(state.openAIChatModel, key("openAIChatModel"), readText, asIs<QString>);
     bind(state.autoCloseInterval, key("autoCloseInterval"), readAutoCloseInterval, asIs<double>);
@@ -134,6 +136,10 @@ void Settings::apply(AppState &state)
     readInteger(m_store, hotkeyFlagsKey, state.hotkeyFlags);
     readInteger(m_store, hotkeyCodeKey, state.hotkeyCode);
     bind(state.anyTerminal, key("anyTerminal"), readFlag, asIs<bool>);
+    bind(state.islandPosition, key("islandPosition"), readCase<IslandPosition>,
+         encodeCase<IslandPosition>);
+    bind(state.islandScreen, key("islandScreen"), readCase<IslandScreen>, encodeCase<IslandScreen>);
+    bind(state.requestsOverFullscreen, key("requestsOverFullscreen"), readFlag, asIs<bool>);
     bind(state.vercelProjectFilter, key("vercelProjectFilter"), readTextSet, encodeTextSet);
     bind(state.n8nWorkflowFilter, key("n8nWorkflowFilter"), readTextSet, encodeTextSet);
     bind(state.activeIntegrations, key("activeIntegrations"), readTextSet, encodeTextSet);

@@ -1,5 +1,6 @@
 #include "Island.h"
 
+#include "IslandSight.h"
 #include "core/AppState.h"
 #include "core/Notifications.h"
 #include "core/SoundEngine.h"
@@ -27,12 +28,6 @@ IslandMode modeOf(IslandStateMachine::State state)
     return IslandMode::expanded;
 }
 
-/// Whether the card waits for the user, however long that takes.
-bool asksTheUser(IslandView card)
-{
-    return card == IslandView::approval || card == IslandView::question;
-}
-
 } // namespace
 
 Island::Island(AppState &state, Notifications &notifications, SoundEngine &sounds, MainQueue &queue)
@@ -56,10 +51,22 @@ Island::Island(AppState &state, Notifications &notifications, SoundEngine &sound
             &IslandStateMachine::greetingFinished);
     m_observers.follow(m_state.tasks, [this] { followTasks(); });
     m_observers.follow(m_state.pendingApproval, [this] { followRequest(); });
+    m_observers.follow(m_state.isLocked, [this] { followLock(); });
+    m_observers.follow(m_state.isScreenFull, [this] { followFullScreen(); });
+    const auto followSight = [this] { this->followSight(); };
+    m_observers.follow(m_state.mode, followSight);
+    m_observers.follow(m_state.view, followSight);
+    m_observers.follow(m_state.isLocked, followSight);
+    m_observers.follow(m_state.isScreenFull, followSight);
+    m_observers.follow(m_state.requestsOverFullscreen, followSight);
 }
 
 void Island::greet()
 {
+    if (!IslandSight::mayBeDrawn(m_state)) {
+        m_machine.reveal();
+        return;
+    }
     m_writer.setView(IslandView::greeting);
     m_machine.beginGreeting();
     m_state.lastActivity = m_queue.mediaTime();
@@ -67,6 +74,8 @@ void Island::greet()
 
 void Island::open(IslandView card)
 {
+    if (m_state.isLocked)
+        return;
     m_writer.setView(card);
     m_machine.open();
     m_state.lastActivity = m_queue.mediaTime();
@@ -128,17 +137,17 @@ void Island::transition(IslandStateMachine::State from, IslandStateMachine::Stat
     using State = IslandStateMachine::State;
     const IslandMode old = modeOf(from);
     const IslandMode mode = modeOf(to);
-    if (from == State::hidden && to == State::petit)
+    const bool wasSeenOpen = m_isSeenOpen;
+    if (from == State::hidden && to == State::petit && IslandSight::mayBeDrawn(m_state))
         m_sounds.play(QStringLiteral("peek"));
     if (from == State::tirlo && to == State::petit)
         Q_EMIT m_notifications.greetingInterrupt();
 
     m_writer.setMode(mode);
-    if (mode == IslandMode::expanded && old != mode)
-        m_sounds.play(QStringLiteral("open"));
     if (old == IslandMode::expanded && mode != old) {
-        m_sounds.play(QStringLiteral("close"));
-        if (!isHeldOpen())
+        if (wasSeenOpen)
+            m_sounds.play(QStringLiteral("close"));
+        if (!hasRequest())
             m_state.isPinned = false;
     }
     if (from == State::tirlo && to == State::petit)
@@ -167,6 +176,30 @@ void Island::followRequest()
         m_machine.startWaiting();
 }
 
+/// What waits for an answer comes up once the user is back.
+void Island::followLock()
+{
+    if (m_state.isLocked)
+        m_machine.collapse();
+    else if (isHeldOpen())
+        openForEvent(defaultView());
+}
+
+/// A greeting that can't be seen is over.
+void Island::followFullScreen()
+{
+    if (m_state.isScreenFull && m_machine.state() == IslandStateMachine::State::tirlo)
+        m_machine.collapse();
+}
+
+void Island::followSight()
+{
+    const bool isSeenOpen
+        = m_state.mode == IslandMode::expanded && IslandSight::mayBeDrawn(m_state);
+    if (isSeenOpen != std::exchange(m_isSeenOpen, isSeenOpen) && isSeenOpen)
+        m_sounds.play(QStringLiteral("open"));
+}
+
 void Island::beDizzy()
 {
     const IslandView previous = m_state.view;
@@ -193,9 +226,15 @@ IslandView Island::defaultView() const
     return m_knownTasks.isEmpty() ? IslandView::empty : IslandView::overview;
 }
 
-bool Island::isHeldOpen() const
+bool Island::hasRequest() const
 {
     return m_state.pendingApproval.value().has_value();
+}
+
+/// Nothing is held open for those who stand before a locked session.
+bool Island::isHeldOpen() const
+{
+    return hasRequest() && !m_state.isLocked;
 }
 
 QSet<QString> Island::taskIds() const

@@ -24,11 +24,11 @@ public:
     /// A hidden island; all of these outlive it.
     Island(AppState &state, Notifications &notifications, SoundEngine &sounds, MainQueue &queue);
 
-    /// Opens on the greeting.
+    /// Opens on the greeting; where that could not be seen it only peeks out.
     void greet();
 
     /// Opens on the card, as the user asks it to from outside; it stays until the pointer has been
-    /// on it.
+    /// on it. In a locked session nobody can ask, and nothing opens.
     void open(IslandView card);
 
     /// Closes to the compact form, unless a permission request holds it open.
@@ -49,11 +49,15 @@ private:
     void transition(IslandStateMachine::State from, IslandStateMachine::State to);
     void followTasks();
     void followRequest();
+    void followLock();
+    void followFullScreen();
+    void followSight();
     void beDizzy();
     void recover(IslandView previous);
 
     /// The card that the island opens on by itself.
     [[nodiscard]] IslandView defaultView() const;
+    [[nodiscard]] bool hasRequest() const;
     [[nodiscard]] bool isHeldOpen() const;
     [[nodiscard]] QSet<QString> taskIds() const;
 
@@ -65,6 +69,8 @@ private:
     IslandWriter m_writer;
     IslandStateMachine m_machine;
     QSet<QString> m_knownTasks;
+    /// It is open, and may be seen.
+    bool m_isSeenOpen = false;
     WorkItem m_recovery;
     Observers m_observers;
 };

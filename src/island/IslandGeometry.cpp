@@ -31,6 +31,34 @@ std::optional<ScreenInfo> notchScreen(const Screens &screens)
     return std::nullopt;
 }
 
+std::optional<ScreenInfo> chosenScreen(const Screens &screens, IslandScreen choice,
+                                       const std::optional<QPointF> &opener)
+{
+    if (choice == IslandScreen::pointer && opener) {
+        for (const ScreenInfo &screen : screens.all()) {
+            if (screen.frame.contains(*opener))
+                return screen;
+        }
+    }
+    const auto notched = notchScreen(screens);
+    return notched ? notched : screens.main();
+}
+
+double hangingDepth(const ScreenInfo &screen, IslandPosition position, bool isScreenFull)
+{
+    if (isScreenFull)
+        return 0;
+    switch (position) {
+    case IslandPosition::automatic:
+        return screen.safeAreaTop > 0 ? 0 : screen.topPanel;
+    case IslandPosition::screenEdge:
+        return 0;
+    case IslandPosition::belowPanel:
+        return std::max(screen.topPanel, screen.safeAreaTop);
+    }
+    return 0;
+}
+
 IslandScreenGeometry screenGeometry(const ScreenInfo &screen, double statusBarThickness)
 {
     if (screen.safeAreaTop > 0)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IslandShape.h"
+#include "core/model/IslandPlace.h"
 #include "core/model/IslandView.h"
 #include "platform/Screens.h"
 
@@ -28,6 +29,15 @@ namespace IslandGeometry {
 
 /// The first screen with a notch, or nothing.
 [[nodiscard]] std::optional<ScreenInfo> notchScreen(const Screens &screens);
+
+/// The screen for the island, or nothing when there is none; `opener` is where the pointer was when
+/// the island opened, if that is known.
+[[nodiscard]] std::optional<ScreenInfo> chosenScreen(const Screens &screens, IslandScreen choice,
+                                                     const std::optional<QPointF> &opener);
+
+/// How far below the screen's edge the island hangs; over a full-screen window there is no panel.
+[[nodiscard]] double hangingDepth(const ScreenInfo &screen, IslandPosition position,
+                                  bool isScreenFull);
 
 /// Measures the screen; `statusBarThickness` serves where the screen has no bar of its own.
 [[nodiscard]] IslandScreenGeometry screenGeometry(const ScreenInfo &screen,

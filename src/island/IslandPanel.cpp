@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 #include "core/IslandLayout.h"
+#include "platform/PanelWindow.h"
 #include "platform/WindowShape.h"
 
 #include <QEvent>
@@ -16,19 +17,17 @@ namespace {
 /// How far, in points, the hit area reaches over the island's edges.
 constexpr double hitMargin = 6;
 
-Qt::WindowFlags windowFlagsFor(bool isManaged)
-{
-    const Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
-        | Qt::NoDropShadowWindowHint | Qt::WindowDoesNotAcceptFocus;
-    return isManaged ? flags : flags | Qt::BypassWindowManagerHint;
-}
+constexpr Qt::WindowFlags panelFlags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+    | Qt::NoDropShadowWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus;
 
 } // namespace
 
-IslandPanel::IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEverywhere)
-    : QWidget(nullptr, windowFlagsFor(pointerSeenEverywhere))
+IslandPanel::IslandPanel(AppState &state, WindowShape &shape, PanelWindow &window,
+                         bool pointerSeenEverywhere)
+    : QWidget(nullptr, panelFlags)
     , m_state(state)
     , m_shape(shape)
+    , m_window(window)
     , m_takesPointerInHitArea(!pointerSeenEverywhere)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -37,25 +36,32 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEv
     setFixedSize(IslandConst::panelWidth, IslandConst::panelHeight);
     setWindowTitle(QStringLiteral("Tirlo"));
 
-    const auto update = [this] {
-        holdPlace();
-        updateInputRegion();
-    };
+    const auto update = [this] { updateInputRegion(); };
     m_observers.follow(m_state.mode, update);
     m_observers.follow(m_state.view, update);
     m_observers.follow(m_state.chatHistory, update);
     m_observers.follow(m_state.cardGrowth, update);
 }
 
-void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch)
+void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch, double depth)
 {
     notchWidth = notch.notchWidth;
     notchHeight = notch.notchHeight;
-    m_screenOrigin = screen.frame.topLeft();
+    m_screenOrigin = screen.frame.topLeft() + QPointF(0, depth);
     const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
-    m_place = {int(std::round(left)), int(std::round(screen.frame.top()))};
-    move(m_place);
+    m_place = {int(std::round(left)), int(std::round(m_screenOrigin.y()))};
+    goToItsPlace();
     updateInputRegion();
+}
+
+bool IslandPanel::isAtItsPlace() const
+{
+    return pos() == m_place && size() == QSize(IslandConst::panelWidth, IslandConst::panelHeight);
+}
+
+void IslandPanel::goToItsPlace()
+{
+    setGeometry({m_place, QSize(IslandConst::panelWidth, IslandConst::panelHeight)});
 }
 
 QRectF IslandPanel::currentIslandFrame(double nw, double nh) const
@@ -89,58 +95,27 @@ void IslandPanel::setDrawn(const IslandShape &outline)
 void IslandPanel::takeKeyboard()
 {
     winId();
-    acceptKeyboard(true);
-    activateWindow();
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    m_window.takeKeyboard(*windowHandle());
 }
 
 bool IslandPanel::releaseKeyboard()
 {
     if (!windowHandle() || windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus))
-        return false;
-    const bool hadIt = isActiveWindow();
-    acceptKeyboard(false);
-    return hadIt;
-}
-
-void IslandPanel::acceptKeyboard(bool accepts)
-{
-    QWindow &native = *windowHandle();
-    if (native.flags().testFlag(Qt::WindowDoesNotAcceptFocus) != accepts)
-        return;
-    native.setFlag(Qt::WindowDoesNotAcceptFocus, !accepts);
-    // The desktop is told the type anew with the flags, and takes the window for a plain one.
-    becomeDock();
+        return true;
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus);
+    return m_window.returnKeyboard(*windowHandle());
 }
 
 bool IslandPanel::event(QEvent *event)
 {
     const bool handled = QWidget::event(event);
     if (event->type() == QEvent::WinIdChange) {
-        becomeDock();
         // A new native window takes the pointer everywhere until told otherwise.
         m_inputShape = {.width = 0, .height = 0};
         updateInputRegion();
     }
     return handled;
-}
-
-void IslandPanel::becomeDock()
-{
-    // A dock is left where it is put, over the desktop's bars, and no task list has it. The type
-    // reaches the desktop only when it is set anew on a native window that exists.
-    setAttribute(Qt::WA_X11NetWmWindowTypeDock, false);
-    setAttribute(Qt::WA_X11NetWmWindowTypeDock);
-    if (windowHandle() && windowHandle()->handle())
-        m_shape.showOnAllDesktops(*windowHandle());
-}
-
-/// While a busy window manager takes the window into its care it may tell of a place where the
-/// window isn't; asked once more it tells the true one.
-void IslandPanel::holdPlace()
-{
-    QWindow *native = windowHandle();
-    if (native && native->handle() && native->position() != m_place)
-        native->setPosition(m_place);
 }
 
 void IslandPanel::updateInputRegion()

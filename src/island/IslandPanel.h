@@ -9,32 +9,42 @@
 namespace tirlo {
 
 class AppState;
+class PanelWindow;
 class WindowShape;
 
 /// The borderless window around the notch that holds the drawn island and is else see-through.
 ///
-/// It stays above other windows and never takes the focus by itself. Only the island takes the
-/// pointer: a click beside it reaches the window beneath.
+/// No window manager looks after it, so that it stands where it is put, on every virtual desktop and
+/// in no list of windows. It never takes the focus by itself. Only the island takes the pointer: a
+/// click beside it reaches the window beneath.
 class IslandPanel final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Store and shape must outlive the panel.
+    /// All of these must outlive the panel.
     ///
     /// Where the pointer is only known over windows of ours, the panel takes it in the whole hit
-    /// area; such a desktop is a Wayland session, whose window manager is also kept out of it,
-    /// since it would put the panel into the middle of the screen.
-    IslandPanel(AppState &state, WindowShape &shape, bool pointerSeenEverywhere = true);
+    /// area.
+    IslandPanel(AppState &state, WindowShape &shape, PanelWindow &window,
+                bool pointerSeenEverywhere = true);
 
     /// The notch in points, as measured on the panel's screen.
     double notchWidth = IslandConst::unknownNotchWidth;
     double notchHeight = 32;
 
-    /// Hangs the panel at the top centre of the screen, whose notch has been measured.
-    void placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch);
+    /// Hangs the panel at the top centre of the screen, whose notch has been measured, so many
+    /// points below its edge.
+    void placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch, double depth);
 
-    /// The top-left corner of the panel's screen, in points of the desktop.
+    /// Whether the panel is where it was put, in its own size.
+    [[nodiscard]] bool isAtItsPlace() const;
+
+    /// Goes back to where it was put.
+    void goToItsPlace();
+
+    /// The left edge of the panel's screen and the line that the panel hangs from, in points of the
+    /// desktop.
     [[nodiscard]] QPointF screenOrigin() const { return m_screenOrigin; }
 
     /// The island's rectangle in the panel, y growing downward; `nw` and `nh` are the notch's size.
@@ -51,23 +61,22 @@ public:
     /// edge.
     void setDrawn(const IslandShape &outline);
 
-    /// Asks for the keyboard, as a card with a text field needs it.
+    /// Takes the keyboard, as a card with a text field needs it.
     void takeKeyboard();
 
-    /// Wants the keyboard no more; true when the panel had it.
+    /// Gives the keyboard back, if the panel had taken it; false when the window that had it before
+    /// is not there any more.
     bool releaseKeyboard();
 
 protected:
     bool event(QEvent *event) override;
 
 private:
-    void acceptKeyboard(bool accepts);
-    void becomeDock();
-    void holdPlace();
     void updateInputRegion();
 
     AppState &m_state;
     WindowShape &m_shape;
+    PanelWindow &m_window;
     const bool m_takesPointerInHitArea;
     QPointF m_screenOrigin;
     QPoint m_place;

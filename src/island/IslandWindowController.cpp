@@ -1,42 +1,49 @@
 #include "IslandWindowController.h"
 
 #include "Island.h"
+#include "IslandSight.h"
 #include "core/AppState.h"
 #include "platform/Applications.h"
+#include "platform/SessionLock.h"
 
 #include <QApplication>
 
 namespace tirlo {
-
-namespace {
-
-ScreenInfo chosenScreen(const Screens &screens)
-{
-    if (const auto screen = IslandGeometry::notchScreen(screens))
-        return *screen;
-    if (const auto screen = screens.main())
-        return *screen;
-    qFatal("There is no screen to put the island on.");
-}
-
-} // namespace
 
 IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Island &island,
                                                AppState &state, Notifications &notifications,
                                                SoundEngine &sounds, MainQueue &queue)
     : m_desktop(desktop)
     , m_state(state)
-    , m_screen(chosenScreen(desktop.screens))
-    , m_panel(state, desktop.shape, desktop.pointer.seesWholeDesktop())
+    , m_mode(state.mode)
+    , m_panel(state, desktop.shape, desktop.panelWindow, desktop.pointer.seesWholeDesktop())
+    , m_guard(m_panel, desktop.panelWindow, state, queue)
     , m_hover(state, notifications, sounds, queue)
     , m_loop({m_panel, island, m_hover, state}, desktop.pointer, desktop.pollDriver)
     , m_presses({m_panel, island, m_hover, m_loop, state, notifications})
     , m_keys(state, island, desktop.input, desktop.windows)
 {
-    setupPanel();
+    m_state.isLocked = desktop.lock.isLocked();
+    chooseScreen();
     m_loop.startPolling();
-    m_observers.follow(m_state.mode, [this] { followCard(); });
+
+    connect(&desktop.screens, &Screens::changed, this, &IslandWindowController::chooseScreen);
+    connect(&desktop.windows, &WindowList::arrangementChanged, this,
+            &IslandWindowController::followFullScreen);
+    connect(&desktop.lock, &SessionLock::changed, this,
+            [this] { m_state.isLocked = m_desktop.lock.isLocked(); });
+    m_observers.follow(m_state.islandScreen, [this] { chooseScreen(); });
+    m_observers.follow(m_state.islandPosition, [this] { hang(); });
+    m_observers.follow(m_state.isScreenFull, [this] { hang(); });
+
+    m_observers.follow(m_state.mode, [this] { followMode(); });
     m_observers.follow(m_state.view, [this] { followCard(); });
+    const auto followSight = [this] { this->followSight(); };
+    m_observers.follow(m_state.mode, followSight);
+    m_observers.follow(m_state.view, followSight);
+    m_observers.follow(m_state.isLocked, followSight);
+    m_observers.follow(m_state.isScreenFull, followSight);
+    m_observers.follow(m_state.requestsOverFullscreen, followSight);
     // A field that was left, as by Escape, needs the keyboard no more.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
         if (!now)
@@ -44,21 +51,79 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     });
 }
 
-void IslandWindowController::setupPanel()
+void IslandWindowController::showWindow()
 {
+    m_isWanted = true;
+    followSight();
+}
+
+void IslandWindowController::chooseScreen()
+{
+    const auto screen
+        = IslandGeometry::chosenScreen(m_desktop.screens, m_state.islandScreen, m_opener);
+    if (screen == m_screen)
+        return;
+    m_screen = screen;
+    followFullScreen();
+    hang();
+    followSight();
+}
+
+void IslandWindowController::followMode()
+{
+    const bool wasOpen = std::exchange(m_mode, m_state.mode.value()) == IslandMode::expanded;
+    if (m_mode == IslandMode::expanded && !wasOpen && m_desktop.pointer.seesWholeDesktop()) {
+        m_opener = m_desktop.pointer.position();
+        if (m_state.islandScreen == IslandScreen::pointer)
+            chooseScreen();
+    }
+    followCard();
+}
+
+void IslandWindowController::followFullScreen()
+{
+    if (m_screen)
+        m_state.isScreenFull = m_desktop.windows.isFullScreen(m_screen->frame);
+}
+
+/// Puts the panel where it belongs on its screen.
+void IslandWindowController::hang()
+{
+    if (!m_screen)
+        return;
+    const double depth
+        = IslandGeometry::hangingDepth(*m_screen, m_state.islandPosition, m_state.isScreenFull);
+    ScreenInfo around = *m_screen;
+    // Below a panel it is not in the notch.
+    if (depth > 0)
+        around.safeAreaTop = 0;
     const auto notch
-        = IslandGeometry::screenGeometry(m_screen, m_desktop.screens.statusBarThickness());
+        = IslandGeometry::screenGeometry(around, m_desktop.screens.statusBarThickness());
     m_state.notchWidth = notch.notchWidth;
     m_state.notchHeight = notch.notchHeight;
     m_state.hasNotch = notch.hasNotch;
-    m_panel.placeOn(m_screen, notch);
+    m_panel.placeOn(*m_screen, notch, depth);
+}
+
+/// Shows the panel while the island may be seen, and nothing of it otherwise.
+void IslandWindowController::followSight()
+{
+    const bool isSeen = m_isWanted && m_screen && IslandSight::mayBeDrawn(m_state);
+    if (isSeen == m_panel.isVisible())
+        return;
+    if (!isSeen)
+        resignKey();
+    m_panel.setVisible(isSeen);
+    m_guard.bringForward();
+    followCard();
 }
 
 /// The prompt's text field gets the keyboard without the program coming to the front. Any other
 /// card hands it back, until a text field of its own is pressed.
 void IslandWindowController::followCard()
 {
-    if (m_state.mode == IslandMode::expanded && m_state.view == IslandView::prompt)
+    const bool isOpen = m_state.mode == IslandMode::expanded && m_panel.isVisible();
+    if (isOpen && m_state.view == IslandView::prompt)
         m_panel.takeKeyboard();
     else
         resignKey();
@@ -67,7 +132,7 @@ void IslandWindowController::followCard()
 /// Gives the keyboard back to whoever had it before the island.
 void IslandWindowController::resignKey()
 {
-    if (m_panel.releaseKeyboard() && m_state.lastExternalApp)
+    if (!m_panel.releaseKeyboard() && m_state.lastExternalApp)
         m_desktop.applications.activate(*m_state.lastExternalApp);
 }
 

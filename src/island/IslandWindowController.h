@@ -5,6 +5,7 @@
 #include "IslandPanel.h"
 #include "IslandPresses.h"
 #include "MascotHover.h"
+#include "PanelGuard.h"
 #include "PointerLoop.h"
 
 #include <QObject>
@@ -13,12 +14,15 @@ namespace tirlo {
 
 class Applications;
 class Island;
+class SessionLock;
 
 /// What the island's controller needs of the desktop; all of it outlives the controller.
 struct IslandDesktop
 {
     const Screens &screens;
     WindowShape &shape;
+    PanelWindow &panelWindow;
+    const SessionLock &lock;
     const Pointer &pointer;
     const InputMonitor &input;
     const WindowList &windows;
@@ -29,37 +33,50 @@ struct IslandDesktop
 
 /// Owns the island's panel, and tells the island what the desktop's pointer and keys do to it.
 ///
-/// The panel stays on the screen chosen at start. All collaborators must outlive the controller.
+/// The panel follows its screen, and what the desktop has on it. All collaborators must outlive the
+/// controller.
 class IslandWindowController final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Measures the screen with the notch, else the main one, builds the panel there and begins to
-    /// follow the pointer.
+    /// Measures the screen, builds the panel there and begins to follow the pointer.
     ///
-    /// Ends the process when there is no screen at all.
+    /// While there is no screen at all the panel waits for one.
     IslandWindowController(const IslandDesktop &desktop, Island &island, AppState &state,
                            Notifications &notifications, SoundEngine &sounds, MainQueue &queue);
 
     [[nodiscard]] IslandPanel &panel() { return m_panel; }
+    [[nodiscard]] PanelGuard &guard() { return m_guard; }
+
+    /// The screen that the island is on, if there is one.
+    [[nodiscard]] const std::optional<ScreenInfo> &screen() const { return m_screen; }
 
     /// Fills the panel with the island's views.
     void setContent(QWidget *content) { m_panel.setContent(content); }
 
-    /// Puts the panel on the screen without taking the focus.
-    void showWindow() { m_panel.show(); }
+    /// Puts the panel on the screen without taking the focus, whenever it may be seen there.
+    void showWindow();
 
 private:
-    void setupPanel();
+    void chooseScreen();
+    void followMode();
+    void followFullScreen();
+    void hang();
+    void followSight();
     void followCard();
     void resignKey();
 
     IslandDesktop m_desktop;
     AppState &m_state;
 
-    const ScreenInfo m_screen;
+    std::optional<ScreenInfo> m_screen;
+    /// Where the pointer was when the island last opened.
+    std::optional<QPointF> m_opener;
+    IslandMode m_mode;
+    bool m_isWanted = false;
     IslandPanel m_panel;
+    PanelGuard m_guard;
     MascotHover m_hover;
     PointerLoop m_loop;
     IslandPresses m_presses;

@@ -3,6 +3,7 @@
 #include "Island.h"
 #include "IslandGeometry.h"
 #include "IslandPanel.h"
+#include "IslandSight.h"
 #include "MascotHover.h"
 #include "core/AppState.h"
 #include "ui/motion/FrameDriver.h"
@@ -50,6 +51,8 @@ void PointerLoop::pollFrame()
 
 bool PointerLoop::isInHitArea(QPointF local) const
 {
+    if (!IslandSight::mayBeDrawn(m_parts.state))
+        return false;
     const bool seen = m_pointer.seesWholeDesktop() || m_parts.panel.underMouse();
     return seen && m_parts.panel.hitArea().contains(local);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QRectF>
 
 #include <optional>
@@ -13,6 +14,8 @@ struct ScreenInfo
     QRectF frame;
     /// The frame without the desktop's bars and docks.
     QRectF visibleFrame;
+    /// How far down a panel of the desktop reaches at the top centre; 0 without one.
+    double topPanel = 0;
     /// Height of the strip at the top that a display notch takes; 0 without a notch.
     double safeAreaTop = 0;
     /// Widths of the usable strips left and right of the notch, where they are known.
@@ -22,12 +25,12 @@ struct ScreenInfo
     bool operator==(const ScreenInfo &) const = default;
 };
 
-/// The screens of the desktop.
-class Screens
+/// The screens of the desktop, which come, go, turn and change their size and scale.
+class Screens : public QObject
 {
-public:
-    virtual ~Screens() = default;
+    Q_OBJECT
 
+public:
     /// All screens in the desktop's order; empty when there is none.
     [[nodiscard]] virtual std::vector<ScreenInfo> all() const = 0;
 
@@ -36,6 +39,10 @@ public:
 
     /// Height in points of the desktop's status bar where no screen tells it.
     [[nodiscard]] virtual double statusBarThickness() const = 0;
+
+Q_SIGNALS:
+    /// Something of all this may be another now; many changes in a row are told as few.
+    void changed();
 };
 
 } // namespace tirlo

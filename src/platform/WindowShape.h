@@ -18,9 +18,6 @@ public:
 
     /// Limits the pointer to the region; clicks elsewhere reach the window beneath.
     virtual void setInputRegion(QWindow &window, const QRegion &region) = 0;
-
-    /// Keeps the window, which has a native one and isn't shown yet, on every virtual desktop.
-    virtual void showOnAllDesktops(QWindow &window) = 0;
 };
 
 } // namespace tirlo

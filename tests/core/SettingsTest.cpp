@@ -42,6 +42,11 @@ TEST_F(SettingsTest, StoredValuesAreTakenAndThoseOfAWrongTypeLeaveTheDefault)
            0x120000u);
     expect("hotkeyCode", std::int64_t(65535), std::int64_t(65536), &AppState::hotkeyCode, 45);
     expect("anyTerminal", true, std::int64_t(1), &AppState::anyTerminal, false);
+    expect("islandPosition", text("belowPanel"), text("moon"), &AppState::islandPosition,
+           IslandPosition::automatic);
+    expect("islandScreen", text("pointer"), std::int64_t(1), &AppState::islandScreen,
+           IslandScreen::automatic);
+    expect("requestsOverFullscreen", false, text("no"), &AppState::requestsOverFullscreen, true);
     expect("vercelProjectFilter", QByteArray(R"(["a","b"])"), QByteArray("[1]"),
            &AppState::vercelProjectFilter, QSet<QString>());
     expect("activeIntegrations", QByteArray(R"(["ai_google"])"), QByteArray("{"),

@@ -4,8 +4,10 @@
 #include "island/IslandWindowController.h"
 #include "support/FakeApplications.h"
 #include "support/FakeInputMonitor.h"
+#include "support/FakePanelWindow.h"
 #include "support/FakePointer.h"
 #include "support/FakeScreens.h"
+#include "support/FakeSessionLock.h"
 #include "support/FakeWindowList.h"
 #include "support/FakeWindowShape.h"
 #include "support/ManualFrameDriver.h"
@@ -54,13 +56,15 @@ protected:
     Island island{state, notifications, sounds, queue};
     FakeScreens screens;
     FakeWindowShape shape;
+    FakePanelWindow panelWindow;
+    FakeSessionLock lock;
     FakePointer pointer;
     FakeInputMonitor input;
     FakeWindowList windows;
     FakeApplications applications;
     ManualFrameDriver driver{queue};
     IslandWindowController controller{
-        {screens, shape, pointer, input, windows, applications, driver},
+        {screens, shape, panelWindow, lock, pointer, input, windows, applications, driver},
         island,
         state,
         notifications,

@@ -2,6 +2,7 @@
 
 #include "e2e/kit/Desktop.h"
 #include "platform/linux/DesktopApplications.h"
+#include "platform/linux/QtMainQueue.h"
 #include "platform/linux/XcbWindowList.h"
 #include "support/Files.h"
 
@@ -40,7 +41,9 @@ void installBrowser(const QString &folder, const QString &file)
 
 TEST(WindowListTest, EachChangeOfTheActiveApplicationIsToldOnce)
 {
-    XcbWindowList windows;
+    QtMainQueue queue;
+    const XcbStack stack(queue);
+    XcbWindowList windows(stack);
     std::vector<RunningApplication> seen;
     QObject::connect(&windows, &WindowList::applicationActivated,
                      [&](const RunningApplication &application) { seen.push_back(application); });

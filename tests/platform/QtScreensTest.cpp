@@ -1,6 +1,7 @@
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/DisplayNotch.h"
 #include "support/Files.h"
+#include "support/ManualQueue.h"
 
 #include <QTemporaryDir>
 
@@ -30,7 +31,8 @@ TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBui
         EXPECT_EQ(shownNotchHeight(root.path()), shown);
     }
 
-    const QtScreens screens(root.path());
+    ManualQueue queue;
+    const QtScreens screens(queue, root.path());
     ASSERT_TRUE(screens.main());
     EXPECT_EQ(screens.main()->safeAreaTop, 0) << "this one is no laptop's panel";
     EXPECT_FALSE(screens.main()->frame.isEmpty());

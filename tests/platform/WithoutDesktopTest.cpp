@@ -3,8 +3,12 @@
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/XcbCompositor.h"
 #include "platform/linux/XcbInputMonitor.h"
+#include "platform/linux/XcbLocker.h"
+#include "platform/linux/XcbPanels.h"
 #include "platform/linux/XcbWindowList.h"
 #include "platform/linux/XcbWindowShape.h"
+
+#include "support/ManualQueue.h"
 
 #include <QIcon>
 #include <QPixmap>
@@ -19,7 +23,14 @@ namespace {
 TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
 {
     const XcbInputMonitor input;
-    const XcbWindowList windows;
+    ManualQueue queue;
+    const XcbStack stack(queue);
+    const XcbWindowList windows(stack);
+    EXPECT_FALSE(windows.isFullScreen(QRectF(0, 0, 800, 800)));
+    EXPECT_EQ(XcbPanels().depthAt(QRect(0, 0, 800, 800), true), 0);
+    const XcbLocker locker(stack, queue);
+    queue.advance(1);
+    EXPECT_FALSE(locker.isLocked());
     const XcbCompositor compositor;
     EXPECT_TRUE(compositor.isRunning()) << "the panel keeps its see-through corners";
 

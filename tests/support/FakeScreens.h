@@ -50,6 +50,13 @@ public:
         return screen;
     }
 
+    /// Other screens from now on; the desktop tells of it.
+    void become(std::vector<ScreenInfo> list)
+    {
+        screens = std::move(list);
+        Q_EMIT changed();
+    }
+
     std::vector<ScreenInfo> screens;
 };
 

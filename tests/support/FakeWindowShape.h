@@ -11,7 +11,6 @@ class FakeWindowShape final : public WindowShape
 {
 public:
     void setInputRegion(QWindow &, const QRegion &region) override { regions.push_back(region); }
-    void showOnAllDesktops(QWindow &) override { }
 
     std::vector<QRegion> regions;
 };

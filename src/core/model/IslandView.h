@@ -38,6 +38,12 @@ struct RawTexts<IslandView>
     };
 };
 
+/// Whether the card waits for the user, however long that takes.
+[[nodiscard]] constexpr bool asksTheUser(IslandView card)
+{
+    return card == IslandView::approval || card == IslandView::question;
+}
+
 /// How far the island is open; a later case is more open than an earlier one.
 enum class IslandMode { hidden, compact, expanded };
 

@@ -34,6 +34,38 @@ EwmhWindows::EwmhWindows()
     m_activeWindow = m_x11.atom("_NET_ACTIVE_WINDOW");
     m_stacking = m_x11.atom("_NET_CLIENT_LIST_STACKING");
     m_processId = m_x11.atom("_NET_WM_PID");
+    m_currentDesktop = m_x11.atom("_NET_CURRENT_DESKTOP");
+    m_desktop = m_x11.atom("_NET_WM_DESKTOP");
+    m_state = m_x11.atom("_NET_WM_STATE");
+    m_fullScreen = m_x11.atom("_NET_WM_STATE_FULLSCREEN");
+    m_hidden = m_x11.atom("_NET_WM_STATE_HIDDEN");
+    m_maximized = m_x11.atom("_NET_WM_STATE_MAXIMIZED_VERT");
+    m_type = m_x11.atom("_NET_WM_WINDOW_TYPE");
+    m_normalType = m_x11.atom("_NET_WM_WINDOW_TYPE_NORMAL");
+    m_motifHints = m_x11.atom("_MOTIF_WM_HINTS");
+}
+
+ClientState EwmhWindows::stateOf(xcb_window_t client) const
+{
+    constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+    const auto states = m_x11.numbers(client, m_state);
+    const auto has = [&states](xcb_atom_t state) { return std::ranges::count(states, state) > 0; };
+    const auto desktop = m_x11.numbers(client, m_desktop);
+    const auto present = m_x11.numbers(m_x11.root(), m_currentDesktop);
+    const bool isElsewhere = !desktop.empty() && !present.empty() && desktop.front() != everyDesktop
+        && desktop.front() != present.front();
+    return {.isFullScreen = has(m_fullScreen) || (!has(m_maximized) && isWithoutFrame(client)),
+            .isHidden = isElsewhere || has(m_hidden)};
+}
+
+/// Older games and films ask for no frame and take the size of the screen.
+bool EwmhWindows::isWithoutFrame(xcb_window_t client) const
+{
+    constexpr std::uint32_t tellsOfDecorations = 2;
+    const auto types = m_x11.numbers(client, m_type);
+    const bool isNormal = types.empty() || std::ranges::count(types, m_normalType) > 0;
+    const auto hints = m_x11.numbers(client, m_motifHints);
+    return isNormal && hints.size() > 2 && (hints[0] & tellsOfDecorations) && hints[2] == 0;
 }
 
 xcb_window_t EwmhWindows::activeWindow() const

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "XcbPanels.h"
+
+#include "platform/MainQueue.h"
 #include "platform/Screens.h"
 
 #include <QString>
@@ -8,20 +11,28 @@ class QScreen;
 
 namespace tirlo {
 
-/// The screens that Qt reports, with the notch that the kernel reports for the built-in one.
+/// The screens that Qt reports, with the panels that the desktop has on them and the notch that the
+/// kernel reports for the built-in one.
 class QtScreens final : public Screens
 {
+    Q_OBJECT
+
 public:
-    /// `systemRoot` is the folder that /sys and /proc lie in.
-    explicit QtScreens(const QString &systemRoot = QString());
+    /// The queue outlives the screens; `systemRoot` is the folder that /sys and /proc lie in.
+    explicit QtScreens(MainQueue &queue, const QString &systemRoot = QString());
 
     [[nodiscard]] std::vector<ScreenInfo> all() const override;
     [[nodiscard]] std::optional<ScreenInfo> main() const override;
     [[nodiscard]] double statusBarThickness() const override;
 
 private:
+    void follow(const QScreen &screen);
+    void tell();
     [[nodiscard]] ScreenInfo info(const QScreen &screen) const;
 
+    MainQueue &m_queue;
+    WorkItem m_telling;
+    XcbPanels m_panels;
     /// In device pixels; 0 without a notch.
     int m_notchHeight;
 };

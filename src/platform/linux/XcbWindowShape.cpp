@@ -50,17 +50,6 @@ void XcbWindowShape::setInputRegion(QWindow &window, const QRegion &region)
     apply(m_shaped.emplace_back(Shaped{&window, region}));
 }
 
-void XcbWindowShape::showOnAllDesktops(QWindow &window)
-{
-    const X11 x11;
-    if (!x11)
-        return;
-    // Window managers read it when the window is shown.
-    constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-    xcb_change_property(x11.connection(), XCB_PROP_MODE_REPLACE, xcb_window_t(window.winId()),
-                        x11.atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &everyDesktop);
-}
-
 void XcbWindowShape::apply(const Shaped &shaped) const
 {
     const X11 x11;

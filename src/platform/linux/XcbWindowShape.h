@@ -21,7 +21,6 @@ public:
     XcbWindowShape();
 
     void setInputRegion(QWindow &window, const QRegion &region) override;
-    void showOnAllDesktops(QWindow &window) override;
 
 private:
     struct Shaped

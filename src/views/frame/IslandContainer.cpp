@@ -60,6 +60,9 @@ IslandContainer::IslandContainer(const ViewContext &context, QWidget *parent)
     m_observers.follow(m_state.view, [this] { followView(); });
     m_observers.follow(m_state.chatHistory, [this] { followChat(); });
     m_observers.follow(m_state.cardGrowth, [this] { followSize(); });
+    m_observers.follow(m_state.notchWidth, [this] { followNotch(); });
+    m_observers.follow(m_state.notchHeight, [this] { followNotch(); });
+    m_observers.follow(m_state.hasNotch, [this] { followNotch(); });
     connect(m_content, &IslandContentView::cardsMoved, this, &IslandContainer::followSight);
 }
 
@@ -103,6 +106,14 @@ void IslandContainer::followSize()
         return;
     moveTo(IslandGeometry::islandShape(m_state), IslandMotion::openSpring);
     showLayer(IslandMotion::openSpring);
+}
+
+/// Another screen, or the same one with something else at its top.
+void IslandContainer::followNotch()
+{
+    moveTo(IslandGeometry::islandShape(m_state), Animation::none());
+    if (!m_greeting->isHidden())
+        m_greeting->setResting(restingLayout());
 }
 
 void IslandContainer::moveTo(const IslandShape &target, const Animation &animation)
@@ -240,15 +251,21 @@ void IslandContainer::showGreeting()
     // A film that has folded, or faded, starts anew.
     if (m_greeting->isFolding() || m_greetingOpacity.target() == 0)
         m_greeting->hide();
-    const QSizeF resting = IslandLayout::islandSize(IslandMode::compact, m_state.view,
-                                                    m_state.notchWidth, m_state.notchHeight, 0);
-    m_greeting->setResting({.width = resting.width(),
-                            .height = resting.height(),
-                            .cornerRadius = IslandConst::closedCornerRadius});
+    m_greeting->setResting(restingLayout());
     m_mascot->conceal(TimingCurve::easeInOut(appearSeconds));
     m_greetingOpacity.jumpTo(1);
     m_greetingPresence->setPresence(1, 1);
     m_greeting->show();
+}
+
+/// What the film ends in.
+IslandRestingLayout IslandContainer::restingLayout() const
+{
+    const QSizeF resting = IslandLayout::islandSize(IslandMode::compact, m_state.view,
+                                                    m_state.notchWidth, m_state.notchHeight, 0);
+    return {.width = resting.width(),
+            .height = resting.height(),
+            .cornerRadius = IslandConst::closedCornerRadius};
 }
 
 /// Ends the film, unless it is folding into the compact island: it fades over what took its place.

@@ -17,6 +17,7 @@ class CountdownBar;
 class GreetingCanvasView;
 class IslandContentView;
 class PresenceEffect;
+struct IslandRestingLayout;
 struct MascotPlace;
 
 /// The black island itself with what is on it; it moves from one size to the next.
@@ -34,6 +35,9 @@ public:
     /// The outline as drawn now.
     [[nodiscard]] const IslandShape &shape() const { return m_shape; }
 
+    /// The card on show has not been seen until now.
+    void comesIntoSight() { run(); }
+
 Q_SIGNALS:
     void sizeChanged();
 
@@ -46,6 +50,7 @@ private:
     void followChat();
     void followSight();
     void followSize();
+    void followNotch();
     void moveTo(const IslandShape &target, const Animation &animation);
     void frame(double time);
     void show(const IslandShape &shape);
@@ -57,6 +62,7 @@ private:
     [[nodiscard]] int islandHeight() const;
     void placeGreeting();
     void showGreeting();
+    [[nodiscard]] IslandRestingLayout restingLayout() const;
     void dropGreeting();
     void followFold();
     [[nodiscard]] MascotPlace greetingMascot() const;

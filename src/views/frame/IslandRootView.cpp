@@ -12,6 +12,16 @@ IslandRootView::IslandRootView(const ViewContext &context, QWidget *parent)
     placeIsland();
 }
 
+void IslandRootView::comesIntoSight()
+{
+    m_island->comesIntoSight();
+}
+
+void IslandRootView::showEvent(QShowEvent *)
+{
+    comesIntoSight();
+}
+
 void IslandRootView::resizeEvent(QResizeEvent *)
 {
     placeIsland();

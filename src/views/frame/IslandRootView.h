@@ -17,11 +17,15 @@ class IslandRootView final : public QWidget
 public:
     explicit IslandRootView(const ViewContext &context, QWidget *parent = nullptr);
 
+    /// What it shows has been out of sight until now.
+    void comesIntoSight();
+
 Q_SIGNALS:
     /// The island is drawn with that outline from now on, in the middle of the upper edge.
     void drawn(const tirlo::IslandShape &outline);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
