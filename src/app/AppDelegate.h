@@ -71,8 +71,8 @@ private:
     FileKeyValueStore m_settings{m_paths.settingsPath(), m_queue};
     Keychain m_keychain{m_paths.secretsPath()};
     QtHttpClient m_http{m_queue};
-    QtScreens m_screens{m_queue};
     XcbStack m_stack{m_queue};
+    QtScreens m_screens{m_stack, m_queue};
     XcbWindowShape m_windowShape;
     QtPointer m_pointer;
     XcbInputMonitor m_inputMonitor;

@@ -32,7 +32,8 @@ TEST(QtScreensTest, ANotchCountsOnlyWhileTheDriverShowsItWithinBoundsAndOnTheBui
     }
 
     ManualQueue queue;
-    const QtScreens screens(queue, root.path());
+    const XcbStack stack(queue);
+    const QtScreens screens(stack, queue, root.path());
     ASSERT_TRUE(screens.main());
     EXPECT_EQ(screens.main()->safeAreaTop, 0) << "this one is no laptop's panel";
     EXPECT_FALSE(screens.main()->frame.isEmpty());

@@ -27,7 +27,7 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
     const XcbStack stack(queue);
     const XcbWindowList windows(stack);
     EXPECT_FALSE(windows.isFullScreen(QRectF(0, 0, 800, 800)));
-    EXPECT_EQ(XcbPanels().depthAt(QRect(0, 0, 800, 800), true), 0);
+    EXPECT_EQ(XcbPanels(stack).depthAt(QRect(0, 0, 800, 800), true), 0);
     const XcbLocker locker(stack, queue);
     queue.advance(1);
     EXPECT_FALSE(locker.isLocked());

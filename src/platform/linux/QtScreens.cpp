@@ -15,8 +15,9 @@ constexpr double gatheringTime = 0.1;
 
 } // namespace
 
-QtScreens::QtScreens(MainQueue &queue, const QString &systemRoot)
+QtScreens::QtScreens(const XcbStack &stack, MainQueue &queue, const QString &systemRoot)
     : m_queue(queue)
+    , m_panels(stack)
     , m_notchHeight(shownNotchHeight(systemRoot))
 {
     for (const QScreen *screen : QGuiApplication::screens())

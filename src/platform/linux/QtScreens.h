@@ -18,8 +18,8 @@ class QtScreens final : public Screens
     Q_OBJECT
 
 public:
-    /// The queue outlives the screens; `systemRoot` is the folder that /sys and /proc lie in.
-    explicit QtScreens(MainQueue &queue, const QString &systemRoot = QString());
+    /// Stack and queue outlive the screens; `systemRoot` is the folder that /sys and /proc lie in.
+    QtScreens(const XcbStack &stack, MainQueue &queue, const QString &systemRoot = QString());
 
     [[nodiscard]] std::vector<ScreenInfo> all() const override;
     [[nodiscard]] std::optional<ScreenInfo> main() const override;

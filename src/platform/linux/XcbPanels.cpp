@@ -1,8 +1,12 @@
 #include "XcbPanels.h"
 
-#include <QCoreApplication>
+#include "NativeScreen.h"
+
+#include <QGuiApplication>
+#include <QScreen>
 
 #include <algorithm>
+#include <limits>
 
 namespace tirlo {
 
@@ -27,22 +31,25 @@ int depthOn(const QRect &screen, std::int64_t fromTop)
 
 } // namespace
 
-XcbPanels::XcbPanels()
+XcbPanels::XcbPanels(const XcbStack &stack)
+    : m_stack(stack)
 {
-    if (!m_x11)
+    const X11 &x11 = stack.x11();
+    if (!x11)
         return;
-    m_clients = m_x11.atom("_NET_CLIENT_LIST");
-    m_partialStrut = m_x11.atom("_NET_WM_STRUT_PARTIAL");
-    m_strut = m_x11.atom("_NET_WM_STRUT");
-    m_currentDesktop = m_x11.atom("_NET_CURRENT_DESKTOP");
-    m_workArea = m_x11.atom("_NET_WORKAREA");
-    m_x11.addEvents(m_x11.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    m_partialStrut = x11.atom("_NET_WM_STRUT_PARTIAL");
+    m_strut = x11.atom("_NET_WM_STRUT");
+    m_currentDesktop = x11.atom("_NET_CURRENT_DESKTOP");
+    m_workArea = x11.atom("_NET_WORKAREA");
+    x11.addEvents(x11.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     qApp->installNativeEventFilter(this);
+    connect(&stack, &XcbStack::settled, this, &XcbPanels::look);
+    m_reserved = readReserved();
 }
 
 int XcbPanels::depthAt(const QRect &screen, bool isMain) const
 {
-    if (!m_x11 || screen.isEmpty())
+    if (!m_stack.x11() || screen.isEmpty())
         return 0;
     const int reserved = reservedByWindows(screen);
     return reserved > 0 ? reserved : leftByWindowManager(screen, isMain);
@@ -53,48 +60,85 @@ bool XcbPanels::nativeEventFilter(const QByteArray &eventType, void *message, qi
     if (eventType != "xcb_generic_event_t")
         return false;
     const auto *event = static_cast<const xcb_property_notify_event_t *>(message);
-    if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY || event->window != m_x11.root()
-        || (event->atom != m_clients && event->atom != m_workArea))
+    if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY
+        || event->window != m_stack.x11().root() || event->atom != m_workArea)
         return false;
     // Queued, so that no one runs amid Qt's reading of events.
-    QMetaObject::invokeMethod(this, &XcbPanels::changed, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_reserved = readReserved();
+            Q_EMIT changed();
+        },
+        Qt::QueuedConnection);
     return false;
+}
+
+void XcbPanels::look()
+{
+    auto reserved = readReserved();
+    if (reserved == m_reserved)
+        return;
+    m_reserved = std::move(reserved);
+    Q_EMIT changed();
+}
+
+/// Not every window manager lists its panels, so that all are asked that lie at the top of a
+/// screen's middle.
+std::vector<XcbPanels::Reserved> XcbPanels::readReserved() const
+{
+    std::vector<QRect> places;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        const QRect whole = nativeScreen(screen->geometry());
+        places.emplace_back(whole.center().x(), whole.top(), 1, whole.height() / mostOfScreen);
+    }
+    std::vector<Reserved> reserved;
+    for (const XcbStack::Window &window : m_stack.windows()) {
+        const bool isThere
+            = window.isMapped && std::ranges::any_of(places, [&](const QRect &place) {
+                  return place.intersects(window.place);
+              });
+        if (!isThere || XcbStack::isOurs(window.id))
+            continue;
+        const xcb_window_t client = m_stack.clientOf(window.id);
+        const xcb_window_t asked = client == XCB_NONE ? window.id : client;
+        const auto partial = m_stack.x11().numbers(asked, m_partialStrut);
+        const auto strut = m_stack.x11().numbers(asked, m_strut);
+        if (partial.size() == partialLength)
+            reserved.push_back(
+                {int(partial[topIndex]), int(partial[topStartIndex]), int(partial[topEndIndex])});
+        else if (strut.size() == fullLength)
+            reserved.push_back({int(strut[topIndex]), 0, std::numeric_limits<int>::max()});
+    }
+    return reserved;
 }
 
 int XcbPanels::reservedByWindows(const QRect &screen) const
 {
+    const int middle = screen.center().x();
     int deepest = 0;
-    for (const xcb_window_t client : m_x11.numbers(m_x11.root(), m_clients)) {
-        const auto partial = m_x11.numbers(client, m_partialStrut);
-        const std::int64_t middle = screen.center().x();
-        if (partial.size() == partialLength) {
-            const bool isThere = partial[topStartIndex] <= middle && middle <= partial[topEndIndex];
-            if (isThere)
-                deepest = std::max(deepest, depthOn(screen, partial[topIndex]));
-            continue;
-        }
-        const auto whole = m_x11.numbers(client, m_strut);
-        if (whole.size() == fullLength)
-            deepest = std::max(deepest, depthOn(screen, whole[topIndex]));
+    for (const Reserved &reserved : m_reserved) {
+        if (reserved.left <= middle && middle <= reserved.right)
+            deepest = std::max(deepest, depthOn(screen, reserved.depth));
     }
     return deepest;
 }
 
 int XcbPanels::leftByWindowManager(const QRect &screen, bool isMain) const
 {
-    const auto desktops = m_x11.numbers(m_x11.root(), m_currentDesktop);
+    const auto desktops = m_stack.x11().numbers(m_stack.x11().root(), m_currentDesktop);
     const std::uint32_t desktop = desktops.empty() ? 0 : desktops.front();
 
     // Some tell of each screen: four numbers an area.
-    const auto areas
-        = m_x11.numbers(m_x11.root(), m_x11.atom("_GTK_WORKAREAS_D" + QByteArray::number(desktop)));
+    const auto areas = m_stack.x11().numbers(
+        m_stack.x11().root(), m_stack.x11().atom("_GTK_WORKAREAS_D" + QByteArray::number(desktop)));
     for (std::size_t i = 0; i + 4 <= areas.size(); i += 4) {
         const QRect area(int(areas[i]), int(areas[i + 1]), int(areas[i + 2]), int(areas[i + 3]));
         if (screen.contains(area.center()))
             return depthOn(screen, area.top());
     }
     // The others of the desktop as a whole, once for each virtual desktop.
-    const auto whole = m_x11.numbers(m_x11.root(), m_workArea);
+    const auto whole = m_stack.x11().numbers(m_stack.x11().root(), m_workArea);
     const std::size_t top = 4 * std::size_t(desktop) + 1;
     return isMain && top < whole.size() ? depthOn(screen, whole[top]) : 0;
 }

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "X11.h"
+#include "XcbStack.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QRect>
+
+#include <vector>
 
 namespace tirlo {
 
@@ -17,7 +19,8 @@ class XcbPanels final : public QObject, private QAbstractNativeEventFilter
     Q_OBJECT
 
 public:
-    XcbPanels();
+    /// The stack outlives the panels.
+    explicit XcbPanels(const XcbStack &stack);
 
     /// How many device pixels a panel takes at the top centre of that screen, whose place is in
     /// device pixels, too; 0 without one.
@@ -31,12 +34,24 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// What a window reserves at the desktop's upper edge, in device pixels; the ends are inclusive.
+    struct Reserved
+    {
+        int depth = 0;
+        int left = 0;
+        int right = 0;
+
+        bool operator==(const Reserved &) const = default;
+    };
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    void look();
+    [[nodiscard]] std::vector<Reserved> readReserved() const;
     [[nodiscard]] int reservedByWindows(const QRect &screen) const;
     [[nodiscard]] int leftByWindowManager(const QRect &screen, bool isMain) const;
 
-    X11 m_x11;
-    xcb_atom_t m_clients = XCB_NONE;
+    const XcbStack &m_stack;
+    std::vector<Reserved> m_reserved;
     xcb_atom_t m_partialStrut = XCB_NONE;
     xcb_atom_t m_strut = XCB_NONE;
     xcb_atom_t m_currentDesktop = XCB_NONE;
