@@ -47,8 +47,11 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     // A field that was left, as by Escape, needs the keyboard no more.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
         if (!now)
-            followCard();
+            resignKey();
     });
+    // Where a window manager thinks that the window before has the keyboard all the time, or where
+    // there is none, a press on that would not bring it back there.
+    connect(&desktop.input, &InputMonitor::leftButtonUp, &m_panel, &IslandPanel::releaseKeyboard);
 }
 
 void IslandWindowController::showWindow()

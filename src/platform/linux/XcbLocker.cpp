@@ -15,6 +15,10 @@ namespace {
 /// some a while after.
 constexpr double probes[]{0.0, 0.1, 0.5, 2.0};
 
+/// So many pixels a curtain may leave free at each edge: a compositor would take a full-screen one
+/// out of its picture.
+constexpr int slack = 2;
+
 bool holds(const std::vector<xcb_window_t> &windows, xcb_window_t window)
 {
     return std::ranges::find(windows, window) != windows.end();
@@ -71,8 +75,9 @@ std::vector<xcb_window_t> XcbLocker::wholeScreens() const
         screens.push_back(nativeScreen(screen->geometry()));
     std::vector<xcb_window_t> found;
     for (const XcbStack::Window &window : m_stack.windows()) {
+        const QRect reach = window.place.adjusted(-slack, -slack, slack, slack);
         const bool isWhole = std::ranges::any_of(
-            screens, [&](const QRect &screen) { return window.place.contains(screen); });
+            screens, [&](const QRect &screen) { return reach.contains(screen); });
         if (window.isMapped && isWhole && !XcbStack::isOurs(window.id))
             found.push_back(window.id);
     }
