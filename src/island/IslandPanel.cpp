@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tirlo {
@@ -37,6 +38,10 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape, PanelWindow &windo
     setWindowTitle(QStringLiteral("Tirlo"));
 
     const auto update = [this] { updateInputRegion(); };
+    m_observers.follow(m_state.mode, [this] {
+        if (m_overhang > 0 && m_state.mode != IslandMode::expanded)
+            hang(0);
+    });
     m_observers.follow(m_state.mode, update);
     m_observers.follow(m_state.view, update);
     m_observers.follow(m_state.chatHistory, update);
@@ -48,10 +53,28 @@ void IslandPanel::placeOn(const ScreenInfo &screen, const IslandScreenGeometry &
     notchWidth = notch.notchWidth;
     notchHeight = notch.notchHeight;
     m_screenOrigin = screen.frame.topLeft() + QPointF(0, depth);
-    const double left = screen.frame.center().x() - IslandConst::panelWidth / 2.0;
+    m_screenWidth = screen.frame.width();
+    m_overhang = std::max((IslandConst::expandedWidth - m_screenWidth) / 2, 0.0);
+    hang(0);
+    updateInputRegion();
+}
+
+void IslandPanel::slideUnder(QPointF pointer)
+{
+    if (m_overhang == 0)
+        return;
+    const double middle = m_screenOrigin.x() + m_screenWidth / 2;
+    const double share = std::clamp((pointer.x() - middle) / (m_screenWidth / 2), -1.0, 1.0);
+    if (m_state.mode == IslandMode::expanded)
+        hang(-m_overhang * share);
+}
+
+/// Goes so far to the right of the screen's middle, in points.
+void IslandPanel::hang(double aside)
+{
+    const double left = m_screenOrigin.x() + (m_screenWidth - IslandConst::panelWidth) / 2 + aside;
     m_place = {int(std::round(left)), int(std::round(m_screenOrigin.y()))};
     goToItsPlace();
-    updateInputRegion();
 }
 
 bool IslandPanel::isAtItsPlace() const

@@ -37,6 +37,10 @@ public:
     /// points below its edge.
     void placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch, double depth);
 
+    /// Slides an open island that is wider than its screen along with the pointer, in points of the
+    /// desktop: at the screen's left edge is then its left end, and at the right edge its right one.
+    void slideUnder(QPointF pointer);
+
     /// Whether the panel is where it was put, in its own size.
     [[nodiscard]] bool isAtItsPlace() const;
 
@@ -72,6 +76,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void hang(double aside);
     void updateInputRegion();
 
     AppState &m_state;
@@ -79,7 +84,10 @@ private:
     PanelWindow &m_window;
     const bool m_takesPointerInHitArea;
     QPointF m_screenOrigin;
+    double m_screenWidth = 0;
     QPoint m_place;
+    /// How far an open island reaches over either side of its screen, in points.
+    double m_overhang = 0;
     /// As drawn; none while nothing draws it, when it counts as at rest.
     std::optional<IslandShape> m_drawn;
     /// What the region that takes the pointer was made of; an empty outline stands for none.

@@ -46,6 +46,8 @@ void PointerLoop::pollFrame()
 
     publish(position);
     followEdge(isInHitArea(local));
+    if (m_wasInIsland)
+        m_parts.panel.slideUnder(position);
     m_parts.hover.update(isOverMascot(local), position);
 }
 

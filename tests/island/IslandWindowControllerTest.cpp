@@ -10,15 +10,6 @@ TEST_F(IslandWindowControllerTest, PanelHangsAtTheTopCentreOfItsScreen)
 {
     EXPECT_EQ(controller.panel().geometry(), QRect(360, 0, 720, 320));
     EXPECT_FALSE(state.hasNotch);
-    const FakeScreens two({FakeScreens::plain(), FakeScreens::notched()});
-    ManualFrameDriver otherDriver(queue);
-    IslandWindowController other(
-        {two, shape, panelWindow, lock, pointer, input, windows, applications, otherDriver}, island,
-        state, notifications, sounds, queue);
-    EXPECT_EQ(other.panel().geometry(), QRect(1440 + 756 - 360, 100, 720, 320));
-    EXPECT_EQ(other.panel().notchWidth, 200);
-    EXPECT_EQ(state.notchHeight, 38);
-    EXPECT_TRUE(state.hasNotch);
 }
 
 TEST_F(IslandWindowControllerTest, InputRegionIsTheOutlineAndFollowsItOnChangeOnly)
