@@ -17,16 +17,29 @@ namespace tirlo::x11test {
 class OtherApplication
 {
 public:
-    /// Starts it with windows of the class and waits until it is the active application.
-    OtherApplication(const QString &windowClass, const QRect &geometry)
+    enum class Kind {
+        plain,
+        fullScreen,
+        /// No window manager looks after it.
+        unmanaged,
+        /// As a locker of the screen: it has the keyboard, too.
+        grabbing,
+        /// Reserves its height at the top of the screen.
+        panel,
+    };
+
+    /// Starts it with windows of the class and waits until it is the active application, if a window
+    /// manager looks after it.
+    OtherApplication(const QString &windowClass, const QRect &geometry, Kind kind = Kind::plain)
     {
         m_process.setProcessChannelMode(QProcess::ForwardedChannels);
         m_process.start(QCoreApplication::applicationFilePath(),
                         {mark, windowClass, QString::number(geometry.x()),
                          QString::number(geometry.y()), QString::number(geometry.width()),
-                         QString::number(geometry.height())});
+                         QString::number(geometry.height()), QString::number(int(kind))});
         m_process.waitForStarted();
-        e2e::waitUntil([this] { return isActive(); });
+        if (kind == Kind::plain || kind == Kind::fullScreen)
+            e2e::waitUntil([this] { return isActive(); });
     }
 
     ~OtherApplication()
@@ -63,7 +76,7 @@ public:
     /// True when main() is asked to be the other program.
     [[nodiscard]] static bool isWanted(int argc, char *argv[])
     {
-        return argc == 7 && std::strcmp(argv[1], mark) == 0;
+        return argc >= 7 && std::strcmp(argv[1], mark) == 0;
     }
 
     static int run(int argc, char *argv[])
@@ -74,11 +87,32 @@ public:
         window.setGeometry(std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]),
                            std::atoi(argv[6]));
         window.setStyleSheet("background: #204060");
-        window.show();
+        const auto kind = Kind(argc > 7 ? std::atoi(argv[7]) : 0);
+        if (kind == Kind::unmanaged || kind == Kind::grabbing)
+            window.setWindowFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+        if (kind == Kind::panel)
+            reserveTop(window);
+        if (kind == Kind::fullScreen)
+            window.showFullScreen();
+        else
+            window.show();
+        if (kind == Kind::grabbing)
+            window.grabKeyboard();
         return QApplication::exec();
     }
 
 private:
+    static void reserveTop(QWidget &window)
+    {
+        window.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+        const X11 x11;
+        const std::uint32_t strut[]{0, 0, std::uint32_t(window.height()), 0, 0, 0, 0,
+                                    0, 0, std::uint32_t(window.width()),  0, 0};
+        xcb_change_property(x11.connection(), XCB_PROP_MODE_REPLACE, xcb_window_t(window.winId()),
+                            x11.atom("_NET_WM_STRUT_PARTIAL"), XCB_ATOM_CARDINAL, 32,
+                            std::uint32_t(std::size(strut)), strut);
+    }
+
     static constexpr const char *mark = "--other-application";
 
     QProcess m_process;
