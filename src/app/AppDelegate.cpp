@@ -73,7 +73,7 @@ void AppDelegate::setupIsland()
     m_frames.setReducesMotion(!QApplication::style()->styleHint(QStyle::SH_Widget_Animate));
 
     m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_panelWindow, m_sessionLock,
-                                             m_pointer, m_inputMonitor, m_windowList,
+                                             m_pointer, m_inputMonitor, m_hotkey, m_windowList,
                                              m_applications, m_pollDriver},
                                m_island, m_state, m_notifications, m_sounds, m_queue);
     auto *island = new IslandRootView({m_state, m_notifications, m_island, m_sounds, m_queue,

@@ -25,6 +25,7 @@
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/TrayStatusItem.h"
+#include "platform/linux/XcbHotkey.h"
 #include "platform/linux/XcbInputMonitor.h"
 #include "platform/linux/XcbPanelWindow.h"
 #include "platform/linux/XcbStack.h"
@@ -76,6 +77,7 @@ private:
     XcbWindowShape m_windowShape;
     QtPointer m_pointer;
     XcbInputMonitor m_inputMonitor;
+    XcbHotkey m_hotkey{m_queue};
     XcbWindowList m_windowList{m_stack};
     XcbPanelWindow m_panelWindow{m_stack};
     DesktopSessionLock m_sessionLock{m_stack, m_queue};

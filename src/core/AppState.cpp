@@ -178,8 +178,11 @@ void AppState::setAbsenceInterval(double seconds)
 
 void AppState::setHotkey(std::uint32_t flags, std::uint16_t code)
 {
+    // Whoever follows them sees both or neither.
+    Qt::beginPropertyUpdateGroup();
     hotkeyFlags = flags;
     hotkeyCode = code;
+    Qt::endPropertyUpdateGroup();
     m_settings.writeHotkey(*this);
 }
 

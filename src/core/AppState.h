@@ -68,6 +68,9 @@ public:
     /// The last pointer position on the screen, in points.
     QPointF mousePosition;
 
+    /// Another program has the hotkey, so that it does nothing here.
+    QProperty<bool> hotkeyIsTaken{false};
+
     // Times are seconds on the main queue's media clock.
     double lastMouseMove = 0;
     /// Drives the auto-close countdown.
@@ -99,9 +102,9 @@ public:
     double greetThresholdSeconds = 120;
     QProperty<bool> hotkeyEnabled{false};
     /// Modifier mask; Shift and Command at first. Changed through setHotkey().
-    std::uint32_t hotkeyFlags = 0x120000;
+    QProperty<std::uint32_t> hotkeyFlags{0x120000};
     /// Key code; the N key at first. Changed through setHotkey().
-    std::uint16_t hotkeyCode = 45;
+    QProperty<std::uint16_t> hotkeyCode{45};
     /// Agents in plain terminals count as well.
     QProperty<bool> anyTerminal{false};
     QProperty<IslandPosition> islandPosition{IslandPosition::automatic};

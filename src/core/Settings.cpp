@@ -100,7 +100,7 @@ StoredValue encodeCase(Enum value)
 
 /// Takes a whole number that fits the field; any other leaves it.
 template<typename T>
-void readInteger(const KeyValueStore &store, const QString &key, T &field)
+void readInteger(const KeyValueStore &store, const QString &key, QProperty<T> &field)
 {
     const auto number = store.integer(key);
     if (number && *number >= 0 && *number <= std::int64_t(std::numeric_limits<T>::max()))

@@ -104,6 +104,16 @@ void Island::pointerLeft()
     m_machine.mouseLeft();
 }
 
+void Island::keyboardEntered()
+{
+    m_machine.keyboardEntered();
+}
+
+void Island::keyboardLeft()
+{
+    m_machine.keyboardLeft();
+}
+
 void Island::show(IslandView card)
 {
     // The greeting is over once another card is on show.

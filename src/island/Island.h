@@ -40,6 +40,10 @@ public:
     void pointerEntered();
     void pointerLeft();
 
+    /// The user goes round the open island with the keys, which holds it open like the pointer.
+    void keyboardEntered();
+    void keyboardLeft();
+
     void show(IslandView card) override;
     void leave(IslandView card) override;
     void say(const QString &note) override;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/Hotkey.h"
 #include "platform/InputMonitor.h"
 #include "platform/WindowList.h"
+#include "ui/Observers.h"
 
 #include <QObject>
 
@@ -9,6 +11,7 @@ namespace tirlo {
 
 class AppState;
 class Island;
+class IslandKeyboard;
 
 /// The island's few keys, watched from outside any window, and the last other application in front.
 class IslandKeys final : public QObject
@@ -16,16 +19,28 @@ class IslandKeys final : public QObject
     Q_OBJECT
 
 public:
+    /// What tells of the keys and of the windows.
+    struct Desktop
+    {
+        const InputMonitor &input;
+        Hotkey &hotkey;
+        const WindowList &windows;
+    };
+
     /// All of these outlive the keys.
-    IslandKeys(AppState &state, Island &island, const InputMonitor &input,
-               const WindowList &windows);
+    IslandKeys(AppState &state, Island &island, IslandKeyboard &keyboard, const Desktop &desktop);
 
 private:
     void keyDown(const KeyPress &key);
+    void hotkeyPressed();
+    void followHotkey();
     void applicationActivated(const RunningApplication &application);
 
     AppState &m_state;
     Island &m_island;
+    IslandKeyboard &m_keyboard;
+    Hotkey &m_hotkey;
+    Observers m_observers;
 };
 
 } // namespace tirlo

@@ -4,6 +4,7 @@
 #include "core/IslandLayout.h"
 #include "platform/PanelWindow.h"
 #include "platform/WindowShape.h"
+#include "ui/FocusWalk.h"
 
 #include <QEvent>
 #include <QWindow>
@@ -139,6 +140,11 @@ bool IslandPanel::event(QEvent *event)
         updateInputRegion();
     }
     return handled;
+}
+
+bool IslandPanel::focusNextPrevChild(bool next)
+{
+    return FocusWalk::step(*this, next);
 }
 
 void IslandPanel::updateInputRegion()

@@ -74,6 +74,7 @@ public:
 
 protected:
     bool event(QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void hang(double aside);

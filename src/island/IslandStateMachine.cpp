@@ -38,6 +38,19 @@ void IslandStateMachine::mouseLeft()
         transition(State::petit);
 }
 
+void IslandStateMachine::keyboardEntered()
+{
+    m_isKeyboardIn = true;
+    if (m_state == State::home)
+        stopWaiting();
+}
+
+void IslandStateMachine::keyboardLeft()
+{
+    m_isKeyboardIn = false;
+    startWaiting();
+}
+
 void IslandStateMachine::open()
 {
     stopWaiting();
@@ -46,7 +59,7 @@ void IslandStateMachine::open()
 
 void IslandStateMachine::startWaiting()
 {
-    if (m_state == State::hidden || m_isPointerIn || mustStayOpen())
+    if (m_state == State::hidden || m_isPointerIn || m_isKeyboardIn || mustStayOpen())
         return;
     if (m_state == State::petit)
         fallBackIn(petitToHiddenDelay, State::hidden);

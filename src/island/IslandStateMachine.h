@@ -56,11 +56,17 @@ public:
     /// The pointer has crossed out of the hit area.
     void mouseLeft();
 
+    /// The user goes round the open island with the keys: it does not fall back meanwhile.
+    void keyboardEntered();
+
+    /// The keys go elsewhere again.
+    void keyboardLeft();
+
     /// Opens the island, and ends the greeting; an open one forgets that it was about to close.
     void open();
 
-    /// Falls back in a while, as if the pointer had just left, unless it is on the island or
-    /// something holds that open.
+    /// Falls back in a while, as if the pointer had just left, unless it or the keyboard is on the
+    /// island or something holds that open.
     void startWaiting();
 
     /// Closes an open island now, unless something holds it open.
@@ -87,6 +93,7 @@ private:
     MainQueue &m_queue;
     State m_state = State::hidden;
     bool m_isPointerIn = false;
+    bool m_isKeyboardIn = false;
     /// One that has run stays: greetingFinished() asks whether one was armed.
     std::optional<WorkItem> m_fallBack;
 };

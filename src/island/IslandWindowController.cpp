@@ -3,10 +3,8 @@
 #include "Island.h"
 #include "IslandSight.h"
 #include "core/AppState.h"
-#include "platform/Applications.h"
 #include "platform/SessionLock.h"
 
-#include <QApplication>
 
 namespace tirlo {
 
@@ -21,7 +19,8 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     , m_hover(state, notifications, sounds, queue)
     , m_loop({m_panel, island, m_hover, state}, desktop.pointer, desktop.pollDriver)
     , m_presses({m_panel, island, m_hover, m_loop, state, notifications})
-    , m_keys(state, island, desktop.input, desktop.windows)
+    , m_keyboard(state, island, m_panel, desktop.applications)
+    , m_keys(state, island, m_keyboard, {desktop.input, desktop.hotkey, desktop.windows})
 {
     m_state.isLocked = desktop.lock.isLocked();
     chooseScreen();
@@ -37,21 +36,16 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     m_observers.follow(m_state.isScreenFull, [this] { hang(); });
 
     m_observers.follow(m_state.mode, [this] { followMode(); });
-    m_observers.follow(m_state.view, [this] { followCard(); });
     const auto followSight = [this] { this->followSight(); };
     m_observers.follow(m_state.mode, followSight);
     m_observers.follow(m_state.view, followSight);
     m_observers.follow(m_state.isLocked, followSight);
     m_observers.follow(m_state.isScreenFull, followSight);
     m_observers.follow(m_state.requestsOverFullscreen, followSight);
-    // A field that was left, as by Escape, needs the keyboard no more.
-    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
-        if (!now)
-            resignKey();
-    });
     // Where a window manager thinks that the window before has the keyboard all the time, or where
     // there is none, a press on that would not bring it back there.
-    connect(&desktop.input, &InputMonitor::leftButtonUp, &m_panel, &IslandPanel::releaseKeyboard);
+    connect(&desktop.input, &InputMonitor::leftButtonUp, &m_keyboard,
+            &IslandKeyboard::giveBack);
 }
 
 void IslandWindowController::showWindow()
@@ -80,7 +74,6 @@ void IslandWindowController::followMode()
         if (m_state.islandScreen == IslandScreen::pointer)
             chooseScreen();
     }
-    followCard();
 }
 
 void IslandWindowController::followFullScreen()
@@ -115,28 +108,10 @@ void IslandWindowController::followSight()
     if (isSeen == m_panel.isVisible())
         return;
     if (!isSeen)
-        resignKey();
+        m_keyboard.giveBack();
     m_panel.setVisible(isSeen);
     m_guard.bringForward();
-    followCard();
-}
-
-/// The prompt's text field gets the keyboard without the program coming to the front. Any other
-/// card hands it back, until a text field of its own is pressed.
-void IslandWindowController::followCard()
-{
-    const bool isOpen = m_state.mode == IslandMode::expanded && m_panel.isVisible();
-    if (isOpen && m_state.view == IslandView::prompt)
-        m_panel.takeKeyboard();
-    else
-        resignKey();
-}
-
-/// Gives the keyboard back to whoever had it before the island.
-void IslandWindowController::resignKey()
-{
-    if (!m_panel.releaseKeyboard() && m_state.lastExternalApp)
-        m_desktop.applications.activate(*m_state.lastExternalApp);
+    m_keyboard.followCard();
 }
 
 } // namespace tirlo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IslandGeometry.h"
+#include "IslandKeyboard.h"
 #include "IslandKeys.h"
 #include "IslandPanel.h"
 #include "IslandPresses.h"
@@ -25,6 +26,7 @@ struct IslandDesktop
     const SessionLock &lock;
     const Pointer &pointer;
     const InputMonitor &input;
+    Hotkey &hotkey;
     const WindowList &windows;
     Applications &applications;
     /// Drives the pointer's polling and nothing else.
@@ -64,8 +66,6 @@ private:
     void followFullScreen();
     void hang();
     void followSight();
-    void followCard();
-    void resignKey();
 
     IslandDesktop m_desktop;
     AppState &m_state;
@@ -80,9 +80,8 @@ private:
     MascotHover m_hover;
     PointerLoop m_loop;
     IslandPresses m_presses;
+    IslandKeyboard m_keyboard;
     IslandKeys m_keys;
-
-    Observers m_observers;
 };
 
 } // namespace tirlo

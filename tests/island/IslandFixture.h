@@ -3,6 +3,7 @@
 #include "island/Island.h"
 #include "island/IslandWindowController.h"
 #include "support/FakeApplications.h"
+#include "support/FakeHotkey.h"
 #include "support/FakeInputMonitor.h"
 #include "support/FakePanelWindow.h"
 #include "support/FakePointer.h"
@@ -60,11 +61,12 @@ protected:
     FakeSessionLock lock;
     FakePointer pointer;
     FakeInputMonitor input;
+    FakeHotkey hotkey;
     FakeWindowList windows;
     FakeApplications applications;
     ManualFrameDriver driver{queue};
     IslandWindowController controller{
-        {screens, shape, panelWindow, lock, pointer, input, windows, applications, driver},
+        {screens, shape, panelWindow, lock, pointer, input, hotkey, windows, applications, driver},
         island,
         state,
         notifications,

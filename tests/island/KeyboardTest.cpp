@@ -32,30 +32,36 @@ TEST_F(KeysTest, EscapeClosesAnOpenIslandUnlessItIsHeld)
     EXPECT_EQ(modeAfter(escape), IslandMode::expanded);
 }
 
+TEST_F(KeysTest, TheHotkeyIsHeldWhileItIsOnAndToldWhenAnotherHasIt)
+{
+    EXPECT_EQ(hotkey.held, std::nullopt) << "it is off at first";
+    state.hotkeyEnabled = true;
+    EXPECT_EQ(hotkey.held, (KeyPress{letterN, shiftCommand}));
+    state.setHotkey(0, 3);
+    EXPECT_EQ(hotkey.held, (KeyPress{3, 0}));
+    hotkey.take(true);
+    EXPECT_TRUE(state.hotkeyIsTaken.value());
+    hotkey.take(false);
+    EXPECT_FALSE(state.hotkeyIsTaken.value());
+    state.hotkeyEnabled = false;
+    EXPECT_EQ(hotkey.held, std::nullopt);
+}
+
 TEST_F(KeysTest, TheHotkeyOpensTheOverviewUntilThePointerHasBeenThere)
 {
-    input.pressKey(letterN, shiftCommand);
-    state.hotkeyEnabled = true;
-    input.pressKey(letterN, shiftCommand | ModifierBits::control);
-    input.pressKey(letterN, ModifierBits::shift);
-    input.pressKey(escape, shiftCommand);
-    EXPECT_EQ(state.mode.value(), IslandMode::hidden) << "it is off at first";
-
-    input.pressKey(letterN, shiftCommand);
+    hotkey.press();
     for (const QPointF place : {away, onTheTab}) {
         point(place);
         queue.advance(1000);
         EXPECT_TRUE(isOpenOn(IslandView::overview));
     }
     island.show(IslandView::note);
-    input.pressKey(letterN, shiftCommand);
-    EXPECT_TRUE(isOpenOn(IslandView::note)) << "it is no toggle";
+    hotkey.press();
+    EXPECT_TRUE(isOpenOn(IslandView::note)) << "an open island stays on its card";
+    hotkey.press();
     point(away);
     queue.advance(15.1);
     EXPECT_EQ(state.mode.value(), IslandMode::compact);
-    state.setHotkey(0, 3);
-    input.pressKey(3);
-    EXPECT_TRUE(isOpenOn(IslandView::overview)) << "a change is effective at once";
 }
 
 TEST_F(KeysTest, TheLastOtherApplicationIsRemembered)
@@ -158,6 +164,61 @@ TEST_F(KeyboardTest, AnotherCardOrTheIslandsCloseGivesItBackToTheLastApplication
         leave();
         EXPECT_EQ(applications.activated, std::vector{editor});
     }
+}
+
+TEST_F(KeyboardTest, TheHotkeyGivesItToAnOpenIslandFromCardToCardAndBack)
+{
+    auto *second = new QPushButton(button->parentWidget());
+    second->setGeometry(540, 100, 80, 24);
+    second->show();
+    int clicks = 0;
+    for (QPushButton *each : {button, second})
+        QObject::connect(each, &QPushButton::clicked, [&] { ++clicks; });
+    const auto key = [this](Qt::Key code) {
+        QTest::keyClick(controller.panel().windowHandle(), code);
+        return controller.panel().focusWidget();
+    };
+    island.open(IslandView::note);
+    hotkey.press();
+    ASSERT_TRUE(hasKeyboard());
+    key(Qt::Key_Return);
+    key(Qt::Key_Space);
+    EXPECT_EQ(clicks, 0) << "nothing has the focus at first";
+    EXPECT_EQ(key(Qt::Key_Tab), field);
+    EXPECT_EQ(key(Qt::Key_Down), button);
+    key(Qt::Key_Return);
+    key(Qt::Key_Space);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(key(Qt::Key_Right), second);
+    EXPECT_EQ(key(Qt::Key_Tab), field) << "round and round";
+    EXPECT_EQ(key(Qt::Key_Backtab), second);
+
+    second->hide();
+    key(Qt::Key_Return);
+    EXPECT_EQ(clicks, 2) << "what stands beside a control that goes was not chosen";
+    key(Qt::Key_Tab);
+    button->setEnabled(false);
+    key(Qt::Key_Tab);
+    island.show(IslandView::settings);
+    queue.advance(100);
+    EXPECT_TRUE(hasKeyboard()) << "it goes round the cards, and holds them open";
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(acceptsKeyboard());
+    EXPECT_EQ(applications.activated, std::vector{editor});
+    leave();
+    queue.advance(14);
+    EXPECT_TRUE(isOpenOn(IslandView::settings));
+
+    hotkey.press();
+    ASSERT_TRUE(hasKeyboard());
+    EXPECT_EQ(controller.panel().focusWidget(), &controller.panel()) << "the focus starts anew";
+    hotkey.press();
+    leave();
+    hotkey.press();
+    leave();
+    EXPECT_FALSE(acceptsKeyboard()) << "another window was chosen";
+    queue.advance(15.1);
+    EXPECT_EQ(state.mode.value(), IslandMode::compact);
 }
 
 } // namespace

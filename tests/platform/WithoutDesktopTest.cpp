@@ -2,12 +2,12 @@
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/XcbCompositor.h"
+#include "platform/linux/XcbHotkey.h"
 #include "platform/linux/XcbInputMonitor.h"
 #include "platform/linux/XcbLocker.h"
 #include "platform/linux/XcbPanels.h"
 #include "platform/linux/XcbWindowList.h"
 #include "platform/linux/XcbWindowShape.h"
-
 #include "support/ManualQueue.h"
 
 #include <QIcon>
@@ -31,6 +31,9 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
     const XcbLocker locker(stack, queue);
     queue.advance(1);
     EXPECT_FALSE(locker.isLocked());
+    XcbHotkey hotkey(queue);
+    hotkey.hold(KeyPress{45, 0});
+    EXPECT_FALSE(hotkey.isTaken());
     const XcbCompositor compositor;
     EXPECT_TRUE(compositor.isRunning()) << "the panel keeps its see-through corners";
 

@@ -93,6 +93,7 @@ void ApprovalView::followRequest()
         return;
     m_shownRequest = request->id;
     m_context.sight.showsAnother();
+    DecisionCard::dropFocus(*this);
     showRequest(*request);
 }
 
@@ -108,7 +109,6 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     m_keeps->setText(DecisionCard::whatIsKept(request.grants));
     m_keeps->setVisible(!request.grants.isEmpty());
     m_why->clear();
-    m_why->clearFocus();
 
     // What is asked in a way that has no card can only be answered where it was asked.
     const bool isQuestion = request.tool == QLatin1String("AskUserQuestion");

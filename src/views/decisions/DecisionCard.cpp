@@ -25,6 +25,12 @@ QLabel *wrappedText(double size, const QColor &color, int above)
     return label;
 }
 
+void dropFocus(const QWidget &card)
+{
+    if (QWidget *focused = card.focusWidget())
+        focused->clearFocus();
+}
+
 QString whatIsKept(const QList<StandingGrant> &grants)
 {
     QStringList words;

@@ -22,6 +22,9 @@ namespace DecisionCard {
 inline constexpr int columnWidth
     = CardMetrics::width - CardMetrics::contentLeft - CardMetrics::contentRight;
 
+/// Takes the focus from whatever has it on the card: what comes next has not been chosen.
+void dropFocus(const QWidget &card);
+
 /// What "Always" would keep, in words.
 [[nodiscard]] QString whatIsKept(const QList<StandingGrant> &grants);
 

@@ -123,6 +123,7 @@ void QuestionView::showQuestion()
     const AgentQuestion &question = m_request->questions.at(m_index);
     m_context.sight.showsAnother();
     m_who->nameSession(m_request->pillId, m_request->folder);
+    DecisionCard::dropFocus(*this);
     const qsizetype count = m_request->questions.size();
     const QString place
         = count > 1 ? QStringLiteral("%1 of %2").arg(m_index + 1).arg(count) : QString();
@@ -132,7 +133,6 @@ void QuestionView::showQuestion()
                             : header + QStringLiteral(" · ") + place);
     m_question->setText(withoutHiddenMarks(question.text));
     m_own->clear();
-    m_own->clearFocus();
 
     showParts(true);
     m_back->setVisible(m_index > 0);
