@@ -4,6 +4,7 @@
 #include "core/IslandLayout.h"
 #include "platform/PanelWindow.h"
 #include "platform/WindowShape.h"
+#include "ui/AccessibleRole.h"
 #include "ui/FocusWalk.h"
 
 #include <QEvent>
@@ -37,6 +38,7 @@ IslandPanel::IslandPanel(AppState &state, WindowShape &shape, PanelWindow &windo
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setFixedSize(IslandConst::panelWidth, IslandConst::panelHeight);
     setWindowTitle(QStringLiteral("Tirlo"));
+    AccessibleRole::set(*this, QAccessible::Window);
 
     const auto update = [this] { updateInputRegion(); };
     m_observers.follow(m_state.mode, [this] {

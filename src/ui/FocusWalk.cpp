@@ -1,26 +1,53 @@
 #include "FocusWalk.h"
 
 #include <QScrollArea>
+#include <QVariant>
 #include <QWidget>
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace tirlo::FocusWalk {
 
 namespace {
 
-bool isUnderPointer(const QWidget &control, const QWidget &window)
+constexpr auto lastProperty = "isWalkedLast";
+
+/// Whether the control or something that it lies in, up to the window, is such.
+bool isIn(const QWidget &control, bool (*isSuch)(const QWidget &))
 {
-    for (const QWidget *widget = &control; widget && widget != &window;
-         widget = widget->parentWidget()) {
-        if (widget->testAttribute(Qt::WA_TransparentForMouseEvents))
-            return false;
+    for (const QWidget *widget = &control; !widget->isWindow(); widget = widget->parentWidget()) {
+        if (isSuch(*widget))
+            return true;
     }
-    return true;
+    return false;
 }
 
-bool isStop(const QWidget &control, const QWidget &window)
+bool isStop(const QWidget &control)
 {
-    return (control.focusPolicy() & Qt::TabFocus) && !control.focusProxy() && control.isVisible()
-        && control.isEnabled() && isUnderPointer(control, window);
+    return !control.isWindow() && (control.focusPolicy() & Qt::TabFocus) && !control.focusProxy()
+        && control.isVisible() && control.isEnabled() && !isIn(control, [](const QWidget &part) {
+               return part.testAttribute(Qt::WA_TransparentForMouseEvents);
+           });
+}
+
+bool isLast(const QWidget &control)
+{
+    return isIn(control, [](const QWidget &part) { return part.property(lastProperty).toBool(); });
+}
+
+/// The window's stops in their order.
+std::vector<QWidget *> way(QWidget &window)
+{
+    std::vector<QWidget *> stops;
+    for (QWidget *next = window.nextInFocusChain(); next != &window;
+         next = next->nextInFocusChain()) {
+        if (isStop(*next))
+            stops.push_back(next);
+    }
+    std::ranges::stable_partition(stops, [](const QWidget *stop) { return !isLast(*stop); });
+    return stops;
 }
 
 /// What has the focus must be seen.
@@ -36,24 +63,29 @@ void scrollTo(QWidget &control)
 
 bool step(QWidget &window, bool forward)
 {
+    const std::vector<QWidget *> stops = way(window);
     QWidget *present = window.focusWidget();
     const bool isChosen = present && present != &window;
-    if (isChosen && !isStop(*present, window)) {
+    const auto place = std::ranges::find(stops, present);
+    if (isChosen && place == stops.end()) {
         present->clearFocus();
         return true;
     }
-    QWidget *start = isChosen ? present : &window;
-    const auto after = [forward](const QWidget *widget) {
-        return forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-    };
-    for (QWidget *next = after(start); next != start; next = after(next)) {
-        if (next == &window || !isStop(*next, window))
-            continue;
-        next->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-        scrollTo(*next);
-        return true;
-    }
-    return false;
+    if (stops.empty())
+        return false;
+
+    const bool isAtEnd = place == stops.end() || std::next(place) == stops.end();
+    const bool isAtBeginning = place == stops.end() || place == stops.begin();
+    QWidget *next = forward ? (isAtEnd ? stops.front() : *std::next(place))
+                            : (isAtBeginning ? stops.back() : *std::prev(place));
+    next->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    scrollTo(*next);
+    return true;
+}
+
+void putLast(QWidget &part)
+{
+    part.setProperty(lastProperty, true);
 }
 
 } // namespace tirlo::FocusWalk

@@ -12,4 +12,7 @@ namespace tirlo::FocusWalk {
 /// False when there is nowhere to go.
 bool step(QWidget &window, bool forward);
 
+/// Has the way come to the controls of this part of a window after all others.
+void putLast(QWidget &part);
+
 } // namespace tirlo::FocusWalk

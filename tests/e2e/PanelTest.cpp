@@ -64,7 +64,7 @@ TEST_F(PanelTest, TheChatTakesTheKeyboardAndTheWindowBeforeGetsItBack)
     ASSERT_TRUE(window.activateOn(QRect(200, 400, 600, 300)));
     ASSERT_TRUE(open());
     EXPECT_TRUE(window.isActiveWindow());
-    ASSERT_TRUE(program.clickButton("Chat", "check box"));
+    ASSERT_TRUE(program.clickButton("Chat", "page tab"));
     EXPECT_TRUE(waitUntil([&] { return !window.isActiveWindow(); }));
 
     // A card without a text field hands it back at once.

@@ -132,7 +132,7 @@ TEST_F(OverviewViewTest, ATapMovesTheFocusOnceInHalfASecondAndClearsTheBadge)
     queue.advance(0.5);
     click("VS Code");
     EXPECT_EQ(state.focusId.value(), "integration_claude") << "its pill bears its own name";
-    EXPECT_EQ(description(), "");
+    EXPECT_EQ(description(), "idle");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "core/AppState.h"
 #include "core/IslandConst.h"
 #include "core/model/ApprovalAnswer.h"
+#include "ui/Announcement.h"
 #include "ui/CardField.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
@@ -37,6 +38,7 @@ const QString whyHint = QStringLiteral("Tell it what to do instead");
 ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::amber, parent)
     , m_context(context)
+    , m_announcement(new Announcement(this))
     , m_who(new AgentWho(context.state, QStringLiteral("needs permission")))
     , m_tool(new TextLabel(Style::font(Style::headSize), Style::secondaryText))
     , m_lineCount(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
@@ -95,6 +97,14 @@ void ApprovalView::followRequest()
     m_context.sight.showsAnother();
     DecisionCard::dropFocus(*this);
     showRequest(*request);
+    announce(*request);
+}
+
+void ApprovalView::announce(const ApprovalInfo &request)
+{
+    const RequestContent &content = request.content;
+    m_announcement->tell({DecisionCard::whoAsks(m_context.state, request, BotState::approval),
+                          content.title, content.reason, content.subject, content.text});
 }
 
 void ApprovalView::showRequest(const ApprovalInfo &request)

@@ -11,6 +11,7 @@ class QBoxLayout;
 namespace tirlo {
 
 class AgentWho;
+class Announcement;
 class CardField;
 class RequestBody;
 class TextLabel;
@@ -29,6 +30,7 @@ public:
 private:
     void followRequest();
     void showRequest(const ApprovalInfo &request);
+    void announce(const ApprovalInfo &request);
     void showReason(const RequestContent &content);
     void fitHeight();
     void decide(Decision decision);
@@ -37,6 +39,7 @@ private:
 
     ViewContext m_context;
     quint64 m_shownRequest = 0;
+    Announcement *m_announcement;
     AgentWho *m_who;
     TextLabel *m_tool;
     TextLabel *m_lineCount;

@@ -1,6 +1,7 @@
 #include "DecisionCard.h"
 
 #include "core/AppState.h"
+#include "core/TaskWords.h"
 #include "ui/Style.h"
 #include "views/CardMetrics.h"
 
@@ -29,6 +30,14 @@ void dropFocus(const QWidget &card)
 {
     if (QWidget *focused = card.focusWidget())
         focused->clearFocus();
+}
+
+QString whoAsks(const AppState &state, const ApprovalInfo &request, BotState mood)
+{
+    // The task may not have been told of its mood yet.
+    AgentTask task = state.task(request.pillId).value_or(AgentTask{});
+    task.state = mood;
+    return inWords(task) + u':';
 }
 
 QString whatIsKept(const QList<StandingGrant> &grants)

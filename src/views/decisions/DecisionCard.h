@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/model/ApprovalInfo.h"
+#include "core/model/BotState.h"
 #include "views/CardMetrics.h"
 
 class QLabel;
@@ -24,6 +25,9 @@ inline constexpr int columnWidth
 
 /// Takes the focus from whatever has it on the card: what comes next has not been chosen.
 void dropFocus(const QWidget &card);
+
+/// Who asks and what for, in words, such as "Claude Code, shop, needs permission:".
+[[nodiscard]] QString whoAsks(const AppState &state, const ApprovalInfo &request, BotState mood);
 
 /// What "Always" would keep, in words.
 [[nodiscard]] QString whatIsKept(const QList<StandingGrant> &grants);

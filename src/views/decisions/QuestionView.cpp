@@ -4,7 +4,9 @@
 #include "core/AppState.h"
 #include "core/HiddenMarks.h"
 #include "core/model/ApprovalAnswer.h"
+#include "core/TaskWords.h"
 #include "hooks/AgentQuestions.h"
+#include "ui/Announcement.h"
 #include "ui/CardField.h"
 #include "ui/OptionButton.h"
 #include "ui/PrimaryButton.h"
@@ -43,6 +45,7 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     : CardBackground(Wash::cyan, parent)
     , m_context(context)
     , m_who(new AgentWho(context.state, QStringLiteral("is asking a question")))
+    , m_announcement(new Announcement(this))
     , m_progress(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_question(DecisionCard::wrappedText(Style::bodySize, Style::primaryText))
     , m_options(new QScrollArea)
@@ -112,7 +115,10 @@ void QuestionView::followTask()
     if (!asks)
         return;
     m_who->followFocus();
-    m_question->setText(withoutHiddenMarks(task->steps.last()));
+    const QString words = withoutHiddenMarks(task->steps.last());
+    if (words != m_question->text())
+        m_announcement->tell({inWords(*task) + u':', words});
+    m_question->setText(words);
     m_progress->setLine({});
     showParts(false);
     DecisionCard::askForHeight(m_context.state, DecisionCard::heightOf(*this));
@@ -142,6 +148,11 @@ void QuestionView::showQuestion()
     showOptions(question);
     updateButtons();
     fitHeight();
+    QStringList words{DecisionCard::whoAsks(m_context.state, *m_request, BotState::question),
+                      question.text};
+    for (const AgentQuestion::Option &option : question.options)
+        words.append(option.label);
+    m_announcement->tell(words);
 }
 
 /// The controls of a question that is answered here, or the one that leads to the agent.

@@ -14,6 +14,7 @@ class QScrollArea;
 namespace tirlo {
 
 class AgentWho;
+class Announcement;
 class CardField;
 class TextLabel;
 
@@ -51,6 +52,7 @@ private:
     QHash<QString, QStringList> m_answers;
 
     AgentWho *m_who;
+    Announcement *m_announcement;
     TextLabel *m_progress;
     QLabel *m_question;
     QScrollArea *m_options;

@@ -3,11 +3,13 @@
 #include "core/LineDiff.h"
 #include "core/RiskyWords.h"
 #include "ui/Color.h"
+#include "ui/FocusRing.h"
 #include "ui/MarkdownText.h"
 #include "ui/MarkedLines.h"
 #include "ui/SlimScrollBar.h"
 #include "ui/Style.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QStackedLayout>
 #include <QTextBlock>
@@ -58,6 +60,8 @@ RequestBody::RequestBody(QWidget *parent)
     m_pages->setContentsMargins(Style::codePadding / 2, 0, 0, 0);
     m_pages->addWidget(m_lines);
     m_pages->addWidget(m_plan);
+    m_lines->installEventFilter(this);
+    m_plan->installEventFilter(this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -87,6 +91,13 @@ int RequestBody::lineCount() const
                                                : m_plan->document()->blockCount();
 }
 
+bool RequestBody::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    return QWidget::eventFilter(watched, event);
+}
+
 void RequestBody::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -94,6 +105,13 @@ void RequestBody::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(Style::white, fillOpacity));
     painter.drawRoundedRect(rect(), Style::codeRadius, Style::codeRadius);
+    if (!FocusRing::isShown(*m_pages->currentWidget()))
+        return;
+    constexpr double half = Style::focusRingWidth / 2;
+    painter.setPen(QPen(Style::focusRing, Style::focusRingWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
+                            Style::codeRadius - half, Style::codeRadius - half);
 }
 
 void RequestBody::showLines(const RequestContent &content)

@@ -31,6 +31,7 @@ public:
     [[nodiscard]] int lineCount() const;
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

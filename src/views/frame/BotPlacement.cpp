@@ -2,8 +2,10 @@
 
 #include "core/AppState.h"
 #include "core/IslandLayout.h"
+#include "core/TaskWords.h"
 #include "island/IslandMotion.h"
 #include "mascot/BotCanvasView.h"
+#include "ui/AccessibleRole.h"
 
 #include <QPainter>
 
@@ -44,6 +46,8 @@ BotPlacement::BotPlacement(const ViewContext &context, QWidget *parent)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     m_canvas->setParticleOverhang(particleOverhang);
+    AccessibleRole::set(*m_canvas, QAccessible::Graphic);
+    nameMascot();
 
     jumpTo(m_place);
     m_glow.moveTo(m_mood, Animation::none(), m_clock.now());
@@ -139,6 +143,7 @@ void BotPlacement::followPlace()
 
 void BotPlacement::followMood()
 {
+    nameMascot();
     const BotState mood = displayedState(m_state);
     if (mood == std::exchange(m_mood, mood))
         return;
@@ -147,6 +152,15 @@ void BotPlacement::followMood()
         mood, isLit() ? m_clock.permitted(TimingCurve::easeInOut(glowSeconds)) : Animation::none(),
         m_clock.now());
     run();
+}
+
+/// The mascot stands for the agent in focus.
+void BotPlacement::nameMascot()
+{
+    const std::optional<AgentTask> task = m_state.focusTask();
+    AccessibleRole::setName(*m_canvas,
+                            task ? inWords(*task)
+                                 : QStringLiteral("Tirlo, ") + inWords(displayedState(m_state)));
 }
 
 void BotPlacement::jumpTo(const MascotPlace &place)

@@ -41,6 +41,7 @@ protected:
 private:
     void followPlace();
     void followMood();
+    void nameMascot();
     void run();
     void frame(double time);
     void placeCanvas(double time);

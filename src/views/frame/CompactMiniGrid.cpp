@@ -1,7 +1,9 @@
 #include "CompactMiniGrid.h"
 
 #include "core/AppState.h"
+#include "core/TaskWords.h"
 #include "mascot/MiniBotCanvasView.h"
+#include "ui/AccessibleRole.h"
 
 #include <algorithm>
 #include <cmath>
@@ -72,7 +74,8 @@ void CompactMiniGrid::followTasks()
         if (bot)
             bot->setTask(task);
         else
-            bot = new MiniBotCanvasView(task, m_context.queue, m_context.frames, this);
+            bot = makeBot(task);
+        AccessibleRole::setName(*bot, inWords(task));
         bot->show();
         bots.push_back(bot);
     }
@@ -80,6 +83,13 @@ void CompactMiniGrid::followTasks()
     m_bots = std::move(bots);
     m_tasks = tasks;
     layOut();
+}
+
+MiniBotCanvasView *CompactMiniGrid::makeBot(const AgentTask &task)
+{
+    auto *bot = new MiniBotCanvasView(task, m_context.queue, m_context.frames, this);
+    AccessibleRole::set(*bot, QAccessible::Graphic);
+    return bot;
 }
 
 /// Takes the task's present mascot out of the grid; null without one in its colour.

@@ -33,6 +33,7 @@ public:
 private:
     void followMode();
     void followTasks();
+    [[nodiscard]] MiniBotCanvasView *makeBot(const AgentTask &task);
     MiniBotCanvasView *takeBot(const AgentTask &task);
     void layOut();
 

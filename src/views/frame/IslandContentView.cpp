@@ -27,6 +27,7 @@ IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent
     : QWidget(parent)
     , m_state(context.state)
     , m_clock(context.frames)
+    , m_header(new IslandHeader(context, this))
     , m_view(context.state.view)
 {
     for (const IslandView view : allCases<IslandView>()) {
@@ -35,8 +36,6 @@ IslandContentView::IslandContentView(const ViewContext &context, QWidget *parent
             card->setParent(this);
         m_cards.push_back(card ? std::optional<CardPresence>(*card) : std::nullopt);
     }
-    // Behind the cards, so that the keyboard comes to a card's own controls first.
-    m_header = new IslandHeader(context, this);
     if (auto &card = selected())
         card->setSelected(true, false, m_clock);
 }

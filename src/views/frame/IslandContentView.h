@@ -49,7 +49,7 @@ private:
 
     const AppState &m_state;
     FrameClock &m_clock;
-    IslandHeader *m_header = nullptr;
+    IslandHeader *m_header;
     /// One a view, in the order of the views; none for a view without a card.
     std::vector<std::optional<CardPresence>> m_cards;
     IslandView m_view;

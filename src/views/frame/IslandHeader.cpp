@@ -4,6 +4,8 @@
 #include "core/AppState.h"
 #include "core/IslandIntents.h"
 #include "island/IslandMotion.h"
+#include "ui/AccessibleRole.h"
+#include "ui/FocusWalk.h"
 #include "ui/IconButton.h"
 #include "ui/PresenceEffect.h"
 #include "ui/Style.h"
@@ -48,6 +50,8 @@ IslandHeader::IslandHeader(const ViewContext &context, QWidget *parent)
     , m_presence(new PresenceEffect(this))
     , m_opacity(shownOpacity(context.state))
 {
+    // A request is what the keyboard was asked for; the tabs can wait.
+    FocusWalk::putLast(*this);
     layOut(context);
     connect(m_settings, &IconButton::clicked, this,
             [&island = context.island] { island.show(IslandView::settings); });
@@ -68,7 +72,10 @@ void IslandHeader::layOut(const ViewContext &context)
         return new TabButton(QLatin1String(icon), QString::fromLatin1(name), view, context,
                              preAction);
     };
-    auto *tabs = new QHBoxLayout;
+    auto *tabList = new QWidget;
+    AccessibleRole::set(*tabList, QAccessible::PageTabList);
+    auto *tabs = new QHBoxLayout(tabList);
+    tabs->setContentsMargins(0, 0, 0, 0);
     tabs->setSpacing(tabSpacing);
     tabs->addWidget(tab("house-fill", "Home", IslandView::overview));
     tabs->addWidget(tab("bubble-left-fill", "Chat", IslandView::prompt,
@@ -86,7 +93,7 @@ void IslandHeader::layOut(const ViewContext &context)
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(tabsLeft, 0, iconsRight - reach, 0);
     row->setSpacing(0);
-    row->addLayout(tabs);
+    row->addWidget(tabList);
     row->addStretch();
     row->addLayout(icons);
     setFixedHeight(rowHeight);

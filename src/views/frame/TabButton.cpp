@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 #include "core/IslandIntents.h"
 #include "island/IslandMotion.h"
+#include "ui/AccessibleRole.h"
 #include "ui/Color.h"
 #include "ui/Style.h"
 
@@ -38,6 +39,7 @@ TabButton::TabButton(QLatin1String icon, const QString &name, IslandView view,
     , m_clock(context.frames)
     , m_preAction(std::move(preAction))
 {
+    AccessibleRole::set(*this, QAccessible::PageTab);
     setIcon(icon, name);
     setCheckable(true);
     updateOn();
@@ -53,6 +55,10 @@ bool TabButton::isOn() const
 
 void TabButton::updateOn()
 {
+    if (isOn() && !isChecked()) {
+        QAccessibleEvent selection(this, QAccessible::Selection);
+        QAccessible::updateAccessibility(&selection);
+    }
     setChecked(isOn());
     fadeTo(isOn() ? onStyle() : offStyle(), IslandMotion::viewSpring, m_clock);
 }

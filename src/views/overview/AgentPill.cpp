@@ -2,6 +2,7 @@
 
 #include "PillBadgeView.h"
 #include "core/AgentCatalog.h"
+#include "core/TaskWords.h"
 #include "mascot/MiniBotCanvasView.h"
 #include "ui/Bands.h"
 #include "ui/Color.h"
@@ -72,11 +73,12 @@ void brighten(QImage &picture, double amount)
     }
 }
 
-QString badgeDescription(const std::optional<PillBadge> &badge)
+/// What the badge says, and without one how the task is.
+QString description(const AgentTask &task)
 {
-    if (!badge)
-        return {};
-    switch (*badge) {
+    if (!task.pillBadge)
+        return inWords(task.state);
+    switch (*task.pillBadge) {
     case PillBadge::approval:
         return QStringLiteral("waits for you");
     case PillBadge::finished:
@@ -112,17 +114,19 @@ void AgentPill::setTask(const AgentTask &task)
     const bool isNew = !m_bot;
     const bool looksTheSame = name == shownName(m_task) && task.color == m_task.color
         && task.pillBadge == m_task.pillBadge;
+    const bool isDescribed = !isNew && description(task) == description(m_task);
     const bool isSameCharacter = m_bot && task.id == m_task.id && task.color == m_task.color;
     m_task = task;
     if (isSameCharacter)
         m_bot->setTask(task);
     else
         makeBot();
+    if (!isDescribed)
+        setAccessibleDescription(description(task));
     if (looksTheSame && !isNew)
         return;
     m_name = TextLine::displayable(name);
     setAccessibleName(name.isEmpty() ? QStringLiteral("Agent") : name);
-    setAccessibleDescription(badgeDescription(task.pillBadge));
     update();
 }
 

@@ -79,7 +79,8 @@ void AgentPillsView::followOrder(const QList<AgentTask> &tasks)
     for (qsizetype i = 0; i < tasks.size(); ++i) {
         AgentPill &pill = presenceOf(tasks[i]).pill();
         pill.raise();
-        setTabOrder(i > 0 ? static_cast<QWidget *>(&presenceOf(tasks[i - 1]).pill()) : this, &pill);
+        if (i > 0)
+            setTabOrder(&presenceOf(tasks[i - 1]).pill(), &pill);
     }
 }
 

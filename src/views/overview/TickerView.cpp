@@ -2,6 +2,7 @@
 
 #include "TickerRowView.h"
 #include "platform/MainQueue.h"
+#include "ui/AccessibleRole.h"
 #include "ui/Style.h"
 #include "ui/TextLine.h"
 
@@ -52,6 +53,7 @@ TickerView::TickerView(MainQueue &queue, FrameClock &frames, QWidget *parent)
     , m_rows(rowsOf(std::nullopt))
     , m_latest(m_rows)
 {
+    AccessibleRole::set(*this, QAccessible::StatusBar);
     setTextInteractionFlags(Qt::NoTextInteraction);
     setFont(Style::font(Style::bodySize, QFont::Medium));
     setFixedHeight(tickerHeight);
@@ -65,7 +67,7 @@ void TickerView::setTask(const std::optional<AgentTask> &task)
         return;
     m_latest = rows;
     const bool hasStep = task && !task->steps.isEmpty();
-    setAccessibleName(hasStep ? task->steps[rows.index] : QString());
+    AccessibleRole::setName(*this, hasStep ? task->steps[rows.index] : QString());
     followLatest();
 }
 
