@@ -1,12 +1,12 @@
 #pragma once
 
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace tirlo::e2e {
 
-/// What a screen reader would say of a program by itself, from what the accessibility bus tells:
-/// notifications that come into sight, and whatever gets the focus.
+/// What a screen reader says of a program by itself, from what the accessibility bus tells:
+/// notifications that come into sight, and whatever gets the focus, with their roles.
 class ScreenReader
 {
 public:
@@ -14,13 +14,13 @@ public:
     explicit ScreenReader(long processId);
     ~ScreenReader();
 
-    /// Whether it comes to say this within five seconds, after what it has said when asked last.
-    [[nodiscard]] bool waitFor(const std::string &words);
+    /// Whether it comes to say this within five seconds, after what was asked for last.
+    [[nodiscard]] bool says(const std::string &words);
 
 private:
     struct Ear;
 
-    std::unique_ptr<Ear> m_ear;
+    Ear *m_ear;
     std::size_t m_heard = 0;
 };
 
