@@ -26,6 +26,11 @@ IslandKeyboard::IslandKeyboard(AppState &state, Island &island, IslandPanel &pan
     m_panel.installEventFilter(this);
     m_observers.follow(m_state.mode, [this] { followCard(); });
     m_observers.follow(m_state.view, [this] { followCard(); });
+    // The next key leads to a new request, wherever the user was.
+    m_observers.follow(m_state.pendingApproval, [this] {
+        if (m_isGiven && m_state.pendingApproval.value())
+            m_panel.setFocus();
+    });
     // A field that was left, as by Escape, needs the keyboard no more.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
         if (!now && !m_isGiven && m_state.view != IslandView::prompt)

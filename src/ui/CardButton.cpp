@@ -79,16 +79,13 @@ void CardButton::paintEvent(QPaintEvent *)
     painter.setBrush(fill);
     painter.drawRoundedRect(rect(), Style::buttonRadius, Style::buttonRadius);
 
-    const auto outline = [&](const QColor &color, double width) {
-        const double half = width / 2;
-        painter.setPen(QPen(color, width));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
-                                Style::buttonRadius - half, Style::buttonRadius - half);
-    };
-    outline(m_style.stroke, Style::hairlineWidth);
+    constexpr double half = Style::hairlineWidth / 2;
+    painter.setPen(QPen(m_style.stroke, Style::hairlineWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
+                            Style::buttonRadius - half, Style::buttonRadius - half);
     if (FocusRing::isShown(*this))
-        outline(Style::focusRing, Style::focusRingWidth);
+        FocusRing::draw(painter, rect(), Style::buttonRadius);
 
     const double left = (width() - titleWidth() - hintWidth()) / 2;
     painter.setFont(font());

@@ -111,13 +111,8 @@ void IconButton::paintEvent(QPaintEvent *)
                         m_shown.iconSide, m_shown.iconSide);
     Icon::draw(painter, m_icon, square, underMouse() ? m_shown.hoveredColor : m_shown.color);
 
-    if (!FocusRing::isShown(*this))
-        return;
-    constexpr double half = Style::focusRingWidth / 2;
-    painter.setPen(QPen(Style::focusRing, Style::focusRingWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
-                            m_shown.radius - half, m_shown.radius - half);
+    if (FocusRing::isShown(*this))
+        FocusRing::draw(painter, rect(), m_shown.radius);
 }
 
 } // namespace tirlo

@@ -91,9 +91,11 @@ TEST_F(FocusTest, NoKeyAnswersARequestThatTheUserHasNotMovedTo)
             focusAfter(Qt::Key_Tab);
         EXPECT_EQ(focus().toStdString(), name.toStdString());
     };
+    goTo("Home");
     ask("ls");
     open(IslandView::approval);
     pressAll();
+    EXPECT_EQ(focusAfter(Qt::Key_Tab), "Request") << "the next key leads to it";
     goTo("Allow");
     ask("make");
     queue.advance(1);

@@ -105,13 +105,8 @@ void RequestBody::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(Style::white, fillOpacity));
     painter.drawRoundedRect(rect(), Style::codeRadius, Style::codeRadius);
-    if (!FocusRing::isShown(*m_pages->currentWidget()))
-        return;
-    constexpr double half = Style::focusRingWidth / 2;
-    painter.setPen(QPen(Style::focusRing, Style::focusRingWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half),
-                            Style::codeRadius - half, Style::codeRadius - half);
+    if (FocusRing::isShown(*m_pages->currentWidget()))
+        FocusRing::draw(painter, rect(), Style::codeRadius);
 }
 
 void RequestBody::showLines(const RequestContent &content)

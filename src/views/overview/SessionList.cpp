@@ -1,12 +1,14 @@
 #include "SessionList.h"
 
 #include "ui/ColorDot.h"
+#include "ui/FocusRing.h"
 #include "ui/SlimScrollBar.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
 #include "views/StateColor.h"
 
 #include <QLocale>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -117,6 +119,14 @@ SessionList::SessionList(QWidget *parent)
     setAccessibleName(QStringLiteral("Sessions"));
     SlimScrollBar::dress(*this);
     viewport()->setAutoFillBackground(false);
+}
+
+void SessionList::paintEvent(QPaintEvent *)
+{
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (FocusRing::isShown(*this))
+        FocusRing::draw(painter, viewport()->rect(), Style::codeRadius);
 }
 
 void SessionList::setSessions(const QList<AgentSession> &sessions)

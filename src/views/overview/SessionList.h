@@ -22,6 +22,9 @@ public:
     /// Shows the sessions in their order.
     void setSessions(const QList<AgentSession> &sessions);
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     class Row;
 
