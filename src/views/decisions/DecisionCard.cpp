@@ -4,6 +4,7 @@
 #include "core/TaskWords.h"
 #include "ui/Style.h"
 #include "views/CardMetrics.h"
+#include "views/overview/AgentWho.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -35,7 +36,7 @@ void dropFocus(const QWidget &card)
 QString whoAsks(const AppState &state, const ApprovalInfo &request, BotState mood)
 {
     // The task may not have been told of its mood yet.
-    AgentTask task = state.task(request.pillId).value_or(AgentTask{});
+    AgentTask task = sessionOf(state, request.pillId, request.folder).value_or(AgentTask{});
     task.state = mood;
     return inWords(task) + u':';
 }

@@ -10,6 +10,16 @@
 
 namespace tirlo {
 
+std::optional<AgentTask> sessionOf(const AppState &state, const QString &pillId,
+                                   const QString &folder)
+{
+    std::optional<AgentTask> task = state.task(pillId);
+    // The pill may go by the folder of another of its sessions.
+    if (task && !folder.isEmpty() && !task->name.startsWith(folder))
+        task->name = folder;
+    return task;
+}
+
 AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     : QWidget(parent)
     , m_state(state)
@@ -36,11 +46,7 @@ AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
 void AgentWho::nameSession(const QString &pillId, const QString &folder)
 {
     m_namesSession = true;
-    std::optional<AgentTask> task = m_state.task(pillId);
-    // The pill may go by the folder of another of its sessions.
-    if (task && !folder.isEmpty() && !task->name.startsWith(folder))
-        task->name = folder;
-    setTask(task);
+    setTask(sessionOf(m_state, pillId, folder));
 }
 
 void AgentWho::followFocus()

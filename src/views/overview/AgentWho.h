@@ -13,6 +13,10 @@ class AppState;
 class ColorDot;
 class TextLabel;
 
+/// The pill's task by the name of the folder that one of its sessions works in; nothing without it.
+[[nodiscard]] std::optional<AgentTask> sessionOf(const AppState &state, const QString &pillId,
+                                                 const QString &folder);
+
 /// The head line of a decision card: whom it is about, and what is the matter.
 ///
 /// It shows the focused task's dot and name before the label, or those of whoever asked; without a
