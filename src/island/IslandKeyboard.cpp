@@ -42,7 +42,8 @@ void IslandKeyboard::toggle()
 {
     if (m_isGiven || m_panel.isActiveWindow())
         giveBack();
-    else if (m_panel.isVisible() && m_state.mode == IslandMode::expanded && m_state.view != IslandView::greeting)
+    else if (m_panel.isVisible() && m_state.mode == IslandMode::expanded
+             && m_state.view != IslandView::greeting)
         give();
 }
 

@@ -5,7 +5,6 @@
 #include "core/AppState.h"
 #include "platform/SessionLock.h"
 
-
 namespace tirlo {
 
 IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Island &island,
@@ -44,8 +43,7 @@ IslandWindowController::IslandWindowController(const IslandDesktop &desktop, Isl
     m_observers.follow(m_state.requestsOverFullscreen, followSight);
     // Where a window manager thinks that the window before has the keyboard all the time, or where
     // there is none, a press on that would not bring it back there.
-    connect(&desktop.input, &InputMonitor::leftButtonUp, &m_keyboard,
-            &IslandKeyboard::giveBack);
+    connect(&desktop.input, &InputMonitor::leftButtonUp, &m_keyboard, &IslandKeyboard::giveBack);
 }
 
 void IslandWindowController::showWindow()

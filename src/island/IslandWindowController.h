@@ -82,6 +82,8 @@ private:
     IslandPresses m_presses;
     IslandKeyboard m_keyboard;
     IslandKeys m_keys;
+
+    Observers m_observers;
 };
 
 } // namespace tirlo
