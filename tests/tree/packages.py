@@ -71,13 +71,13 @@ brought = {name: base | with_dependencies(packages) for name, packages in groups
 
 def group_of(path):
     name = str(path.relative_to(root))
-    if name.startswith("tools/fresh-machine"):
+    if name.startswith(("tools/fresh-machine", "tools/desktop-kinds")):
         return None  # says itself what it needs, of developers alone
     if name in ("run", "tools/setup", "tools/build", "CMakeLists.txt") or name.startswith(("src/", "cmake/")):
         return "program"
     if name == "tools/tidy":
         return "tidy"
-    if name in ("tools/stage", "tools/with-pictures"):
+    if name in ("tools/stage", "tools/desktops", "tools/with-pictures"):
         return "display"
     return "demo" if name.startswith(("tools/demo/", "tests/e2e/kit/")) else "tests"
 
@@ -144,7 +144,8 @@ demand(root / "CMakeLists.txt", "Ninja", program("ninja"))
 
 BEFORE = (r"(?:^|[|;&(!]|\bthen|\bdo|\bif|\bwhile|\buntil|\belse)\s*"
           r"(?:(?:exec|command -v|become|become_part|setsid|xargs|timeout \S+|within \S+)\s+)*")
-NOT_PROGRAMS = set(printed("bash", "-c", "compgen -bk").split())
+# Whoever is root needs no sudo.
+NOT_PROGRAMS = set(printed("bash", "-c", "compgen -bk").split()) | {"sudo"}
 
 scripts = [path for path in [root / "run", root / "test", *(root / ".ci").iterdir(),
                              *(file for folder in ("tools", "tests", "benchmarks")
