@@ -1,14 +1,13 @@
 #include "AppDelegate.h"
 
 #include "chat/ProviderSwitch.h"
-#include "ui/Icon.h"
-#include "ui/Style.h"
+#include "ui/ProgramIcon.h"
 #include "views/frame/IslandRootView.h"
 
-#include <QApplication>
 #include <QDebug>
+#include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
-#include <QStyle>
 
 namespace tirlo {
 
@@ -45,6 +44,8 @@ AppDelegate::~AppDelegate()
 void AppDelegate::applicationDidFinishLaunching()
 {
     setupMenuBarItem();
+    followDesktopLook();
+    QObject::connect(&m_look, &DesktopLook::changed, &m_look, [this] { followDesktopLook(); });
     setupIsland();
     m_queue.after(loadingDelay, &m_notifications, [this] {
         m_sounds.preload();
@@ -55,9 +56,8 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::setupMenuBarItem()
 {
-    // Desktops' bars are dark as a rule, and take a template's colour as it is.
     m_statusItem.show(
-        Icon::menuBarIcon(Style::primaryText), QStringLiteral("Tirlo"),
+        QStringLiteral("Tirlo"), [this] { openIsland(); },
         {{QStringLiteral("Open Tirlo"), {}, [this] { openIsland(); }},
          {},
          {QStringLiteral("Settings…"), QStringLiteral("Ctrl+,"), [this] { openSettings(); }},
@@ -65,12 +65,16 @@ void AppDelegate::setupMenuBarItem()
          {QStringLiteral("Quit"), QStringLiteral("Ctrl+Q"), [] { QCoreApplication::quit(); }}});
 }
 
+void AppDelegate::followDesktopLook()
+{
+    m_statusItem.setPicture(ProgramIcon::onBar(m_look.hasDarkBar()));
+    m_frames.setReducesMotion(m_look.reducesMotion());
+}
+
 void AppDelegate::setupIsland()
 {
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         m_frames.setRate(screen->refreshRate());
-    // A style says so when the desktop asks its programs to do without animations.
-    m_frames.setReducesMotion(!QApplication::style()->styleHint(QStyle::SH_Widget_Animate));
 
     m_islandController.emplace(IslandDesktop{m_screens, m_windowShape, m_panelWindow, m_sessionLock,
                                              m_pointer, m_inputMonitor, m_hotkey, m_windowList,

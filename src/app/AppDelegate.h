@@ -16,6 +16,7 @@
 #include "platform/BackgroundWorker.h"
 #include "platform/linux/AlAudioOutput.h"
 #include "platform/linux/DesktopApplications.h"
+#include "platform/linux/DesktopLook.h"
 #include "platform/linux/DesktopSessionLock.h"
 #include "platform/linux/FileKeyValueStore.h"
 #include "platform/linux/Keychain.h"
@@ -64,6 +65,7 @@ public:
 
 private:
     void setupMenuBarItem();
+    void followDesktopLook();
     void setupIsland();
 
     const Paths m_paths;
@@ -102,7 +104,8 @@ private:
     const IslandActions m_islandActions;
     CardSight m_cardSight{m_queue};
     SettingsOpener m_settingsOpener{m_hookInstallers, m_paths};
-    TrayStatusItem m_statusItem;
+    DesktopLook m_look;
+    TrayStatusItem m_statusItem{m_queue};
     std::optional<IslandWindowController> m_islandController;
     BackgroundWorker m_keychainLoading;
 };

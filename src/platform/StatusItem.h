@@ -24,12 +24,16 @@ class StatusItem
 public:
     virtual ~StatusItem() = default;
 
-    /// Puts the item into the bar; a desktop without a place for it shows nothing.
+    /// Puts the item into the bar as soon as there is a place for it.
     ///
-    /// The name is what a screen reader says of the picture.
-    virtual void show(const QIcon &picture, const QString &name,
+    /// The name is what a screen reader says of the picture; `open` runs on a click with the left
+    /// button, where the desktop does not show the menu on that as well.
+    virtual void show(const QString &name, std::function<void()> open,
                       const std::vector<StatusMenuRow> &menu)
         = 0;
+
+    /// Shows this picture from now on.
+    virtual void setPicture(const QIcon &picture) = 0;
 };
 
 } // namespace tirlo

@@ -29,11 +29,12 @@ void SettingsOpener::place(const std::optional<ScreenInfo> &screen)
 {
     if (!screen)
         return;
-    const QRectF place
-        = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumHeight());
     // The frame with its title bar is what stands there.
+    const QSize frame = m_window->frameSize() - m_window->size();
+    const QRectF place
+        = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumSize() + frame);
     m_window->move(place.topLeft().toPoint());
-    m_window->resize(place.size().toSize() - (m_window->frameSize() - m_window->size()));
+    m_window->resize(place.size().toSize() - frame);
 }
 
 } // namespace tirlo

@@ -12,16 +12,18 @@ constexpr double margin = 12;
 
 } // namespace
 
-QRectF placeBelowIsland(const ScreenInfo &screen, QSizeF window, double minimumHeight)
+QRectF placeBelowIsland(const ScreenInfo &screen, QSizeF window, QSizeF minimum)
 {
     const QRectF &visible = screen.visibleFrame;
     const double top
         = std::max(screen.frame.top() + IslandConst::panelHeight + margin, visible.top());
     const double lowest = visible.bottom() - margin;
-    const double height = std::min(window.height(), std::max(lowest - top, minimumHeight));
-    const double left = visible.center().x() - window.width() / 2;
+    const double height = std::min(window.height(), std::max(lowest - top, minimum.height()));
+    const double width
+        = std::min(window.width(), std::max(visible.width() - 2 * margin, minimum.width()));
+    const double left = std::max(visible.left() + margin, visible.center().x() - width / 2);
     // The lower edge stays on the screen, even where the window then reaches over the island.
-    return {left, std::min(lowest, top + height) - height, window.width(), height};
+    return {left, std::min(lowest, top + height) - height, width, height};
 }
 
 } // namespace tirlo

@@ -1,8 +1,10 @@
 #include "SettingsWindow.h"
 
 #include "SettingsView.h"
+#include "ui/ProgramIcon.h"
 
 #include <QEvent>
+#include <QIcon>
 #include <QVBoxLayout>
 
 namespace tirlo {
@@ -18,6 +20,7 @@ SettingsWindow::SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidge
     : QWidget(parent, Qt::Window)
 {
     setWindowTitle(tr("Settings — Tirlo"));
+    setWindowIcon(ProgramIcon::ofWindow());
     resize(initialSize);
     setMinimumSize(minimumContentSize);
     auto *column = new QVBoxLayout(this);

@@ -1,7 +1,6 @@
 #include "Icon.h"
 
 #include <QFile>
-#include <QIcon>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -16,26 +15,24 @@ static void openResources()
 
 namespace tirlo::Icon {
 
-namespace {
-
-QPixmap render(QLatin1String name, const QSize &size, const QColor &color)
+QPixmap picture(QLatin1String name, int side, const QColor &color)
 {
     openResources();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
 
-    QPixmap picture(size);
+    QPixmap picture(side, side);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    QSvgRenderer(file.readAll()).render(&painter, QRectF(QPointF(), QSizeF(size)));
+    QSvgRenderer drawing(file.readAll());
+    drawing.setAspectRatioMode(Qt::KeepAspectRatio);
+    drawing.render(&painter, QRectF(picture.rect()));
     // The drawing gives the shape, the caller the colour.
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(picture.rect(), color);
     return picture;
 }
-
-} // namespace
 
 void draw(QPainter &painter, QLatin1String name, const QRectF &rect, const QColor &color)
 {
@@ -44,21 +41,13 @@ void draw(QPainter &painter, QLatin1String name, const QRectF &rect, const QColo
     const int side = int(std::ceil(rect.width() * ratio));
     const QString key
         = QStringLiteral("icon/%1/%2/%3").arg(name).arg(side).arg(color.rgba(), 0, 16);
-    QPixmap picture;
-    if (!QPixmapCache::find(key, &picture)) {
-        picture = render(name, {side, side}, color);
-        QPixmapCache::insert(key, picture);
+    QPixmap drawn;
+    if (!QPixmapCache::find(key, &drawn)) {
+        drawn = picture(name, side, color);
+        QPixmapCache::insert(key, drawn);
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect, picture, QRectF(picture.rect()));
-}
-
-QIcon menuBarIcon(const QColor &color)
-{
-    QIcon icon;
-    for (const int ratio : {1, 2, 3})
-        icon.addPixmap(render(QLatin1String("MenuBarIcon"), QSize(24, 18) * ratio, color));
-    return icon;
+    painter.drawPixmap(rect, drawn, QRectF(drawn.rect()));
 }
 
 } // namespace tirlo::Icon

@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QLatin1String>
 
-class QIcon;
+class QPixmap;
 class QPainter;
 class QRectF;
 
@@ -13,7 +13,7 @@ namespace tirlo::Icon {
 /// Draws the icon of that name, such as "checkmark", into the rectangle.
 void draw(QPainter &painter, QLatin1String name, const QRectF &rect, const QColor &color);
 
-/// The program's picture for the desktop's bar, 24 by 18 points: a template in one colour.
-[[nodiscard]] QIcon menuBarIcon(const QColor &color);
+/// The picture of that name in its square, `color` on transparent; the side is in pixels.
+[[nodiscard]] QPixmap picture(QLatin1String name, int side, const QColor &color);
 
 } // namespace tirlo::Icon

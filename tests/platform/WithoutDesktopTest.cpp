@@ -1,4 +1,5 @@
 #include "platform/linux/DesktopApplications.h"
+#include "platform/linux/DesktopLook.h"
 #include "platform/linux/QtPointer.h"
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/XcbCompositor.h"
@@ -8,6 +9,8 @@
 #include "platform/linux/XcbPanels.h"
 #include "platform/linux/XcbWindowList.h"
 #include "platform/linux/XcbWindowShape.h"
+#include "support/ManualQueue.h"
+
 #include "support/ManualQueue.h"
 
 #include <QIcon>
@@ -46,9 +49,11 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
     XcbWindowShape shape;
     shape.setInputRegion(window, QRegion(0, 0, 5, 5));
 
-    TrayStatusItem item;
-    item.show(QIcon(QPixmap(24, 18)), "Tirlo",
-              {{"Open", "", [] {}}, {}, {"Quit", "Ctrl+Q", [] {}}});
+    ManualQueue queue;
+    TrayStatusItem item(queue);
+    item.setPicture(QIcon(QPixmap(24, 18)));
+    item.show("Tirlo", [] {}, {{"Open", "", [] {}}, {}, {"Quit", "Ctrl+Q", [] {}}});
+    EXPECT_FALSE(DesktopLook().reducesMotion());
     EXPECT_TRUE(QRectF(-1e5, -1e5, 2e5, 2e5).contains(QtPointer().position()));
 }
 

@@ -25,8 +25,9 @@ ScreenInfo screenOf(const QRectF &frame, double barHeight, double dockHeight = 0
 
 TEST(SettingsPlacementTest, StandsBelowTheIslandAndShrinksToFit)
 {
-    const auto place
-        = [](const ScreenInfo &screen) { return placeBelowIsland(screen, QSizeF(480, 720), 320); };
+    const auto place = [](const ScreenInfo &screen) {
+        return placeBelowIsland(screen, QSizeF(480, 720), QSizeF(420, 320));
+    };
     // Room for all of it: right below the panel, in the middle.
     EXPECT_EQ(place(screenOf({0, 0, 1920, 1200}, 24)), QRectF(720, 332, 480, 720));
     // A second screen has an origin of its own.
@@ -35,6 +36,8 @@ TEST(SettingsPlacementTest, StandsBelowTheIslandAndShrinksToFit)
     EXPECT_EQ(place(screenOf({0, 0, 1440, 900}, 24, 60)), QRectF(480, 332, 480, 496));
     // Less room than it needs at the least: it reaches up over the island.
     EXPECT_EQ(place(screenOf({0, 0, 1024, 600}, 0)), QRectF(272, 268, 480, 320));
+    EXPECT_EQ(place(screenOf({0, 0, 480, 800}, 0)), QRectF(12, 332, 456, 456));
+    EXPECT_EQ(place(screenOf({1280, 0, 320, 480}, 0)), QRectF(1292, 148, 420, 320));
 }
 
 QList<SettingsWindow *> windows()

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "XcbSelection.h"
+#include "platform/MainQueue.h"
 #include "platform/StatusItem.h"
 
+#include <QDBusServiceWatcher>
 #include <QMenu>
 #include <QSystemTrayIcon>
+
+#include <optional>
 
 namespace tirlo {
 
@@ -11,14 +16,25 @@ namespace tirlo {
 class TrayStatusItem final : public StatusItem
 {
 public:
-    TrayStatusItem();
+    /// The queue outlives the item.
+    explicit TrayStatusItem(MainQueue &queue);
 
-    void show(const QIcon &picture, const QString &name,
+    void show(const QString &name, std::function<void()> open,
               const std::vector<StatusMenuRow> &menu) override;
+    void setPicture(const QIcon &picture) override;
 
 private:
+    void look();
+    void appear();
+
+    MainQueue &m_queue;
+    QString m_name;
+    std::function<void()> m_open;
+    QIcon m_picture;
     QMenu m_menu;
-    QSystemTrayIcon m_item;
+    QDBusServiceWatcher m_notifierArrival;
+    XcbSelection m_xTray{"_NET_SYSTEM_TRAY_S", false};
+    std::optional<QSystemTrayIcon> m_item;
 };
 
 } // namespace tirlo

@@ -1,35 +1,23 @@
 #pragma once
 
-#include <QAbstractNativeEventFilter>
-#include <QObject>
-
-#include <xcb/xcb.h>
+#include "XcbSelection.h"
 
 namespace tirlo {
 
 /// Tells whether a compositing manager blends windows, so that a see-through pixel is seen through.
 ///
-/// It follows the selection that such a manager owns; without X blending is taken for granted.
-class XcbCompositor final : public QObject, private QAbstractNativeEventFilter
+/// Without X blending is taken for granted.
+class XcbCompositor final : public XcbSelection
 {
     Q_OBJECT
 
 public:
-    XcbCompositor();
+    XcbCompositor()
+        : XcbSelection("_NET_WM_CM_S", true)
+    {
+    }
 
-    [[nodiscard]] bool isRunning() const { return m_isRunning; }
-
-Q_SIGNALS:
-    /// Blending has begun or ended.
-    void changed(bool isRunning);
-
-private:
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    void setRunning(bool isRunning);
-
-    bool m_isRunning = true;
-    xcb_atom_t m_selection = XCB_NONE;
-    std::uint8_t m_selectionEvent = 0;
+    [[nodiscard]] bool isRunning() const { return isOwned(); }
 };
 
 } // namespace tirlo

@@ -53,7 +53,7 @@ QWidget *make(IslandView view, const ViewContext &context)
     case IslandView::note:
         return new NoteView(context);
     case IslandView::settings:
-        return new SettingsIslandView;
+        return new SettingsIslandView(context.notifications);
     case IslandView::greeting:
         return nullptr;
     }

@@ -92,6 +92,13 @@ public:
                               {row.id, "clicked", QVariant::fromValue(QDBusVariant("")), 0U}));
     }
 
+    /// Clicks the item with the left button.
+    void click() const
+    {
+        static_cast<void>(
+            ask("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", {0, 0}));
+    }
+
     [[nodiscard]] bool isHost() const { return true; }
     [[nodiscard]] int version() const { return 0; }
     [[nodiscard]] QStringList items() const

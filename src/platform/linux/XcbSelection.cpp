@@ -1,4 +1,4 @@
-#include "XcbCompositor.h"
+#include "XcbSelection.h"
 
 #include "X11.h"
 
@@ -8,12 +8,13 @@
 
 namespace tirlo {
 
-XcbCompositor::XcbCompositor()
+XcbSelection::XcbSelection(const QByteArray &name, bool ownedWithoutX)
+    : m_isOwned(ownedWithoutX)
 {
     const X11 x11;
     if (!x11)
         return;
-    m_selection = x11.atom("_NET_WM_CM_S" + QByteArray::number(x11.screen()));
+    m_selection = x11.atom(name + QByteArray::number(x11.screen()));
 
     const auto *fixes = xcb_get_extension_data(x11.connection(), &xcb_xfixes_id);
     if (fixes->present) {
@@ -31,10 +32,10 @@ XcbCompositor::XcbCompositor()
     const auto cookie = xcb_get_selection_owner(x11.connection(), m_selection);
     const XReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(x11.connection(), cookie, nullptr));
-    m_isRunning = reply && reply->owner != XCB_NONE;
+    m_isOwned = reply && reply->owner != XCB_NONE;
 }
 
-bool XcbCompositor::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+bool XcbSelection::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
     if (eventType != "xcb_generic_event_t")
         return false;
@@ -44,16 +45,16 @@ bool XcbCompositor::nativeEventFilter(const QByteArray &eventType, void *message
     // Queued, so that no one runs amid Qt's reading of events.
     const bool isOwned = event->owner != XCB_NONE;
     QMetaObject::invokeMethod(
-        this, [this, isOwned] { setRunning(isOwned); }, Qt::QueuedConnection);
+        this, [this, isOwned] { setOwned(isOwned); }, Qt::QueuedConnection);
     return false;
 }
 
-void XcbCompositor::setRunning(bool isRunning)
+void XcbSelection::setOwned(bool isOwned)
 {
-    if (m_isRunning == isRunning)
+    if (m_isOwned == isOwned)
         return;
-    m_isRunning = isRunning;
-    Q_EMIT changed(isRunning);
+    m_isOwned = isOwned;
+    Q_EMIT changed(isOwned);
 }
 
 } // namespace tirlo
