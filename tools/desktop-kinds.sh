@@ -11,8 +11,9 @@ panel_at_top() {
     xprop -root _NET_WORKAREA | grep -q '= [0-9]*, [1-9]'
 }
 
-panel_of() {
-    xdotool search --onlyvisible --class "$1" >>"$log"
+# The work area ends above a panel at the bottom.
+panel_at_bottom() {
+    xprop -root _NET_WORKAREA | grep -q '= 0, 0, 1280, [1-7]'
 }
 
 socket_of() {
@@ -92,7 +93,7 @@ desktop_kwin() {
     one_screen
     under kwin_x11
     become_part plasmashell --no-respawn &
-    within 60 panel_of plasmashell || fail "the panel does not start"
+    within 60 panel_at_bottom || fail "the panel does not start"
 }
 
 # GNOME asks the system's services for what only a whole machine has: here it finds none.

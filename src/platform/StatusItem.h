@@ -24,7 +24,7 @@ class StatusItem
 public:
     virtual ~StatusItem() = default;
 
-    /// Puts the item into the bar as soon as there is a place for it.
+    /// Puts the item with its picture into the bar, as soon as there is a place for it.
     ///
     /// The name is what a screen reader says of the picture; `open` runs on a click with the left
     /// button, where the desktop does not show the menu on that as well.
@@ -32,7 +32,7 @@ public:
                       const std::vector<StatusMenuRow> &menu)
         = 0;
 
-    /// Shows this picture from now on.
+    /// Shows this picture from now on; the first one is set before show().
     virtual void setPicture(const QIcon &picture) = 0;
 };
 

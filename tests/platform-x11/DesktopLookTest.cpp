@@ -31,7 +31,7 @@ TEST(DesktopLookTest, FollowsAPortalThatComesLaterAndTellsOnlyOfChanges)
             return look.reducesMotion() == reducesMotion && look.hasDarkBar() == hasDarkBar;
         });
     };
-    ASSERT_TRUE(becomes(false, false)) << "nobody says anything";
+    ASSERT_TRUE(becomes(false, true)) << "nobody says anything";
 
     Portal portal({{gnome, {{"enable-animations", false}}}, {appearance, {{"color-scheme", 1U}}}});
     EXPECT_TRUE(becomes(true, true));
@@ -47,15 +47,25 @@ TEST(DesktopLookTest, FollowsAPortalThatComesLaterAndTellsOnlyOfChanges)
     portal.tell(appearance, "reduced-motion", "0");
     portal.tell("org.example", "reduced-motion", 0U);
     portal.tell(appearance, "reduced-motion", 1U);
-    // Without a preference the toolkit's own colours count.
     portal.tell(appearance, "color-scheme", 0U);
-    QPalette dark(Qt::black);
-    const QPalette light = QApplication::palette();
-    QApplication::setPalette(dark);
     EXPECT_TRUE(becomes(true, true));
     EXPECT_EQ(changes, before + 1);
-    QApplication::setPalette(light);
-    EXPECT_TRUE(becomes(true, false));
+}
+
+TEST(DesktopLookTest, PlasmasBarTakesTheProgramsColoursAndGnomesIsBlack)
+{
+    const QPalette light = QApplication::palette();
+    for (const char *name : {"KDE", "ubuntu:GNOME"}) {
+        qputenv("XDG_CURRENT_DESKTOP", name);
+        const DesktopLook look;
+        const bool isGnome = look.hasDarkBar();
+        EXPECT_EQ(isGnome, QByteArray(name) != "KDE");
+        QApplication::setPalette(QPalette(Qt::black));
+        EXPECT_TRUE(waitUntil([&] { return look.hasDarkBar(); }));
+        QApplication::setPalette(light);
+        EXPECT_TRUE(waitUntil([&] { return look.hasDarkBar() == isGnome; }));
+    }
+    qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 TEST(TrayStatusItemTest, AppearsInATrayThatComesLaterAndOpensOnAClick)

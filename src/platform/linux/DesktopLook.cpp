@@ -35,10 +35,17 @@ std::optional<bool> hasLightPictures()
     return color.lightness() >= middleLightness;
 }
 
-/// GNOME's bar is black in light and in dark.
-bool isGnome()
+/// Whether a bar is dark that tells nothing of itself, by what the user prefers.
+///
+/// GNOME's is black always, and others mostly; Plasma's takes the programs' colours.
+bool isBarDark(const std::optional<bool> &prefersDark)
 {
-    return qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("GNOME");
+    const QList<QByteArray> desktops = qgetenv("XDG_CURRENT_DESKTOP").split(':');
+    if (desktops.contains("GNOME"))
+        return true;
+    const bool isDark = !desktops.contains("KDE")
+        || QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness;
+    return prefersDark.value_or(isDark);
 }
 
 } // namespace
@@ -63,10 +70,7 @@ void DesktopLook::look()
 {
     const bool reducesMotion
         = m_portal.reducesMotion() || !QApplication::style()->styleHint(QStyle::SH_Widget_Animate);
-    const bool isDark
-        = QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness;
-    const bool hasDarkBar
-        = hasLightPictures().value_or(isGnome() || m_portal.prefersDark().value_or(isDark));
+    const bool hasDarkBar = hasLightPictures().value_or(isBarDark(m_portal.prefersDark()));
     if (reducesMotion == m_reducesMotion && hasDarkBar == m_hasDarkBar)
         return;
     m_reducesMotion = reducesMotion;

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QScreen>
 #include <QThread>
 
@@ -15,15 +16,26 @@ bool isVirtualDesktop()
     return qEnvironmentVariableIsSet("TIRLO_STAGE");
 }
 
+void useXdotool(const QStringList &arguments)
+{
+    QProcess xdotool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (environment.contains("TIRLO_SCREEN"))
+        environment.insert("DISPLAY", environment.value("TIRLO_SCREEN"));
+    xdotool.setProcessEnvironment(environment);
+    xdotool.setProcessChannelMode(QProcess::ForwardedChannels);
+    xdotool.start("xdotool", arguments);
+    xdotool.waitForFinished();
+}
+
 void clickAt(int x, int y)
 {
-    QProcess::execute(
-        "xdotool", {"mousemove", "--sync", QString::number(x), QString::number(y), "click", "1"});
+    useXdotool({"mousemove", "--sync", QString::number(x), QString::number(y), "click", "1"});
 }
 
 void movePointer(int x, int y)
 {
-    QProcess::execute("xdotool", {"mousemove", QString::number(x), QString::number(y)});
+    useXdotool({"mousemove", QString::number(x), QString::number(y)});
 }
 
 int screenMiddle()

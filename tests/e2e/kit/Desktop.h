@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -8,6 +9,9 @@ namespace tirlo::e2e {
 
 /// True on the virtual desktop that `tools/stage` makes, whose pointer and pictures are ours.
 [[nodiscard]] bool isVirtualDesktop();
+
+/// Runs xdotool on the display that the user sees, which on Wayland is not the program's own.
+void useXdotool(const QStringList &arguments);
 
 /// Moves the pointer and presses its left button, in screen pixels.
 void clickAt(int x, int y);
