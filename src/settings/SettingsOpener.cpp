@@ -2,6 +2,8 @@
 
 #include "SettingsPlacement.h"
 
+#include <QWindow>
+
 namespace tirlo {
 
 SettingsOpener::SettingsOpener(HookInstallers &hooks, const Paths &paths)
@@ -15,7 +17,7 @@ void SettingsOpener::open(const std::optional<ScreenInfo> &screen)
     if (!m_window || !m_window->isVisible()) {
         m_window = std::make_unique<SettingsWindow>(m_hooks, m_paths);
         // The title bar counts too, and is not there before.
-        QObject::connect(m_window.get(), &SettingsWindow::appeared, m_window.get(),
+        QObject::connect(m_window.get(), &SettingsWindow::framed, m_window.get(),
                          [this, screen] { place(screen); });
     }
     place(screen);
@@ -29,12 +31,14 @@ void SettingsOpener::place(const std::optional<ScreenInfo> &screen)
 {
     if (!screen)
         return;
-    // The frame with its title bar is what stands there.
-    const QSize frame = m_window->frameSize() - m_window->size();
-    const QRectF place
-        = placeBelowIsland(*screen, m_window->frameSize(), m_window->minimumSize() + frame);
-    m_window->move(place.topLeft().toPoint());
-    m_window->resize(place.size().toSize() - frame);
+    // The frame with its title bar is what stands there. The native window knows it as it is; the
+    // widget remembers how it was before the desktop had framed it.
+    QWindow *window = m_window->nativeWindow();
+    const QMargins frame = window->frameMargins();
+    const QRectF place = placeBelowIsland(*screen, m_window->size().grownBy(frame),
+                                          m_window->minimumSize().grownBy(frame));
+    window->setFramePosition(place.topLeft().toPoint());
+    m_window->resize(place.size().toSize().shrunkBy(frame));
 }
 
 } // namespace tirlo

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QIcon>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace tirlo {
 
@@ -28,13 +29,25 @@ SettingsWindow::SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidge
     column->addWidget(new SettingsView(hooks, paths));
 }
 
-void SettingsWindow::changeEvent(QEvent *event)
+QWindow *SettingsWindow::nativeWindow()
 {
-    QWidget::changeEvent(event);
-    if (event->type() != QEvent::ActivationChange || m_hasAppeared || !isActiveWindow())
-        return;
-    m_hasAppeared = true;
-    Q_EMIT appeared();
+    winId();
+    return windowHandle();
+}
+
+bool SettingsWindow::event(QEvent *event)
+{
+    const bool isHandled = QWidget::event(event);
+    // Nothing tells of the frame itself; one of these comes behind it.
+    const QEvent::Type type = event->type();
+    const bool mayBeFramed = type == QEvent::ActivationChange || type == QEvent::Move
+        || type == QEvent::Resize || type == QEvent::UpdateRequest;
+    if (m_isFramed || !mayBeFramed || !windowHandle() || windowHandle()->frameMargins().isNull())
+        return isHandled;
+    m_isFramed = true;
+    // Not amid the event: the window moves on it.
+    QMetaObject::invokeMethod(this, &SettingsWindow::framed, Qt::QueuedConnection);
+    return isHandled;
 }
 
 } // namespace tirlo

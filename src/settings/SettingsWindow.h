@@ -16,15 +16,18 @@ public:
     /// The window on these settings; the installers outlive it.
     SettingsWindow(HookInstallers &hooks, const Paths &paths, QWidget *parent = nullptr);
 
+    /// The window as the desktop has it, made if it was not there.
+    [[nodiscard]] QWindow *nativeWindow();
+
 Q_SIGNALS:
-    /// The window has the keyboard for the first time, by when the desktop has framed it.
-    void appeared();
+    /// The desktop has put its frame around the window, for the first time.
+    void framed();
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
-    bool m_hasAppeared = false;
+    bool m_isFramed = false;
 };
 
 } // namespace tirlo

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QTemporaryDir>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -61,7 +62,8 @@ TEST(SettingsOpenerTest, AWindowIsReusedUnlessItWasClosed)
     opener.open(screen);
     ASSERT_EQ(windows().size(), 1);
     const QPointer<SettingsWindow> first = windows().first();
-    EXPECT_EQ(QRect(first->pos(), first->size()), QRect(720, 332, 480, 720));
+    const QMargins frame = first->nativeWindow()->frameMargins();
+    EXPECT_EQ(QRect(first->pos(), first->size()), QRect(720 - frame.left(), 332, 480, 720));
 
     first->showMinimized();
     opener.open(screen);
