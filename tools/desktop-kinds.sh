@@ -154,6 +154,8 @@ desktop_sway() {
     cat >"$home/sway.conf" <<END
 output X11-1 resolution 1280x800 position 0,0
 bar position top
+bindsym Mod1+1 workspace number 1
+bindsym Mod1+2 workspace number 2
 exec sh -c 'echo \$DISPLAY >$home/inner; echo \$WAYLAND_DISPLAY >$home/socket'
 END
     export XDG_SESSION_TYPE=wayland SWAYSOCK=$home/sway.sock

@@ -233,10 +233,8 @@ void Trial::foldAway()
 void Trial::switchWorkspace(int index) const
 {
     const QString number = QString::number(index + 1);
-    if (m_desktop == "i3")
-        QProcess::execute("i3-msg", {"-q", "workspace", "number", number});
-    else if (m_desktop == "sway")
-        QProcess::execute("swaymsg", {"-q", "workspace", "number", number});
+    if (m_desktop == "i3" || m_desktop == "sway")
+        e2e::useXdotool({"key", "alt+" + number});
     else if (m_desktop == "gnome" || m_desktop == "gnome-wayland")
         e2e::useXdotool({"key", index ? "super+Next" : "super+Prior"});
     else if (m_desktop != "none")
