@@ -14,9 +14,9 @@ class WindowShape;
 
 /// The borderless window around the notch that holds the drawn island and is else see-through.
 ///
-/// No window manager looks after it, so that it stands where it is put, on every virtual desktop and
-/// in no list of windows. It never takes the focus by itself. Only the island takes the pointer: a
-/// click beside it reaches the window beneath.
+/// No window manager looks after it, so that it stands where it is put, on every virtual desktop
+/// and in no list of windows. It never takes the focus by itself. Only the island takes the
+/// pointer: a click beside it reaches the window beneath.
 class IslandPanel final : public QWidget
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ public:
     void placeOn(const ScreenInfo &screen, const IslandScreenGeometry &notch, double depth);
 
     /// Slides an open island that is wider than its screen along with the pointer, in points of the
-    /// desktop: at the screen's left edge is then its left end, and at the right edge its right one.
+    /// desktop: at the screen's left edge is then its left end, at the right edge its right one.
     void slideUnder(QPointF pointer);
 
     /// Whether the panel is where it was put, in its own size.

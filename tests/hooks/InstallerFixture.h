@@ -32,7 +32,10 @@ std::string messageOf(Operation operation)
 /// The installers in a home of their own, whose name gives shells and patterns something to chew.
 struct InstallerFixture : testing::Test
 {
-    static QJsonValue json(const QByteArray &text) { return QJsonDocument::fromJson(text).object(); }
+    static QJsonValue json(const QByteArray &text)
+    {
+        return QJsonDocument::fromJson(text).object();
+    }
 
     /// The names of all that lies beside the file.
     static QStringList besides(const QString &path)

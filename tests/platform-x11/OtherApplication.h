@@ -28,8 +28,8 @@ public:
         panel,
     };
 
-    /// Starts it with windows of the class and waits until it is the active application, if a window
-    /// manager looks after it.
+    /// Starts it with windows of the class and waits until it is the active application, if a
+    /// window manager looks after it.
     OtherApplication(const QString &windowClass, const QRect &geometry, Kind kind = Kind::plain)
     {
         m_process.setProcessChannelMode(QProcess::ForwardedChannels);

@@ -49,7 +49,6 @@ TEST(WithoutDesktopTest, EveryServiceStaysSilentWithoutAnXServer)
     XcbWindowShape shape;
     shape.setInputRegion(window, QRegion(0, 0, 5, 5));
 
-    ManualQueue queue;
     TrayStatusItem item(queue);
     item.setPicture(QIcon(QPixmap(24, 18)));
     item.show("Tirlo", [] {}, {{"Open", "", [] {}}, {}, {"Quit", "Ctrl+Q", [] {}}});

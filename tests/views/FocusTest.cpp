@@ -3,6 +3,7 @@
 #include "island/Island.h"
 #include "island/IslandKeyboard.h"
 #include "island/IslandPanel.h"
+#include "support/FakePanelWindow.h"
 #include "support/FakeWindowShape.h"
 #include "ui/Announcement.h"
 
@@ -46,7 +47,8 @@ protected:
     void ask(const QString &command) { setApproval(command, "integration_claude"); }
 
     FakeWindowShape shape;
-    IslandPanel panel{state, shape};
+    FakePanelWindow panelWindow;
+    IslandPanel panel{state, shape, panelWindow};
     Island machine{state, notifications, sounds, queue};
     IslandKeyboard keyboard{state, machine, panel, applications};
 };

@@ -34,7 +34,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// What a window reserves at the desktop's upper edge, in device pixels; the ends are inclusive.
+    /// What a window reserves at the desktop's upper edge, in device pixels, both ends included.
     struct Reserved
     {
         int depth = 0;
