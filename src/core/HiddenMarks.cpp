@@ -27,6 +27,7 @@ constexpr std::array hiddenRanges{
     Range{0x2060, 0x206F},   // word joiner, invisible operators, isolates, former format marks
     Range{0x2800, 0x2800},   // braille blank
     Range{0x3164, 0x3164},   // Hangul filler
+    Range{0xFDD0, 0xFDEF},   // no characters: some break lines where they stand
     Range{0xFEFF, 0xFEFF},   // zero-width no-break space
     Range{0xFFA0, 0xFFA0},   // half-width Hangul filler
     Range{0xFFF0, 0xFFFB},   // unassigned ones and annotations

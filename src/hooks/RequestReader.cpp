@@ -39,7 +39,7 @@ constexpr std::array readings{
     Reading{"Edit", "Edit a file", Kind::diff, {"file_path"}, "new_string", "old_string"},
     Reading{"MultiEdit", "Edit a file", Kind::diff, {"file_path"}, "edits"},
     Reading{"NotebookEdit", "Edit a file", Kind::text, {"notebook_path"}, "new_source"},
-    Reading{"apply_patch", "Edit a file", Kind::text, {}, "command"},
+    Reading{"apply_patch", "Edit a file", Kind::patch, {}, "command"},
     Reading{"Read", "Read a file", Kind::fields, {"file_path", "absolute_path"}},
     Reading{"LS", "List a folder", Kind::fields, {"path", "dir_path"}},
     Reading{"Glob", "Search files", Kind::fields, {"pattern"}},

@@ -6,8 +6,8 @@ namespace tirlo {
 
 /// A box that shows a foreign text in Markdown, to be read.
 ///
-/// Nothing in it loads or runs: raw HTML shows as it was written, pictures as nothing, and links
-/// can't be followed. Hidden marks show as "�".
+/// Nothing in it loads or runs: raw HTML shows as it was written, pictures as what they say of
+/// themselves, and links, which say where they lead to, can't be followed. Hidden marks show as "�".
 class MarkdownText final : public QTextEdit
 {
     Q_OBJECT
@@ -15,7 +15,8 @@ class MarkdownText final : public QTextEdit
 public:
     explicit MarkdownText(QWidget *parent = nullptr);
 
-    void showMarkdown(const QString &markdown);
+    /// False for a text that is not shown, as it is too long or some of it would not be seen.
+    [[nodiscard]] bool showMarkdown(const QString &markdown);
 
 protected:
     QVariant loadResource(int type, const QUrl &name) override;

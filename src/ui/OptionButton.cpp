@@ -46,12 +46,12 @@ QRect wrapped(const QFont &font, const QString &text, int left, int top, int wid
 OptionButton::OptionButton(const QString &label, const QString &description,
                            bool severalMayBeChosen, QWidget *parent)
     : QAbstractButton(parent)
-    , m_label(TextLine::displayable(label))
+    , m_label(lineWithoutHiddenMarks(label))
     , m_description(withoutHiddenMarks(description))
 {
     setCheckable(severalMayBeChosen);
-    setAccessibleName(label);
-    setAccessibleDescription(description);
+    setAccessibleName(m_label);
+    setAccessibleDescription(m_description);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);

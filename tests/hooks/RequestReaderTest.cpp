@@ -79,7 +79,7 @@ TEST(RequestReader, TellsWhatEachToolIsToDoWithAllItsArguments)
          {u"Edit a file"_s,
           {},
           u"a/b, c"_s,
-          Kind::text,
+          Kind::patch,
           u"*** Update File: a/b\n-x\n*** Delete File: c"_s,
           {},
           {}}},

@@ -19,6 +19,8 @@ struct RequestContent
         text,
         /// `before` is to be replaced by `text`.
         diff,
+        /// Changes to files, as lines of which the added begin with "+" and the removed with "-".
+        patch,
         /// A plan, in Markdown.
         plan,
         /// Arguments as "key: value" lines; the text may be empty.

@@ -31,6 +31,10 @@ constexpr int bodySpacing = 5;
 constexpr int keepsSpacing = 5;
 constexpr int buttonSpacing = 8;
 const QString whyName = QStringLiteral("Say why…");
+/// What a refused plan is told without a reason.
+const QString keepPlanning = QStringLiteral("Keep planning.");
+/// The least room for who asks, in points.
+constexpr int leastWho = 90;
 const QString whyHint = QStringLiteral("Tell it what to do instead");
 
 } // namespace
@@ -55,13 +59,19 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     m_keepPlanning
         = new SecondaryButton(QStringLiteral("Keep planning"), {}, answer(Decision::deny));
     m_approvePlan = new PrimaryButton(QStringLiteral("Approve plan"), {}, answer(Decision::allow));
+    for (QWidget *widget : {m_deny, m_always, m_terminal, m_allow, m_keepPlanning, m_approvePlan})
+        connect(static_cast<QAbstractButton *>(widget), &QAbstractButton::pressed, this,
+                [this] { m_pressCounts = m_context.sight.hasBeenSeen(); });
     m_why->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(m_why, &CardField::returnPressed, this, &ApprovalView::denyWithReason);
     connect(m_why, &CardField::focusChanged, this, &ApprovalView::showWhy);
 
     auto *head = new QHBoxLayout;
     head->setSpacing(Style::headSpacing);
+    // What it is about is told whole; the name of who asks gives way.
     m_who->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    m_tool->setNeverElided();
+    m_lineCount->setNeverElided();
     head->addWidget(m_who);
     head->addWidget(m_tool);
     head->addStretch();
@@ -84,6 +94,7 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     for (QWidget *next : {m_terminal, m_deny, m_keepPlanning, static_cast<QWidget *>(m_why),
                           m_always, m_allow, m_approvePlan})
         setTabOrder(std::exchange(previous, next), next);
+    showRequest({});
     followRequest();
     m_observers.follow(m_context.state.pendingApproval, [this] { followRequest(); });
 }
@@ -94,9 +105,9 @@ void ApprovalView::followRequest()
     if (!request || !request->questions.isEmpty() || request->id == m_shownRequest)
         return;
     m_shownRequest = request->id;
-    m_context.sight.showsAnother();
     DecisionCard::dropFocus(*this);
     showRequest(*request);
+    m_context.sight.showsAnother();
     announce(*request);
 }
 
@@ -109,46 +120,61 @@ void ApprovalView::announce(const ApprovalInfo &request)
 
 void ApprovalView::showRequest(const ApprovalInfo &request)
 {
-    const RequestContent &content = request.content;
+    RequestContent content = request.content;
     const bool isPlan = content.kind == RequestContent::Kind::plan;
-    m_who->nameSession(request.pillId, request.folder);
-    m_body->showContent(content);
-    const int lines = m_body->lineCount();
-    m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());
-    showReason(content);
-    m_keeps->setText(DecisionCard::whatIsKept(request.grants));
-    m_keeps->setVisible(!request.grants.isEmpty());
-    m_why->clear();
-
     // What is asked in a way that has no card can only be answered where it was asked.
     const bool isQuestion = request.tool == QLatin1String("AskUserQuestion");
+    const bool canKeep = !request.grants.isEmpty() && !isPlan && !isQuestion;
+    m_who->nameSession(request.pillId, request.folder);
+    const qsizetype lines = content.text.trimmed().count(u'\n') + 1;
+    m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());
+    showReason(content);
+    const QString kept = canKeep ? DecisionCard::whatIsKept(request.grants) : QString();
+    const bool keepsFit = DecisionCard::fitsAsNote(kept);
+    if (!keepsFit)
+        content.more += (content.more.isEmpty() ? QString() : QStringLiteral("\n")) + kept;
+    m_keeps->setText(keepsFit ? kept : QString());
+    m_keeps->setVisible(canKeep && keepsFit);
+    m_body->showContent(content);
+    m_why->clear();
+
     m_terminal->setVisible(isQuestion);
     m_why->setVisible(!isQuestion);
     m_deny->setVisible(!isPlan && !isQuestion);
     m_allow->setVisible(!isPlan && !isQuestion);
-    m_always->setVisible(!request.grants.isEmpty() && !isPlan && !isQuestion);
+    m_always->setVisible(canKeep);
     m_keepPlanning->setVisible(isPlan);
     m_approvePlan->setVisible(isPlan);
     fitHeight();
 }
 
-/// A short reason stands behind the tool, a longer one has lines of its own.
-void ApprovalView::showReason(const RequestContent &content)
+/// A short reason stands behind the tool, a longer one has lines of its own. What would not fit even
+/// there, and a tool of a long name, come first in the body, where they can be scrolled to.
+void ApprovalView::showReason(RequestContent &content)
 {
-    m_tool->setLine(QStringLiteral("· ") + content.title);
-    if (content.reason.isEmpty() || content.reason.contains(u'\n')) {
-        m_reason->setText(content.reason);
-        m_reason->setVisible(!content.reason.isEmpty());
-        return;
+    const QFontMetrics metrics(m_tool->font());
+    const int room = DecisionCard::columnWidth - leastWho - m_lineCount->sizeHint().width()
+        - 3 * Style::headSpacing;
+    const auto moveToBody = [&content](const QString &words) {
+        content.subject = content.subject.isEmpty() ? words : words + u'\n' + content.subject;
+    };
+    QString head = QStringLiteral("· ") + content.title;
+    const QString both = head + QStringLiteral(" — ") + content.reason;
+    const int ofWho = std::max(m_who->sizeHint().width() - leastWho, 0);
+    const bool fitsBehind
+        = !content.reason.isEmpty() && metrics.horizontalAdvance(both) <= room - ofWho;
+    if (fitsBehind)
+        head = both;
+    const bool fitsBelow = DecisionCard::fitsAsNote(content.reason);
+    if (!fitsBehind && !fitsBelow)
+        moveToBody(content.reason);
+    m_reason->setText(fitsBehind || !fitsBelow ? QString() : content.reason);
+    m_reason->setVisible(!m_reason->text().isEmpty());
+    if (metrics.horizontalAdvance(head) > room) {
+        moveToBody(content.title);
+        head.clear();
     }
-    const QString both = m_tool->text() + QStringLiteral(" — ") + content.reason;
-    const int room = DecisionCard::columnWidth - m_who->sizeHint().width()
-        - m_lineCount->sizeHint().width() - 3 * Style::headSpacing;
-    const bool fits = QFontMetrics(m_tool->font()).horizontalAdvance(both) <= room;
-    if (fits)
-        m_tool->setLine(both);
-    m_reason->setText(fits ? QString() : content.reason);
-    m_reason->setVisible(!fits);
+    m_tool->setLine(content.title.isEmpty() ? QString() : head);
 }
 
 /// Takes what room the request needs, up to the largest card, and scrolls in it from there on.
@@ -160,17 +186,23 @@ void ApprovalView::fitHeight()
                               Style::codeHeight);
     const int needed = m_body->heightFor(DecisionCard::columnWidth, room);
     m_body->setFixedHeight(std::max(needed, Style::codeHeight));
+    m_body->scrollToStart();
 
     DecisionCard::askForHeight(m_context.state, others + m_body->height());
 }
 
 void ApprovalView::decide(Decision decision)
 {
-    if (!m_context.sight.hasBeenSeen())
+    if (!m_pressCounts || !m_context.sight.hasBeenSeen())
         return;
     ApprovalAnswer answer{.decision = decision};
-    if (const auto request = m_context.state.pendingApproval.value();
-        request && decision == Decision::always) {
+    const std::optional<ApprovalInfo> request = m_context.state.pendingApproval;
+    if (decision == Decision::deny)
+        answer.message = m_why->text().trimmed();
+    if (answer.message.isEmpty() && decision == Decision::deny && request
+        && request->content.kind == RequestContent::Kind::plan)
+        answer.message = keepPlanning;
+    if (request && decision == Decision::always) {
         for (const StandingGrant &grant : request->grants)
             answer.updatedPermissions.append(grant.suggestion);
     }

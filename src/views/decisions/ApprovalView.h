@@ -31,7 +31,7 @@ private:
     void followRequest();
     void showRequest(const ApprovalInfo &request);
     void announce(const ApprovalInfo &request);
-    void showReason(const RequestContent &content);
+    void showReason(RequestContent &content);
     void fitHeight();
     void decide(Decision decision);
     void denyWithReason();
@@ -39,6 +39,8 @@ private:
 
     ViewContext m_context;
     quint64 m_shownRequest = 0;
+    /// The button was pressed once the card had been seen.
+    bool m_pressCounts = false;
     Announcement *m_announcement;
     AgentWho *m_who;
     TextLabel *m_tool;

@@ -49,6 +49,16 @@ QString whatIsKept(const QList<StandingGrant> &grants)
     return QStringLiteral("Always keeps: ") + words.join(QStringLiteral("; "));
 }
 
+bool fitsAsNote(const QString &text)
+{
+    constexpr int mostCharacters = 240;
+    constexpr int longestWord = 40;
+    const QStringList words = text.split(u' ');
+    return text.size() <= mostCharacters && !text.contains(u'\n')
+        && std::ranges::all_of(words,
+                               [](const QString &word) { return word.size() <= longestWord; });
+}
+
 int heightOf(const QWidget &card)
 {
     QLayout &column = *card.layout();

@@ -32,6 +32,9 @@ void dropFocus(const QWidget &card);
 /// What "Always" would keep, in words.
 [[nodiscard]] QString whatIsKept(const QList<StandingGrant> &grants);
 
+/// Whether the text can stand on a card as a few lines of which all is seen.
+[[nodiscard]] bool fitsAsNote(const QString &text);
+
 /// The height that the card's column needs, at the cards' width.
 [[nodiscard]] int heightOf(const QWidget &card);
 

@@ -1,6 +1,7 @@
 #include "QuestionView.h"
 
 #include "DecisionCard.h"
+#include "core/AgentCatalog.h"
 #include "core/AppState.h"
 #include "core/HiddenMarks.h"
 #include "core/model/ApprovalAnswer.h"
@@ -24,6 +25,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -38,6 +40,21 @@ constexpr int fieldSpacing = 6;
 constexpr int buttonSpacing = 8;
 /// Less than this of the options would be a slit.
 constexpr int leastOptionsHeight = 34;
+
+/// The text with places to break the longest of its words at.
+QString breakable(const QString &text)
+{
+    constexpr int longestRun = 20;
+    QString broken;
+    int run = 0;
+    for (const QChar character : text) {
+        run = character.isSpace() ? 0 : run + 1;
+        broken += character;
+        if (run % longestRun == 0 && run > 0 && !character.isHighSurrogate())
+            broken += QChar(0x200B);
+    }
+    return broken;
+}
 
 } // namespace
 
@@ -65,7 +82,13 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     m_options->setWidgetResizable(true);
     SlimScrollBar::dress(*m_options);
     m_options->viewport()->setAutoFillBackground(false);
-    connect(m_own, &CardField::returnPressed, this, &QuestionView::goOn);
+    m_options->setAccessibleName(QStringLiteral("Options"));
+    for (QWidget *button : {m_terminal, m_back, m_next, m_answer})
+        onPress(button);
+    connect(m_own, &CardField::returnPressed, this, [this] {
+        m_pressCounts = true;
+        goOn();
+    });
     connect(m_own, &CardField::textChanged, this, &QuestionView::updateButtons);
 
     auto *head = new QHBoxLayout;
@@ -127,8 +150,10 @@ void QuestionView::followTask()
 void QuestionView::showQuestion()
 {
     const AgentQuestion &question = m_request->questions.at(m_index);
-    m_context.sight.showsAnother();
     m_who->nameSession(m_request->pillId, m_request->folder);
+    const AgentDefinition *agent = AgentCatalog::ofPill(m_request->pillId);
+    m_who->setLabel((agent ? agent->name + u' ' : QString())
+                    + QStringLiteral("is asking a question"));
     DecisionCard::dropFocus(*this);
     const qsizetype count = m_request->questions.size();
     const QString place
@@ -137,17 +162,22 @@ void QuestionView::showQuestion()
     m_progress->setLine(header.isEmpty() || place.isEmpty()
                             ? header + place
                             : header + QStringLiteral(" · ") + place);
-    m_question->setText(withoutHiddenMarks(question.text));
+    // One of many lines scrolls with its options.
+    const bool isShort = DecisionCard::fitsAsNote(question.text);
+    m_question->setText(isShort ? withoutHiddenMarks(question.text) : QString());
     m_own->clear();
 
     showParts(true);
+    m_question->setVisible(isShort);
     m_back->setVisible(m_index > 0);
     const bool isLast = m_index + 1 == count;
     m_next->setVisible(!isLast);
     m_answer->setVisible(isLast);
     showOptions(question);
+    showKept(question);
     updateButtons();
     fitHeight();
+    m_context.sight.showsAnother();
     QStringList words{DecisionCard::whoAsks(m_context.state, *m_request, BotState::question),
                       question.text};
     for (const AgentQuestion::Option &option : question.options)
@@ -171,6 +201,12 @@ void QuestionView::showOptions(const AgentQuestion &question)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(optionSpacing);
     m_optionButtons.clear();
+    const bool isLong = !DecisionCard::fitsAsNote(question.text);
+    if (isLong) {
+        auto *text = DecisionCard::wrappedText(Style::bodySize, Style::primaryText);
+        text->setText(breakable(withoutHiddenMarks(question.text)));
+        column->addWidget(text);
+    }
     for (const AgentQuestion::Option &option : question.options) {
         auto *button
             = new OptionButton(option.label, option.description, question.multiSelect, list);
@@ -179,18 +215,19 @@ void QuestionView::showOptions(const AgentQuestion &question)
                 return;
             if (!m_request->questions.at(m_index).multiSelect)
                 choose({label});
-            else if (m_context.sight.hasBeenSeen())
+            else if (m_pressCounts && m_context.sight.hasBeenSeen())
                 updateButtons();
             else
                 button->toggle();
         });
+        onPress(button);
         column->addWidget(button);
         m_optionButtons.append(button);
     }
     column->addStretch();
     m_options->setWidget(list);
     list->setAutoFillBackground(false);
-    m_options->setVisible(!question.options.isEmpty());
+    m_options->setVisible(isLong || !question.options.isEmpty());
 
     QWidget *previous = m_options;
     const auto follow
@@ -201,26 +238,47 @@ void QuestionView::showOptions(const AgentQuestion &question)
         follow(next);
 }
 
+/// Ticks and fills in what was answered before, when the user has gone back to it.
+void QuestionView::showKept(const AgentQuestion &question)
+{
+    QStringList kept = m_answers.value(question.text);
+    for (qsizetype i = 0; question.multiSelect && i < m_optionButtons.size(); ++i) {
+        if (kept.removeOne(question.options.at(i).label))
+            m_optionButtons.at(i)->setChecked(true);
+    }
+    for (const AgentQuestion::Option &option : question.options)
+        kept.removeOne(option.label);
+    m_own->setText(kept.join(u' '));
+}
+
+/// A press counts by what had been seen when it began.
+void QuestionView::onPress(QWidget *button)
+{
+    connect(static_cast<QAbstractButton *>(button), &QAbstractButton::pressed, this,
+            [this] { m_pressCounts = m_context.sight.hasBeenSeen(); });
+}
+
 void QuestionView::fitHeight()
 {
+    const bool scrolls = !m_options->isHidden();
     int needed = 0;
-    if (!m_optionButtons.isEmpty()) {
+    if (scrolls) {
         needed = m_options->widget()->layout()->totalHeightForWidth(DecisionCard::columnWidth);
         m_options->setFixedHeight(leastOptionsHeight);
     }
-    const int others
-        = DecisionCard::heightOf(*this) - (m_optionButtons.isEmpty() ? 0 : leastOptionsHeight);
+    const int others = DecisionCard::heightOf(*this) - (scrolls ? leastOptionsHeight : 0);
     const int room = std::max(CardMetrics::largestHeight - 2 * CardMetrics::padding - others,
                               leastOptionsHeight);
     const int height = std::min(needed, room);
-    if (!m_optionButtons.isEmpty())
+    if (scrolls)
         m_options->setFixedHeight(height);
+    m_options->verticalScrollBar()->setValue(0);
     DecisionCard::askForHeight(m_context.state, others + height);
 }
 
 void QuestionView::choose(const QStringList &labels)
 {
-    if (!m_request || !m_context.sight.hasBeenSeen())
+    if (!m_request || !m_pressCounts || !m_context.sight.hasBeenSeen())
         return;
     const QList<AgentQuestion> &questions = m_request->questions;
     m_answers.insert(questions.at(m_index).text, labels);
@@ -242,15 +300,16 @@ void QuestionView::goOn()
 
 void QuestionView::goBack()
 {
-    if (m_index == 0 || !m_request || !m_context.sight.hasBeenSeen())
+    if (m_index == 0 || !m_request || !m_pressCounts || !m_context.sight.hasBeenSeen())
         return;
+    m_answers.insert(m_request->questions.at(m_index).text, chosen());
     --m_index;
     showQuestion();
 }
 
 void QuestionView::giveBack()
 {
-    if (m_context.sight.hasBeenSeen())
+    if (m_pressCounts && m_context.sight.hasBeenSeen())
         m_context.actions.sendApprovalDecision({.decision = Decision::ask});
 }
 

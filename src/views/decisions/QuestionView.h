@@ -37,6 +37,8 @@ private:
     void showQuestion();
     void showParts(bool isAnswered);
     void showOptions(const AgentQuestion &question);
+    void showKept(const AgentQuestion &question);
+    void onPress(QWidget *button);
     void fitHeight();
     void choose(const QStringList &labels);
     void goOn();
@@ -48,6 +50,8 @@ private:
     ViewContext m_context;
     std::optional<ApprovalInfo> m_request;
     qsizetype m_index = 0;
+    /// The button was pressed once the question had been seen.
+    bool m_pressCounts = true;
     /// By the question's text, as it goes back.
     QHash<QString, QStringList> m_answers;
 

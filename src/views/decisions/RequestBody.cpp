@@ -1,5 +1,6 @@
 #include "RequestBody.h"
 
+#include "core/HiddenMarks.h"
 #include "core/LineDiff.h"
 #include "core/RiskyWords.h"
 #include "ui/Color.h"
@@ -11,6 +12,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStackedLayout>
 #include <QTextBlock>
 
@@ -22,8 +24,8 @@ namespace tirlo {
 namespace {
 
 constexpr double fillOpacity = 0.06;
-/// A plan beyond this is shown as it was written: laying it out would be felt.
-constexpr qsizetype longestRenderedPlan = 64 * 1024;
+/// Breaking a longer word at best is slow: it breaks anywhere.
+constexpr int longestWord = 2000;
 /// Tints beyond these are no help to a reader.
 constexpr qsizetype mostTints = 200;
 
@@ -42,6 +44,17 @@ void dress(QAbstractScrollArea &box)
     box.setPalette(colors);
     box.viewport()->setAutoFillBackground(false);
     box.setAccessibleName(QStringLiteral("Request"));
+}
+
+bool hasLongWord(const QString &text)
+{
+    int length = 0;
+    for (const QChar character : text) {
+        length = character.isSpace() ? 0 : length + 1;
+        if (length > longestWord)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -67,28 +80,35 @@ RequestBody::RequestBody(QWidget *parent)
 
 void RequestBody::showContent(const RequestContent &content)
 {
-    const bool isRendered
-        = content.kind == RequestContent::Kind::plan && content.text.size() <= longestRenderedPlan;
-    if (isRendered)
-        showPlan(content.text);
+    if (content.kind == RequestContent::Kind::plan && m_plan->showMarkdown(content.text))
+        m_pages->setCurrentWidget(m_plan);
     else
         showLines(content);
 }
 
 int RequestBody::heightFor(int width, int most)
 {
+    // A bar that is not needed would take width from what is measured.
+    auto &box = static_cast<QAbstractScrollArea &>(*m_pages->currentWidget());
+    box.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     resize(width, most);
     m_pages->activate();
-    if (m_pages->currentWidget() == m_lines)
-        return m_lines->heightOfText(most);
-    m_plan->document()->setTextWidth(m_plan->viewport()->width());
-    return std::min(int(std::ceil(m_plan->document()->size().height())), most);
+    int height = most;
+    if (m_pages->currentWidget() == m_lines) {
+        height = m_lines->heightOfText(most);
+    } else {
+        m_plan->document()->setTextWidth(m_plan->viewport()->width());
+        height = std::min(int(std::ceil(m_plan->document()->size().height())), most);
+    }
+    if (height >= most)
+        box.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    return height;
 }
 
-int RequestBody::lineCount() const
+void RequestBody::scrollToStart()
 {
-    return m_pages->currentWidget() == m_lines ? m_lines->blockCount()
-                                               : m_plan->document()->blockCount();
+    auto &box = static_cast<QAbstractScrollArea &>(*m_pages->currentWidget());
+    box.verticalScrollBar()->setValue(0);
 }
 
 bool RequestBody::eventFilter(QObject *watched, QEvent *event)
@@ -123,32 +143,45 @@ void RequestBody::showLines(const RequestContent &content)
                              line.kind == DiffLine::Kind::added ? addedMark : removedMark);
             lines.append(line.text);
         }
+    } else if (content.kind == RequestContent::Kind::patch) {
+        for (const QString &line : content.text.split(u'\n')) {
+            const bool isAdded = line.startsWith(u'+');
+            if (isAdded || line.startsWith(u'-'))
+                marks.insert(int(lines.size()), isAdded ? addedMark : removedMark);
+            lines.append(line);
+        }
     } else if (!content.text.isEmpty()) {
         lines.append(content.text);
     }
     if (!content.more.isEmpty())
         lines.append(content.more);
-    m_lines->showText(lines.join(u'\n'), marks);
+    const QString text = lines.join(u'\n');
+    m_lines->setWordWrapMode(hasLongWord(text) ? QTextOption::WrapAnywhere
+                                               : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    m_lines->showText(text, marks);
     m_lines->moveCursor(QTextCursor::Start);
 
     QList<QTextEdit::ExtraSelection> tints;
+    const auto tint = [&](qsizetype start, qsizetype length, const QColor &color) {
+        QTextEdit::ExtraSelection part;
+        part.cursor = QTextCursor(m_lines->document());
+        part.cursor.setPosition(int(start));
+        part.cursor.setPosition(int(start + length), QTextCursor::KeepAnchor);
+        part.format.setForeground(color);
+        tints.append(part);
+    };
+    // What is said about the content is told apart from it.
+    const QString shown = m_lines->toPlainText();
+    const qsizetype more = withoutHiddenMarks(content.more).size();
+    if (content.kind != RequestContent::Kind::fields && !content.text.isEmpty()) {
+        tint(0, withoutHiddenMarks(content.subject).size(), Style::secondaryText);
+        tint(shown.size() - more, more, Style::secondaryText);
+    }
     if (content.kind == RequestContent::Kind::command) {
-        for (const TextRange &part : riskyWords(m_lines->toPlainText()).mid(0, mostTints)) {
-            QTextEdit::ExtraSelection tint;
-            tint.cursor = QTextCursor(m_lines->document());
-            tint.cursor.setPosition(int(part.start));
-            tint.cursor.setPosition(int(part.start + part.length), QTextCursor::KeepAnchor);
-            tint.format.setForeground(Style::waiting);
-            tints.append(tint);
-        }
+        for (const TextRange &part : riskyWords(shown).mid(0, mostTints))
+            tint(part.start, part.length, Style::waiting);
     }
     m_lines->setExtraSelections(tints);
-}
-
-void RequestBody::showPlan(const QString &markdown)
-{
-    m_pages->setCurrentWidget(m_plan);
-    m_plan->showMarkdown(markdown);
 }
 
 } // namespace tirlo

@@ -27,8 +27,8 @@ public:
     /// The height in points at which all is seen at that width, but `most` at most.
     [[nodiscard]] int heightFor(int width, int most);
 
-    /// How many lines there are to read.
-    [[nodiscard]] int lineCount() const;
+    /// Shows its beginning.
+    void scrollToStart();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -36,7 +36,6 @@ protected:
 
 private:
     void showLines(const RequestContent &content);
-    void showPlan(const QString &markdown);
 
     MarkedLines *m_lines;
     MarkdownText *m_plan;
