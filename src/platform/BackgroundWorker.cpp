@@ -1,5 +1,7 @@
 #include "BackgroundWorker.h"
 
+#include <future>
+
 namespace tirlo {
 
 BackgroundWorker::BackgroundWorker(AtEnd atEnd)
@@ -37,8 +39,9 @@ void BackgroundWorker::post(std::function<void()> work)
 
 void BackgroundWorker::wait()
 {
-    std::unique_lock guard(m_lock);
-    m_isDone.wait(guard, [this] { return !m_runs; });
+    std::promise<void> done;
+    post([&done] { done.set_value(); });
+    done.get_future().wait();
 }
 
 void BackgroundWorker::run()
@@ -53,7 +56,6 @@ void BackgroundWorker::run()
         guard.lock();
     }
     m_runs = false;
-    m_isDone.notify_all();
 }
 
 } // namespace tirlo

@@ -4,7 +4,6 @@
 
 #include <QPointer>
 
-#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -31,7 +30,7 @@ public:
     /// Does the work after all that was given before; callable from any thread.
     void post(std::function<void()> work);
 
-    /// Waits until all work is done.
+    /// Waits until all work that was given before is done.
     void wait();
 
     /// Does the work and hands its result to `then` on the main thread, unless the owner has gone.
@@ -72,7 +71,6 @@ private:
     bool m_takesWork = true;
     /// True while the thread still looks for work.
     bool m_runs = false;
-    std::condition_variable m_isDone;
     std::thread m_thread;
 };
 
