@@ -1,7 +1,7 @@
 #include "XcbStack.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
+#include <QSocketNotifier>
 #include <QWindow>
 
 #include <algorithm>
@@ -30,10 +30,17 @@ XcbStack::XcbStack(MainQueue &queue)
     if (!m_x11)
         return;
     m_wmState = m_x11.atom("WM_STATE");
-    qApp->installNativeEventFilter(this);
-    m_x11.addEvents(m_x11.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    m_events.reset(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(m_events.get()))
+        return;
+    constexpr std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_events.get(), m_x11.root(), XCB_CW_EVENT_MASK, &events);
     // Events from before this reading repeat what it tells, and do no harm.
     readAll();
+    auto *notifier
+        = new QSocketNotifier(xcb_get_file_descriptor(m_events.get()), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &XcbStack::readEvents);
+    readEvents();
 }
 
 bool XcbStack::isOurs(xcb_window_t window)
@@ -43,12 +50,12 @@ bool XcbStack::isOurs(xcb_window_t window)
     });
 }
 
-bool XcbStack::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+void XcbStack::readEvents()
 {
-    if (eventType == "xcb_generic_event_t"
-        && apply(*static_cast<const xcb_generic_event_t *>(message)))
-        tell();
-    return false;
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_events.get())}) {
+        if (apply(*event))
+            tell();
+    }
 }
 
 /// Takes what the event says of a top-level window; false when it says nothing of one.
@@ -112,8 +119,8 @@ bool XcbStack::apply(const xcb_generic_event_t &event)
 
 void XcbStack::readAll()
 {
-    xcb_connection_t *connection = m_x11.connection();
-    const std::vector<xcb_window_t> ids = childrenOf(m_x11.root());
+    xcb_connection_t *connection = m_events.get();
+    const std::vector<xcb_window_t> ids = childrenOf(connection, m_x11.root());
     std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> asked;
     asked.reserve(ids.size());
     for (const xcb_window_t id : ids)
@@ -171,10 +178,9 @@ void XcbStack::reparent(const xcb_reparent_notify_event_t &event)
     remove(event.window);
     if (event.parent != m_x11.root())
         return;
-    xcb_connection_t *connection = m_x11.connection();
-    const auto cookie = xcb_get_geometry(connection, event.window);
+    const auto cookie = xcb_get_geometry(m_events.get(), event.window);
     const XReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection, cookie, nullptr));
+        xcb_get_geometry_reply(m_events.get(), cookie, nullptr));
     // A mapped window is unmapped on the way, and its being mapped again is told.
     if (geometry)
         add(event.window, placeOf(*geometry), false);
@@ -202,7 +208,7 @@ void XcbStack::tell()
         return;
     if (!std::exchange(m_isSettling, true))
         m_queue.after(settlingTime, this, [this] { settle(); });
-    // Queued, so that no one runs amid Qt's reading of events.
+    // Queued, so that all that has come is there.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -251,7 +257,7 @@ xcb_window_t XcbStack::clientWithin(xcb_window_t window, int depth) const
         return window;
     if (depth == 0)
         return XCB_NONE;
-    for (const xcb_window_t child : childrenOf(window)) {
+    for (const xcb_window_t child : childrenOf(m_x11.connection(), window)) {
         const xcb_window_t client = clientWithin(child, depth - 1);
         if (client != XCB_NONE)
             return client;
@@ -259,11 +265,10 @@ xcb_window_t XcbStack::clientWithin(xcb_window_t window, int depth) const
     return XCB_NONE;
 }
 
-std::vector<xcb_window_t> XcbStack::childrenOf(xcb_window_t window) const
+std::vector<xcb_window_t> XcbStack::childrenOf(xcb_connection_t *connection, xcb_window_t window)
 {
-    const auto cookie = xcb_query_tree(m_x11.connection(), window);
-    const XReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(m_x11.connection(), cookie, nullptr));
+    const auto cookie = xcb_query_tree(connection, window);
+    const XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(connection, cookie, nullptr));
     if (!tree)
         return {};
     const xcb_window_t *children = xcb_query_tree_children(tree.get());

@@ -4,11 +4,11 @@
 
 #include "platform/MainQueue.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QHash>
 #include <QObject>
 #include <QRect>
 
+#include <memory>
 #include <vector>
 
 namespace tirlo {
@@ -16,8 +16,9 @@ namespace tirlo {
 /// All top-level windows as they lie over each other, frames and menus included.
 ///
 /// It is kept up to date by the server's events alone; nothing is asked of the server but what a
-/// window is, once, when that matters. Without X there are none.
-class XcbStack final : public QObject, private QAbstractNativeEventFilter
+/// window is, once, when that matters. They come on a connection of its own, since Qt leaves some
+/// out that are all the same to it. Without X there are none.
+class XcbStack final : public QObject
 {
     Q_OBJECT
 
@@ -63,7 +64,12 @@ private:
         bool isInputOnly = false;
     };
 
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    struct Disconnect
+    {
+        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+    };
+
+    void readEvents();
     [[nodiscard]] bool apply(const xcb_generic_event_t &event);
     void readAll();
     void add(xcb_window_t id, const QRect &place, bool isMapped);
@@ -77,10 +83,14 @@ private:
     [[nodiscard]] std::vector<Window>::iterator find(xcb_window_t id);
     [[nodiscard]] Nature nature(xcb_window_t id) const;
     [[nodiscard]] xcb_window_t clientWithin(xcb_window_t window, int depth) const;
-    [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window) const;
+    [[nodiscard]] static std::vector<xcb_window_t> childrenOf(xcb_connection_t *connection,
+                                                              xcb_window_t window);
 
     MainQueue &m_queue;
+    /// For questions.
     X11 m_x11;
+    /// For events.
+    std::unique_ptr<xcb_connection_t, Disconnect> m_events;
     xcb_atom_t m_wmState = XCB_NONE;
     std::vector<Window> m_windows;
     /// What is known of those that mattered.
