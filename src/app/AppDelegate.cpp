@@ -45,8 +45,6 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     followDesktopLook();
     setupMenuBarItem();
-    followDesktopLook();
-    setupMenuBarItem();
     QObject::connect(&m_look, &DesktopLook::changed, &m_look, [this] { followDesktopLook(); });
     setupIsland();
     m_queue.after(loadingDelay, &m_notifications, [this] {

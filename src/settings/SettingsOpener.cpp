@@ -33,12 +33,10 @@ void SettingsOpener::place(const std::optional<ScreenInfo> &screen)
         return;
     // The frame with its title bar is what stands there. The native window knows it as it is; the
     // widget remembers how it was before the desktop had framed it.
-    QWindow *window = m_window->nativeWindow();
-    const QMargins frame = window->frameMargins();
+    const QMargins frame = m_window->nativeWindow()->frameMargins();
     const QRectF place = placeBelowIsland(*screen, m_window->size().grownBy(frame),
                                           m_window->minimumSize().grownBy(frame));
-    window->setFramePosition(place.topLeft().toPoint());
-    m_window->resize(place.size().toSize().shrunkBy(frame));
+    m_window->setGeometry(place.toRect().marginsRemoved(frame));
 }
 
 } // namespace tirlo

@@ -63,7 +63,7 @@ TEST(SettingsOpenerTest, AWindowIsReusedUnlessItWasClosed)
     ASSERT_EQ(windows().size(), 1);
     const QPointer<SettingsWindow> first = windows().first();
     const QMargins frame = first->nativeWindow()->frameMargins();
-    EXPECT_EQ(QRect(first->pos(), first->size()), QRect(720 - frame.left(), 332, 480, 720));
+    EXPECT_EQ(first->geometry(), QRect(720, 332 + frame.top(), 480, 720));
 
     first->showMinimized();
     opener.open(screen);
