@@ -49,6 +49,8 @@ QList<Finding> Trial::run(bool waitsForIdle)
     tryWorkspaces();
     tryHotkey();
     trySettings();
+    if (m_desktop == "screens")
+        tryScreens();
     if (waitsForIdle)
         tryIdle();
     return m_findings;
@@ -168,6 +170,23 @@ void Trial::trySettings()
     const int below = opens ? screen.bottom() - window()->place.bottom() : 0;
     add("settings window", below >= 12, opens ? QString("%1 above the edge").arg(below) : "none");
     keepPicture("settings");
+}
+
+void Trial::tryScreens()
+{
+    const auto plug = [](const QStringList &change) {
+        QProcess::execute("xrandr", QStringList{"--output", "DUMMY0"} + change);
+        e2e::rest(settling);
+    };
+    foldAway();
+    plug({"--off"});
+    addWidth("its screen unplugged", compactWidth);
+    const Request request = ask();
+    addWidth("request on what is left", openWidth);
+    plug({"--mode", "1024x768", "--primary", "--left-of", "DUMMY1"});
+    addWidth("request on the screen's return", openWidth);
+    const bool isAllowed = press("Allow") && request->waitForEnd(3000);
+    add("Allow there", isAllowed, isAllowed ? "answered" : "no answer");
 }
 
 void Trial::tryIdle()

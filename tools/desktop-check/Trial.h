@@ -42,6 +42,7 @@ private:
     void tryWorkspaces();
     void tryHotkey();
     void trySettings();
+    void tryScreens();
     void tryIdle();
 
     [[nodiscard]] Request ask();
