@@ -148,8 +148,8 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     fitHeight();
 }
 
-/// A short reason stands behind the tool, a longer one has lines of its own. What would not fit even
-/// there, and a tool of a long name, come first in the body, where they can be scrolled to.
+/// A short reason stands behind the tool, a longer one has lines of its own. What would not fit
+/// even there, and a tool of a long name, come first in the body, where they can be scrolled to.
 void ApprovalView::showReason(RequestContent &content)
 {
     const QFontMetrics metrics(m_tool->font());
