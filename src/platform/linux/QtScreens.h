@@ -21,17 +21,20 @@ public:
     /// Stack and queue outlive the screens; `systemRoot` is the folder that /sys and /proc lie in.
     QtScreens(const XcbStack &stack, MainQueue &queue, const QString &systemRoot = QString());
 
-    [[nodiscard]] std::vector<ScreenInfo> all() const override;
+    [[nodiscard]] std::vector<ScreenInfo> all() const override { return m_all; }
     [[nodiscard]] std::optional<ScreenInfo> main() const override;
     [[nodiscard]] double statusBarThickness() const override;
 
 private:
     void follow(const QScreen &screen);
     void tell();
+    bool read();
     [[nodiscard]] ScreenInfo info(const QScreen &screen) const;
 
     MainQueue &m_queue;
     WorkItem m_telling;
+    WorkItem m_settling;
+    std::vector<ScreenInfo> m_all;
     XcbPanels m_panels;
     /// In device pixels; 0 without a notch.
     int m_notchHeight;

@@ -72,7 +72,7 @@ std::vector<xcb_window_t> XcbLocker::wholeScreens() const
 {
     std::vector<QRect> screens;
     for (const QScreen *screen : QGuiApplication::screens())
-        screens.push_back(nativeScreen(screen->geometry()));
+        screens.push_back(nativePlace(*screen));
     std::vector<xcb_window_t> found;
     for (const XcbStack::Window &window : m_stack.windows()) {
         const QRect reach = window.place.adjusted(-slack, -slack, slack, slack);

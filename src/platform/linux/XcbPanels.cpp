@@ -89,7 +89,7 @@ std::vector<XcbPanels::Reserved> XcbPanels::readReserved() const
 {
     std::vector<QRect> places;
     for (const QScreen *screen : QGuiApplication::screens()) {
-        const QRect whole = nativeScreen(screen->geometry());
+        const QRect whole = nativePlace(*screen);
         places.emplace_back(whole.center().x(), whole.top(), 1, whole.height() / mostOfScreen);
     }
     std::vector<Reserved> reserved;
