@@ -44,7 +44,8 @@ std::optional<ScreenInfo> chosenScreen(const Screens &screens, IslandScreen choi
     return notched ? notched : screens.main();
 }
 
-double hangingDepth(const ScreenInfo &screen, IslandPosition position, bool isScreenFull)
+double hangingDepth(const ScreenInfo &screen, IslandPosition position, bool isScreenFull,
+                    double usualPanel)
 {
     if (isScreenFull)
         return 0;
@@ -53,8 +54,10 @@ double hangingDepth(const ScreenInfo &screen, IslandPosition position, bool isSc
         return screen.safeAreaTop > 0 ? 0 : screen.topPanel;
     case IslandPosition::screenEdge:
         return 0;
-    case IslandPosition::belowPanel:
-        return std::max(screen.topPanel, screen.safeAreaTop);
+    case IslandPosition::belowPanel: {
+        const double known = std::max(screen.topPanel, screen.safeAreaTop);
+        return known > 0 ? known : usualPanel;
+    }
     }
     return 0;
 }

@@ -36,8 +36,11 @@ namespace IslandGeometry {
                                                      const std::optional<QPointF> &opener);
 
 /// How far below the screen's edge the island hangs; over a full-screen window there is no panel.
+///
+/// `usualPanel` is the depth of a panel that its user speaks of and nobody tells of, as may be in a
+/// Wayland session.
 [[nodiscard]] double hangingDepth(const ScreenInfo &screen, IslandPosition position,
-                                  bool isScreenFull);
+                                  bool isScreenFull, double usualPanel);
 
 /// Measures the screen; `statusBarThickness` serves where the screen has no bar of its own.
 [[nodiscard]] IslandScreenGeometry screenGeometry(const ScreenInfo &screen,

@@ -86,7 +86,8 @@ void IslandWindowController::hang()
     if (!m_screen)
         return;
     const double depth
-        = IslandGeometry::hangingDepth(*m_screen, m_state.islandPosition, m_state.isScreenFull);
+        = IslandGeometry::hangingDepth(*m_screen, m_state.islandPosition, m_state.isScreenFull,
+                                       m_desktop.screens.statusBarThickness());
     ScreenInfo around = *m_screen;
     // Below a panel it is not in the notch.
     if (depth > 0)

@@ -74,6 +74,8 @@ TEST_F(DesktopTest, ItHangsFromAPanelUnlessThereIsANotchOrFullScreen)
     state.islandPosition = IslandPosition::belowPanel;
     EXPECT_EQ(panel.y(), 138);
     EXPECT_FALSE(state.hasNotch) << "it is not in it";
+    screens.become({FakeScreens::plain()});
+    EXPECT_EQ(panel.y(), screens.statusBarThickness()) << "of this panel nobody tells";
 }
 
 TEST_F(DesktopTest, OnAScreenThatIsTooNarrowAnOpenOneSlidesUnderThePointer)
