@@ -1,6 +1,7 @@
 #include "MarkdownText.h"
 
 #include "Style.h"
+#include "WrappedText.h"
 #include "core/HiddenMarks.h"
 
 #include <QImage>
@@ -11,6 +12,7 @@
 #include <QTextList>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tirlo {
@@ -23,19 +25,51 @@ constexpr double documentMargin = 4;
 constexpr qsizetype longestMarkdown = 16 * 1024;
 constexpr qsizetype mostLinks = 100;
 constexpr qsizetype mostBars = 400;
-constexpr int deepestIndent = 4;
-constexpr double widestQuote = 80;
 
-/// What a link or a picture says besides its words: where it leads to, and its title.
-QString hiddenWordsOf(const QTextCharFormat &format, const QString &words)
+struct Link
 {
-    QStringList hidden;
-    if (format.isImageFormat())
-        hidden
-            = {format.property(QTextFormat::ImageAltText).toString(), format.toImageFormat().name(),
-               format.property(QTextFormat::ImageTitle).toString()};
-    else if (format.isAnchor() && format.anchorHref() != words)
-        hidden = {format.anchorHref(), format.toolTip()};
+    int begin;
+    int end;
+    bool isImage;
+    QString target;
+    QString title;
+    QString words;
+};
+
+/// The block's links and pictures, from the last to the first; one that changes its looks is one.
+QList<Link> linksOf(const QTextBlock &block)
+{
+    QList<Link> links;
+    for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+        const QTextFragment text = piece.fragment();
+        const QTextCharFormat format = text.charFormat();
+        const int end = text.position() + text.length();
+        if (format.isImageFormat()) {
+            links.prepend({text.position(), end, true, format.toImageFormat().name(),
+                           format.property(QTextFormat::ImageTitle).toString(),
+                           format.property(QTextFormat::ImageAltText).toString()});
+        } else if (format.isAnchor() && !links.isEmpty() && !links.first().isImage
+                   && links.first().end == text.position()
+                   && links.first().target == format.anchorHref()) {
+            links.first().end = end;
+            links.first().words += text.text();
+        } else if (format.isAnchor()) {
+            links.prepend(
+                {text.position(), end, false, format.anchorHref(), format.toolTip(), text.text()});
+        }
+    }
+    return links;
+}
+
+/// What isn't said by the words that are shown of it.
+QString hiddenWordsOf(const Link &link)
+{
+    QStringList hidden{link.target, link.title};
+    if (link.isImage)
+        hidden.prepend(link.words);
+    else if (link.target == link.words || link.target == QStringLiteral("mailto:") + link.words
+             || link.target == QStringLiteral("http://") + link.words)
+        hidden.removeFirst();
     hidden.removeAll(QString());
     return hidden.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(hidden.join(u' '));
 }
@@ -44,27 +78,12 @@ QString hiddenWordsOf(const QTextCharFormat &format, const QString &words)
 /// what it says of itself.
 void showLinks(const QTextBlock &block)
 {
-    struct Link
-    {
-        int begin;
-        int end;
-        bool isImage;
-        QString hidden;
-    };
-    QList<Link> links;
-    for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
-        const QTextFragment text = piece.fragment();
-        const QTextCharFormat format = text.charFormat();
-        if (format.isAnchor() || format.isImageFormat())
-            links.prepend({text.position(), text.position() + text.length(), format.isImageFormat(),
-                           hiddenWordsOf(format, text.text())});
-    }
     QTextCharFormat tint;
     tint.setForeground(Style::link);
-    for (const Link &link : std::as_const(links)) {
+    for (const Link &link : linksOf(block)) {
         QTextCursor cursor(block);
         cursor.setPosition(link.end);
-        cursor.insertText(link.hidden, QTextCharFormat());
+        cursor.insertText(hiddenWordsOf(link), QTextCharFormat());
         cursor.setPosition(link.begin);
         cursor.setPosition(link.end, QTextCursor::KeepAnchor);
         if (link.isImage)
@@ -74,20 +93,13 @@ void showLinks(const QTextBlock &block)
     }
 }
 
-/// Headings not much larger than the rest, and nothing that reaches over the right edge.
+/// Headings not much larger than the rest, and lines of code that break at the right edge.
 void layOutCalmly(const QTextBlock &block)
 {
     QTextCursor cursor(block);
     QTextBlockFormat format = block.blockFormat();
     format.setNonBreakableLines(false);
-    format.setIndent(std::min(format.indent(), deepestIndent));
-    format.setLeftMargin(std::min(format.leftMargin(), widestQuote));
     cursor.setBlockFormat(format);
-    if (QTextList *list = block.textList(); list && list->format().indent() > deepestIndent) {
-        QTextListFormat nearer = list->format();
-        nearer.setIndent(deepestIndent);
-        list->setFormat(nearer);
-    }
     if (format.headingLevel() == 0)
         return;
     QTextCharFormat size;
@@ -96,14 +108,37 @@ void layOutCalmly(const QTextBlock &block)
     cursor.mergeCharFormat(size);
 }
 
-/// Whether all of it would be seen once rendered: definitions of links are not, nor what stands
-/// behind the language of a block of code, nor what an entity hides.
-bool isWhollySeen(const QString &markdown)
+/// The text without what may be a mark of Markdown: blanks and the punctuation of ASCII.
+QString substance(QString text)
 {
-    static const QRegularExpression unseen(QStringLiteral(
-        "\\[[^\\]]*\\]:|(```|~~~)[`~]*[ \\t]*[^\\s`]+[ \\t]+\\S|&(#|[A-Za-z])\\w*;"));
-    return markdown.size() <= longestMarkdown && markdown.count(QLatin1String("](")) <= mostLinks
-        && markdown.count(u'|') <= mostBars && !unseen.match(markdown).hasMatch();
+    return text.removeIf(
+        [](QChar c) { return c.unicode() < 0x80 ? !c.isLetterOrNumber() : c.isSpace(); });
+}
+
+/// What a reader sees of the document: its text, with the numbers and the ticks of its lists.
+QString seenIn(const QTextDocument &document)
+{
+    QString seen;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QTextList *list = block.textList();
+        if (list && list->format().style() == QTextListFormat::ListDecimal)
+            seen += list->itemText(block);
+        if (block.blockFormat().marker() == QTextBlockFormat::MarkerType::Checked)
+            seen += u'x';
+        seen += block.text();
+    }
+    return seen;
+}
+
+/// Whether rendering took nothing from sight but the name of a block of code's language: not the
+/// targets of links that nobody uses, nor what an entity stands for, nor a cell too many.
+bool isWhollySeen(const QString &markdown, const QTextDocument &document)
+{
+    static const QRegularExpression language(
+        QStringLiteral("(```+|~~~+)[ \\t]*[A-Za-z][\\w+#.-]{0,19}[ \\t]*$"),
+        QRegularExpression::MultilineOption);
+    QString written = markdown;
+    return substance(written.remove(language)) == substance(seenIn(document));
 }
 
 } // namespace
@@ -118,12 +153,13 @@ MarkdownText::MarkdownText(QWidget *parent)
     document()->setDocumentMargin(documentMargin);
 }
 
-bool MarkdownText::showMarkdown(const QString &markdown)
+bool MarkdownText::showMarkdown(const QString &markdown, int width)
 {
-    if (!isWhollySeen(markdown))
+    if (markdown.size() > longestMarkdown || markdown.count(QLatin1String("](")) > mostLinks
+        || markdown.count(u'|') > mostBars)
         return false;
     // Made up apart, where nothing is laid out at each touch.
-    auto *fresh = new QTextDocument(this);
+    auto fresh = std::make_unique<QTextDocument>(this);
     fresh->setUndoRedoEnabled(false);
     fresh->setDefaultFont(document()->defaultFont());
     fresh->setDocumentMargin(documentMargin);
@@ -134,9 +170,20 @@ bool MarkdownText::showMarkdown(const QString &markdown)
         showLinks(block);
         layOutCalmly(block);
     }
-    QTextDocument *old = document();
+    if (!isWhollySeen(withoutHiddenMarks(markdown), *fresh))
+        return false;
+
+    QTextOption wrapping = fresh->defaultTextOption();
+    wrapping.setWrapMode(wrapModeFor(markdown));
+    fresh->setDefaultTextOption(wrapping);
+    fresh->setTextWidth(width);
+    if (fresh->size().width() > width)
+        return false;
+
+    const QTextDocument *old = document();
     const bool isOurs = old->parent() == this;
-    setDocument(fresh);
+    setWordWrapMode(wrapping.wrapMode());
+    setDocument(fresh.release());
     if (isOurs)
         delete old;
     moveCursor(QTextCursor::Start);

@@ -15,8 +15,9 @@ class MarkdownText final : public QTextEdit
 public:
     explicit MarkdownText(QWidget *parent = nullptr);
 
-    /// False for a text that is not shown, as it is too long or some of it would not be seen.
-    [[nodiscard]] bool showMarkdown(const QString &markdown);
+    /// False for a text that is not shown, as it is too long, or some of it would not be seen once
+    /// it is rendered, so many points wide.
+    [[nodiscard]] bool showMarkdown(const QString &markdown, int width);
 
 protected:
     QVariant loadResource(int type, const QUrl &name) override;

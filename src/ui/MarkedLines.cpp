@@ -16,6 +16,8 @@ namespace tirlo {
 namespace {
 
 constexpr int marginWidth = 16;
+/// In characters.
+constexpr int tabStop = 4;
 constexpr int washAlpha = 48;
 
 } // namespace
@@ -40,6 +42,7 @@ void MarkedLines::showText(const QString &text, const QMap<int, LineMark> &marks
     setViewportMargins(marks.isEmpty() ? 0 : marginWidth, 0, 0, 0);
     placeMargin();
     setPlainText(withoutHiddenMarks(text));
+    setTabStopDistance(tabStop * fontMetrics().horizontalAdvance(u' '));
 
     if (!marks.isEmpty())
         setTextCursor(QTextCursor(document()->findBlockByNumber(marks.firstKey())));

@@ -3,7 +3,6 @@
 #include "Color.h"
 #include "FocusRing.h"
 #include "Style.h"
-#include "TextLine.h"
 #include "core/HiddenMarks.h"
 
 #include <QEvent>
@@ -14,6 +13,7 @@ namespace tirlo {
 
 namespace {
 
+constexpr int usualWidth = 300;
 constexpr int padding = 7;
 constexpr int markSize = 14;
 constexpr int markSpacing = 9;
@@ -21,7 +21,6 @@ constexpr int textLeft = padding + markSize + markSpacing;
 constexpr int descriptionSpacing = 1;
 constexpr double markRadius = 4;
 constexpr double markStroke = 1.5;
-constexpr int wrapping = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
 
 QFont labelFont()
 {
@@ -33,12 +32,9 @@ QFont descriptionFont()
     return Style::font(Style::captionSize);
 }
 
-QRect wrapped(const QFont &font, const QString &text, int left, int top, int width)
+int roomIn(int width)
 {
-    const int room = std::max(width - left - padding, 1);
-    QRect place = QFontMetrics(font).boundingRect(QRect(left, top, room, 1), wrapping, text);
-    place.setWidth(room);
-    return place;
+    return width - textLeft - padding;
 }
 
 } // namespace
@@ -46,12 +42,13 @@ QRect wrapped(const QFont &font, const QString &text, int left, int top, int wid
 OptionButton::OptionButton(const QString &label, const QString &description,
                            bool severalMayBeChosen, QWidget *parent)
     : QAbstractButton(parent)
-    , m_label(lineWithoutHiddenMarks(label))
-    , m_description(withoutHiddenMarks(description))
+    , m_severalMayBeChosen(severalMayBeChosen)
+    , m_label(lineWithoutHiddenMarks(label), labelFont())
+    , m_description(withoutHiddenMarks(description), descriptionFont())
 {
-    setCheckable(severalMayBeChosen);
-    setAccessibleName(m_label);
-    setAccessibleDescription(m_description);
+    setCheckable(true);
+    setAccessibleName(lineWithoutHiddenMarks(label));
+    setAccessibleDescription(withoutHiddenMarks(description));
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
@@ -62,14 +59,15 @@ OptionButton::OptionButton(const QString &label, const QString &description,
 
 QSize OptionButton::sizeHint() const
 {
-    constexpr int usualWidth = 300;
-    return {usualWidth, heightForWidth(usualWidth)};
+    return {usualWidth, QFontMetrics(labelFont()).height() + 2 * padding};
 }
 
 int OptionButton::heightForWidth(int width) const
 {
-    const QRect last = m_description.isEmpty() ? labelRect(width) : descriptionRect(width);
-    return last.bottom() + 1 + padding;
+    int height = m_label.heightFor(roomIn(width)) + 2 * padding;
+    if (!accessibleDescription().isEmpty())
+        height += descriptionSpacing + m_description.heightFor(roomIn(width));
+    return height;
 }
 
 bool OptionButton::event(QEvent *event)
@@ -96,25 +94,14 @@ void OptionButton::paintEvent(QPaintEvent *)
         Style::buttonRadius, Style::buttonRadius);
 
     paintMark(painter);
-    painter.setFont(labelFont());
+    const int room = roomIn(width());
     painter.setPen(Style::primaryText);
-    painter.drawText(labelRect(width()), wrapping, m_label);
-    if (m_description.isEmpty())
+    m_label.draw(painter, QPointF(textLeft, padding), room);
+    if (accessibleDescription().isEmpty())
         return;
-    painter.setFont(descriptionFont());
     painter.setPen(Style::explanationText);
-    painter.drawText(descriptionRect(width()), wrapping, m_description);
-}
-
-QRect OptionButton::labelRect(int width) const
-{
-    return wrapped(labelFont(), m_label, textLeft, padding, width);
-}
-
-QRect OptionButton::descriptionRect(int width) const
-{
-    return wrapped(descriptionFont(), m_description, textLeft,
-                   labelRect(width).bottom() + 1 + descriptionSpacing, width);
+    const int top = padding + m_label.heightFor(room) + descriptionSpacing;
+    m_description.draw(painter, QPointF(textLeft, top), room);
 }
 
 void OptionButton::paintMark(QPainter &painter) const
@@ -122,12 +109,12 @@ void OptionButton::paintMark(QPainter &painter) const
     const double middle = padding + QFontMetrics(labelFont()).height() / 2.0;
     const QRectF mark(padding + markStroke / 2, middle - markSize / 2.0 + markStroke / 2,
                       markSize - markStroke, markSize - markStroke);
-    const double radius = isCheckable() ? markRadius : markSize / 2.0;
+    const double radius = m_severalMayBeChosen ? markRadius : markSize / 2.0;
     const bool isChosen = isChecked() || isDown();
     painter.setPen(QPen(isChosen ? Style::primaryText : Style::secondaryText, markStroke));
     painter.setBrush(isChosen ? QBrush(Style::primaryText) : QBrush(Qt::NoBrush));
     painter.drawRoundedRect(mark, radius, radius);
-    if (!isChosen || !isCheckable())
+    if (!isChosen || !m_severalMayBeChosen)
         return;
     painter.setPen(QPen(Style::onLight, markStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     const QPointF tick[] = {mark.topLeft() + QPointF(3, 6.5), mark.topLeft() + QPointF(5.5, 9),

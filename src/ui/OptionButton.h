@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WrappedText.h"
+
 #include <QAbstractButton>
 
 namespace tirlo {
@@ -10,8 +12,7 @@ class OptionButton final : public QAbstractButton
     Q_OBJECT
 
 public:
-    /// With `severalMayBeChosen` a click chooses or drops it, and the mark is a box instead of a
-    /// circle.
+    /// A click chooses or drops it; with `severalMayBeChosen` the mark is a box instead of a circle.
     OptionButton(const QString &label, const QString &description, bool severalMayBeChosen,
                  QWidget *parent = nullptr);
 
@@ -24,12 +25,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    [[nodiscard]] QRect labelRect(int width) const;
-    [[nodiscard]] QRect descriptionRect(int width) const;
     void paintMark(QPainter &painter) const;
 
-    const QString m_label;
-    const QString m_description;
+    const bool m_severalMayBeChosen;
+    mutable WrappedText m_label;
+    mutable WrappedText m_description;
 };
 
 } // namespace tirlo

@@ -2,6 +2,7 @@
 
 #include "Style.h"
 #include "TextLine.h"
+#include "core/HiddenMarks.h"
 
 #include <QFontMetricsF>
 #include <QHelpEvent>
@@ -23,10 +24,11 @@ TextLabel::TextLabel(const QFont &font, const QColor &color, QWidget *parent)
 
 void TextLabel::setLine(const QString &text)
 {
-    if (text == QLabel::text())
+    const QString shown = withoutHiddenMarks(text);
+    if (shown == QLabel::text())
         return;
     m_line = TextLine::displayable(text);
-    setText(text);
+    setText(shown);
 }
 
 void TextLabel::setElideMode(Qt::TextElideMode mode)

@@ -1,6 +1,7 @@
 #include "TextParagraph.h"
 
 #include "TextLine.h"
+#include "core/HiddenMarks.h"
 
 #include <QFontMetricsF>
 #include <QHelpEvent>
@@ -26,10 +27,11 @@ TextParagraph::TextParagraph(const QFont &font, const QColor &color, int mostLin
 
 void TextParagraph::showText(const QString &text)
 {
-    if (text == QLabel::text())
+    const QString shown = withoutHiddenMarks(text);
+    if (shown == QLabel::text())
         return;
     m_shown = TextLine::displayable(text.simplified());
-    setText(text);
+    setText(shown);
     updateGeometry();
 }
 

@@ -11,7 +11,7 @@ class QLayout;
 /// The column in which most cards stand: text and controls at the mascot's right.
 namespace tirlo::CardColumn {
 
-/// One line of the column, and the room in points above it.
+/// One line of the column, and the room in points above it; that of a hidden widget goes with it.
 struct Row
 {
     Row(int roomAbove, QWidget *rowWidget)

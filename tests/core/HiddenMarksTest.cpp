@@ -14,6 +14,7 @@ TEST(HiddenMarksTest, WhatIsNotSeenShowsAsAMarkAndLettersStay)
         {u"a\rb\vc\x85\x1B\u2028", u"a!b!c!!!"},
         {u"rm\u00AD \u200B\u202E\u2066\u061C", u"rm! !!!!"},
         {u"\u2060\u2061\u2064\u180E\uFEFF\u3164\u115F\u1160\uFFA0\u2800", u"!!!!!!!!!!"},
+        {u"a\uFDD0b\uFDD1\uFDEF", u"a!b!!"},
         {u"a\U000E0001\U000E0041\U000E007Fb", u"a!!!b"},
         // Joiners and selectors stay where they form letters, and are seen where they hide.
         {u"r\u200Dm r\u200Cm \u200D", u"r!m r!m !"},

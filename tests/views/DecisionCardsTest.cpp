@@ -108,11 +108,51 @@ TEST_F(ApprovalViewTest, APlanIsRenderedWhereNothingOfItIsLost)
     for (const QString &whole :
          {QString("a\n\n> [//]: # (also rm)\n"), QString("a\n\n- [x\ny]: /z \"rm\"\n"),
           QString("```sh rm -rf\nls\n```"), QString("a &#x202E; b"),
+          QString("| a |\n|---|\n| b | rm |"), QString("7. a"), QString("> ").repeated(90) + "x",
           QString("- x\n").repeated(9000), QString("[a](b) ").repeated(2000),
-          QString(300'000, u'w')}) {
+          QString(200'000, u'w')}) {
         EXPECT_FALSE(plan(whole)->isVisible());
         EXPECT_EQ(shownText(), whole) << whole.left(40).toStdString();
     }
+}
+
+TEST_F(ApprovalViewTest, WhatCannotAllBeShownHereCannotBeAllowedHere)
+{
+    struct Case
+    {
+        QString text;
+        const char *rest;
+    };
+    for (const auto &[text, rest] :
+         {Case{QString("\nls").repeated(19'999), "\nls\n… 10000 more lines; look in the terminal"},
+          Case{QString(1'000'000, u'x'), "x\n… 780000 more characters; look in the terminal"}}) {
+        ask({.title = "Run a command", .kind = Kind::command, .text = text}, {{"all", {}}});
+        EXPECT_TRUE(shownText().endsWith(rest)) << shownText().right(80).toStdString();
+        EXPECT_EQ(visibleButtons(), (QStringList{"In the terminal", "Deny"}));
+        EXPECT_FALSE(visibleTexts().contains("Always keeps: all"));
+    }
+}
+
+TEST_F(ApprovalViewTest, WhatDoesNotFitTheHeadOrTheNoteScrollsWithTheContent)
+{
+    const RequestContent content{
+        .title = QString(900, u't'), .reason = QString(900, u'r'), .subject = "/a", .text = "b"};
+    ask(content, {{QString(900, u'g'), {}}});
+    EXPECT_EQ(shownText(),
+              content.title + "\n/a\nb\ndescription: " + content.reason
+                  + "\nAlways keeps: " + QString(900, u'g'));
+    EXPECT_EQ(visibleButtons(), (QStringList{"Deny", "Always", "Allow"}));
+
+    // A project's name gives way to what is asked, and the room of what is not there is taken.
+    setTasks({task("integration_claude", QString(200, u'p'))});
+    ask({.title = "Run a command", .kind = Kind::command, .text = "1\n2\n3"});
+    for (const auto *label : root->findChildren<QLabel *>()) {
+        if (label->text() == "· Run a command" || label->text() == "3 lines") {
+            EXPECT_GE(label->width(), label->sizeHint().width());
+        }
+    }
+    ask({.title = "Run a command", .kind = Kind::command, .text = "ls"});
+    EXPECT_EQ(state.cardGrowth, 0);
 }
 
 TEST_F(ApprovalViewTest, EachButtonAnswersAndAlwaysKeepsWhatItSays)
@@ -153,6 +193,14 @@ TEST_F(ApprovalViewTest, NothingIsAnsweredBeforeItHasBeenSeen)
         click("Allow");
         EXPECT_EQ(std::exchange(answers, {}).size(), 1);
     }
+    // A press that began before does not count either.
+    setApproval("reboot", "integration_claude");
+    queue.advance(0.2);
+    const QPoint place = placeOf(button("Allow")).center();
+    QTest::mousePress(root->windowHandle(), Qt::LeftButton, {}, place);
+    queue.advance(2);
+    QTest::mouseRelease(root->windowHandle(), Qt::LeftButton, {}, place);
+    EXPECT_TRUE(answers.isEmpty());
     // The island opens on it, over whatever was there.
     island.setMode(IslandMode::compact);
     queue.advance(2);
@@ -194,8 +242,10 @@ TEST_F(ApprovalViewTest, ADenialMaySayWhy)
     EXPECT_TRUE(answers.isEmpty());
     QTest::keyClicks(why, "Use the other file");
     QTest::keyClick(why, Qt::Key_Return);
-    EXPECT_EQ(decisions(), QStringList{"deny"});
-    EXPECT_EQ(answers.last().message, "Use the other file");
+    click("Deny");
+    EXPECT_EQ(decisions(), (QStringList{"deny", "deny"}));
+    for (const ApprovalAnswer &answer : answers)
+        EXPECT_EQ(answer.message, "Use the other file");
 }
 
 class QuestionViewTest : public ViewFixture
@@ -243,19 +293,24 @@ TEST_F(QuestionViewTest, QuestionsAreAnsweredOneAfterTheOther)
     queue.advance(2);
     EXPECT_TRUE(visibleTexts().contains("2 of 3"));
     EXPECT_FALSE(button("Next")->isEnabled());
+    click("Costs");
+    QTest::keyClicks(ownAnswer(), "Risks");
     click("Back");
     queue.advance(2);
+    EXPECT_TRUE(button("Postgres")->isChecked()) << "what was answered is still there";
     click("SQLite");
     queue.advance(2);
-    click("Costs");
+    EXPECT_TRUE(button("Costs")->isChecked());
+    EXPECT_EQ(ownAnswer()->text(), "Risks");
     click("Times");
     click("Next");
     queue.advance(2);
     QTest::keyClicks(ownAnswer(), "Buoy");
     QTest::keyClick(ownAnswer(), Qt::Key_Return);
     ASSERT_EQ(decisions(), QStringList{"allow"});
-    EXPECT_EQ(answered(),
-              (QJsonObject{{"Which?", "SQLite"}, {"What?", "Costs, Times"}, {"Name?", "Buoy"}}));
+    EXPECT_EQ(
+        answered(),
+        (QJsonObject{{"Which?", "SQLite"}, {"What?", "Costs, Times, Risks"}, {"Name?", "Buoy"}}));
     EXPECT_EQ(answers.last().updatedInput->value("kept"), 1);
 }
 
@@ -274,6 +329,16 @@ TEST_F(QuestionViewTest, OddQuestionsCanBeReadAndGivenBack)
         EXPECT_LE(placeOf(button("In the terminal")).bottom(), 150 + int(state.cardGrowth));
         click("In the terminal");
         EXPECT_EQ(decisions().last(), "ask");
+    }
+
+    // More than a card takes is answered where it was asked.
+    AgentQuestion endless = many;
+    for (int i = 0; i < 5000; ++i)
+        endless.options.append({QString::number(i)});
+    for (const AgentQuestion &question : {endless, AgentQuestion{.text = QString(900'000, u'q')}}) {
+        ask({question});
+        EXPECT_EQ(visibleButtons(), QStringList{"In the terminal"});
+        EXPECT_TRUE(visibleTexts().join(' ').contains("look in the terminal"));
     }
 }
 

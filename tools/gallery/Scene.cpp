@@ -251,6 +251,11 @@ SceneGroup requests()
                  R"({"tool_name":"Edit","tool_input":{"file_path":"/home/ada/parse.cpp",)"
                  R"("old_string":"int parse()\n{\n    return 0;\n}","new_string":)"
                  R"("int parse()\n{\n    check();\n    return 1;\n}","replace_all":true}})"),
+         request("A patch",
+                 R"({"tool_name":"apply_patch","tool_input":{"command":"*** Begin Patch\n)"
+                 R"(*** Update File: src/parse.cpp\n@@ int parse()\n {\n-    return 0;\n)"
+                 R"(+    check();\n+    return 1;\n }\n*** End Patch","description":)"
+                 R"("The parser must check its input"}})"),
          request("A page",
                  R"({"tool_name":"WebFetch","tool_input":{"url":"https://example.org/a",)"
                  R"("prompt":"read it"},"permission_suggestions":[{"type":"addRules",)"

@@ -10,6 +10,7 @@
 #include "ui/SecondaryButton.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
+#include "ui/WrappedLabel.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
 #include "views/CardSight.h"
@@ -17,7 +18,6 @@
 #include "views/overview/AgentWho.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 
 #include <algorithm>
 #include <utility>
@@ -33,9 +33,18 @@ constexpr int buttonSpacing = 8;
 const QString whyName = QStringLiteral("Say why…");
 /// What a refused plan is told without a reason.
 const QString keepPlanning = QStringLiteral("Keep planning.");
-/// The least room for who asks, in points.
-constexpr int leastWho = 90;
+/// The least room for the name of who asks, in points, and more characters than any head line has.
+constexpr int leastName = 60;
+/// The room for a count of lines.
+constexpr int countWidth = 70;
+constexpr qsizetype longestHead = 200;
 const QString whyHint = QStringLiteral("Tell it what to do instead");
+
+/// The two, each on lines of its own.
+QString joined(const QString &first, const QString &second)
+{
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u'\n' + second;
+}
 
 } // namespace
 
@@ -46,9 +55,9 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     , m_who(new AgentWho(context.state, QStringLiteral("needs permission")))
     , m_tool(new TextLabel(Style::font(Style::headSize), Style::secondaryText))
     , m_lineCount(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
-    , m_reason(DecisionCard::wrappedText(Style::headSize, Style::explanationText, reasonSpacing))
+    , m_reason(new WrappedLabel(Style::font(Style::headSize), Style::explanationText))
     , m_body(new RequestBody)
-    , m_keeps(DecisionCard::wrappedText(Style::captionSize, Style::secondaryText, keepsSpacing))
+    , m_keeps(new WrappedLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_why(new CardField(whyName))
 {
     const auto answer = [this](Decision decision) { return [=, this] { decide(decision); }; };
@@ -86,9 +95,9 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
 
     CardColumn::fill(this, CardMetrics::contentLeft,
                      {{0, head},
-                      {0, m_reason},
+                      {reasonSpacing, m_reason},
                       {bodySpacing, m_body},
-                      {0, m_keeps},
+                      {keepsSpacing, m_keeps},
                       {buttonSpacing, m_buttons}});
     QWidget *previous = m_body;
     for (QWidget *next : {m_terminal, m_deny, m_keepPlanning, static_cast<QWidget *>(m_why),
@@ -126,52 +135,54 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     const bool isQuestion = request.tool == QLatin1String("AskUserQuestion");
     const bool canKeep = !request.grants.isEmpty() && !isPlan && !isQuestion;
     m_who->nameSession(request.pillId, request.folder);
-    const qsizetype lines = content.text.trimmed().count(u'\n') + 1;
-    m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());
     showReason(content);
     const QString kept = canKeep ? DecisionCard::whatIsKept(request.grants) : QString();
     const bool keepsFit = DecisionCard::fitsAsNote(kept);
     if (!keepsFit)
-        content.more += (content.more.isEmpty() ? QString() : QStringLiteral("\n")) + kept;
-    m_keeps->setText(keepsFit ? kept : QString());
-    m_keeps->setVisible(canKeep && keepsFit);
-    m_body->showContent(content);
+        content.more = joined(content.more, kept);
+    m_keeps->showText(keepsFit ? kept : QString());
+    // What can't be read here can't be allowed here.
+    const bool isWhole = m_body->showContent(content, DecisionCard::columnWidth);
+    const qsizetype lines = m_body->lineCount();
+    m_lineCount->setLine(lines > 1 ? QStringLiteral("%1 lines").arg(lines) : QString());
     m_why->clear();
 
-    m_terminal->setVisible(isQuestion);
+    m_terminal->setVisible(isQuestion || !isWhole);
     m_why->setVisible(!isQuestion);
     m_deny->setVisible(!isPlan && !isQuestion);
-    m_allow->setVisible(!isPlan && !isQuestion);
-    m_always->setVisible(canKeep);
+    m_allow->setVisible(!isPlan && !isQuestion && isWhole);
+    m_keeps->setVisible(canKeep && isWhole && keepsFit);
+    m_always->setVisible(canKeep && isWhole);
     m_keepPlanning->setVisible(isPlan);
-    m_approvePlan->setVisible(isPlan);
+    m_approvePlan->setVisible(isPlan && isWhole);
     fitHeight();
 }
 
 /// A short reason stands behind the tool, a longer one has lines of its own. What would not fit
-/// even there, and a tool of a long name, come first in the body, where they can be scrolled to.
+/// even there is in the body, where it can be scrolled to: a tool of a long name above the content,
+/// and a reason below it, so that it pushes nothing out of sight.
 void ApprovalView::showReason(RequestContent &content)
 {
     const QFontMetrics metrics(m_tool->font());
-    const int room = DecisionCard::columnWidth - leastWho - m_lineCount->sizeHint().width()
-        - 3 * Style::headSpacing;
-    const auto moveToBody = [&content](const QString &words) {
-        content.subject = content.subject.isEmpty() ? words : words + u'\n' + content.subject;
+    const bool hasCount
+        = content.kind == RequestContent::Kind::diff || content.text.contains(u'\n');
+    const int room
+        = DecisionCard::columnWidth - (hasCount ? countWidth : 0) - 3 * Style::headSpacing;
+    const auto fits = [&](const QString &words, int ofWho) {
+        return words.size() <= longestHead && metrics.horizontalAdvance(words) <= room - ofWho;
     };
     QString head = QStringLiteral("· ") + content.title;
-    const QString both = head + QStringLiteral(" — ") + content.reason;
-    const int ofWho = std::max(m_who->sizeHint().width() - leastWho, 0);
-    const bool fitsBehind
-        = !content.reason.isEmpty() && metrics.horizontalAdvance(both) <= room - ofWho;
-    if (fitsBehind)
-        head = both;
-    const bool fitsBelow = DecisionCard::fitsAsNote(content.reason);
-    if (!fitsBehind && !fitsBelow)
-        moveToBody(content.reason);
-    m_reason->setText(fitsBehind || !fitsBelow ? QString() : content.reason);
-    m_reason->setVisible(!m_reason->text().isEmpty());
-    if (metrics.horizontalAdvance(head) > room) {
-        moveToBody(content.title);
+    QString below = content.reason;
+    if (!below.isEmpty() && fits(head + QStringLiteral(" — ") + below, m_who->sizeHint().width()))
+        head += QStringLiteral(" — ") + std::exchange(below, {});
+    if (!DecisionCard::fitsAsNote(below)) {
+        const QString line = QStringLiteral("description: ") + std::exchange(below, {});
+        content.more = joined(line, content.more);
+    }
+    m_reason->showText(below);
+    m_reason->setVisible(!below.isEmpty());
+    if (!fits(head, m_who->minimumSizeHint().width() + leastName)) {
+        content.subject = joined(content.title, content.subject);
         head.clear();
     }
     m_tool->setLine(content.title.isEmpty() ? QString() : head);

@@ -5,7 +5,6 @@
 #include "ui/Observers.h"
 #include "views/ViewContext.h"
 
-class QLabel;
 class QBoxLayout;
 
 namespace tirlo {
@@ -15,6 +14,7 @@ class Announcement;
 class CardField;
 class RequestBody;
 class TextLabel;
+class WrappedLabel;
 
 /// The permission request on show: what an agent is about to do, whole, and the answers.
 ///
@@ -45,9 +45,9 @@ private:
     AgentWho *m_who;
     TextLabel *m_tool;
     TextLabel *m_lineCount;
-    QLabel *m_reason;
+    WrappedLabel *m_reason;
     RequestBody *m_body;
-    QLabel *m_keeps;
+    WrappedLabel *m_keeps;
     QBoxLayout *m_buttons;
     QWidget *m_terminal;
     QWidget *m_deny;

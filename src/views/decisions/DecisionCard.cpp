@@ -2,30 +2,14 @@
 
 #include "core/AppState.h"
 #include "core/TaskWords.h"
-#include "ui/Style.h"
 #include "views/CardMetrics.h"
 #include "views/overview/AgentWho.h"
 
-#include <QLabel>
 #include <QLayout>
 
 #include <algorithm>
 
 namespace tirlo::DecisionCard {
-
-QLabel *wrappedText(double size, const QColor &color, int above)
-{
-    auto *label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setContentsMargins(0, above, 0, 0);
-    label->setFont(Style::font(size));
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
-    label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    return label;
-}
 
 void dropFocus(const QWidget &card)
 {
@@ -52,11 +36,7 @@ QString whatIsKept(const QList<StandingGrant> &grants)
 bool fitsAsNote(const QString &text)
 {
     constexpr int mostCharacters = 240;
-    constexpr int longestWord = 40;
-    const QStringList words = text.split(u' ');
-    return text.size() <= mostCharacters && !text.contains(u'\n')
-        && std::ranges::all_of(words,
-                               [](const QString &word) { return word.size() <= longestWord; });
+    return text.size() <= mostCharacters && !text.contains(u'\n');
 }
 
 int heightOf(const QWidget &card)

@@ -4,8 +4,6 @@
 #include "core/model/BotState.h"
 #include "views/CardMetrics.h"
 
-class QLabel;
-class QColor;
 class QWidget;
 
 namespace tirlo {
@@ -14,10 +12,6 @@ class AppState;
 
 /// What the cards that ask the user have in common; lengths in points.
 namespace DecisionCard {
-
-/// A label of foreign text that wraps, with so much room above it while it is there; markup in it
-/// is not interpreted.
-[[nodiscard]] QLabel *wrappedText(double size, const QColor &color, int above = 0);
 
 /// Width of a decision card's column.
 inline constexpr int columnWidth

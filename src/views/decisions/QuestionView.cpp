@@ -9,6 +9,7 @@
 #include "hooks/AgentQuestions.h"
 #include "ui/Announcement.h"
 #include "ui/CardField.h"
+#include "ui/FocusRing.h"
 #include "ui/OptionButton.h"
 #include "ui/PrimaryButton.h"
 #include "ui/SecondaryButton.h"
@@ -16,14 +17,16 @@
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
 #include "ui/TextLine.h"
+#include "ui/WrappedLabel.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
 #include "views/CardSight.h"
 #include "views/overview/AgentTargets.h"
 #include "views/overview/AgentWho.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
-#include <QLabel>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -34,26 +37,33 @@ namespace tirlo {
 namespace {
 
 constexpr int questionSpacing = 5;
-constexpr int optionsSpacing = 7;
 constexpr int optionSpacing = 5;
-constexpr int fieldSpacing = 6;
 constexpr int buttonSpacing = 8;
-/// Less than this of the options would be a slit.
-constexpr int leastOptionsHeight = 34;
+constexpr int ringSpacing = 3;
+/// Less than this of the question would be a slit.
+constexpr int leastRoom = 34;
 
-/// The text with places to break the longest of its words at.
-QString breakable(const QString &text)
+/// Laying out more at once would be felt.
+constexpr qsizetype mostCharacters = 50'000;
+constexpr qsizetype mostOptions = 100;
+constexpr qsizetype longestBeginning = 1000;
+
+bool isTooLong(const AgentQuestion &question)
 {
-    constexpr int longestRun = 20;
-    QString broken;
-    int run = 0;
-    for (const QChar character : text) {
-        run = character.isSpace() ? 0 : run + 1;
-        broken += character;
-        if (run % longestRun == 0 && run > 0 && !character.isHighSurrogate())
-            broken += QChar(0x200B);
-    }
-    return broken;
+    qsizetype characters = question.text.size();
+    for (const AgentQuestion::Option &option : question.options)
+        characters += option.label.size() + option.description.size();
+    return characters > mostCharacters || question.options.size() > mostOptions;
+}
+
+/// The beginning of a question that is too long, and what is left out.
+AgentQuestion beginningOf(const AgentQuestion &question)
+{
+    const QString beginning = question.text.left(longestBeginning);
+    return {.text = QStringLiteral("%1\n… %2 more characters and %3 options; look in the terminal")
+                        .arg(beginning)
+                        .arg(question.text.size() - beginning.size())
+                        .arg(question.options.size())};
 }
 
 } // namespace
@@ -64,8 +74,10 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     , m_who(new AgentWho(context.state, QStringLiteral("is asking a question")))
     , m_announcement(new Announcement(this))
     , m_progress(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
-    , m_question(DecisionCard::wrappedText(Style::bodySize, Style::primaryText))
-    , m_options(new QScrollArea)
+    , m_question(
+          new WrappedLabel(Style::font(Style::bodySize, QFont::DemiBold), Style::primaryText))
+    , m_options(new QVBoxLayout)
+    , m_area(new QScrollArea)
     , m_own(new CardField(QStringLiteral("Another answer…")))
     , m_terminal(new SecondaryButton(QStringLiteral("In the terminal"), {}, [this] { giveBack(); }))
     , m_back(new SecondaryButton(QStringLiteral("Back"), {}, [this] { goBack(); }))
@@ -76,13 +88,19 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
             AgentTargets::lookInto(*task, m_context);
     }))
 {
-    m_question->setFont(Style::font(Style::bodySize, QFont::DemiBold));
-    m_options->setFocusPolicy(Qt::NoFocus);
-    m_options->setFrameStyle(QFrame::NoFrame);
-    m_options->setWidgetResizable(true);
-    SlimScrollBar::dress(*m_options);
-    m_options->viewport()->setAutoFillBackground(false);
-    m_options->setAccessibleName(QStringLiteral("Options"));
+    auto *list = new QWidget;
+    m_options->setContentsMargins(0, 0, 0, 0);
+    m_options->setSpacing(optionSpacing);
+    m_options->addWidget(m_question);
+    list->setLayout(m_options);
+    m_area->setFrameStyle(QFrame::NoFrame);
+    m_area->setWidgetResizable(true);
+    m_area->setWidget(list);
+    SlimScrollBar::dress(*m_area);
+    list->setAutoFillBackground(false);
+    m_area->viewport()->setAutoFillBackground(false);
+    m_area->setAccessibleName(QStringLiteral("Question and options"));
+    m_area->installEventFilter(this);
     for (QWidget *button : {m_terminal, m_back, m_next, m_answer})
         onPress(button);
     connect(m_own, &CardField::returnPressed, this, [this] {
@@ -97,13 +115,15 @@ QuestionView::QuestionView(const ViewContext &context, QWidget *parent)
     head->addStretch();
     head->addWidget(m_progress);
 
-    CardColumn::fill(
-        this, CardMetrics::contentLeft,
-        {{0, head},
-         {questionSpacing, m_question},
-         {optionsSpacing, m_options},
-         {fieldSpacing, m_own},
-         {buttonSpacing, CardColumn::controls({m_terminal, m_back, m_open, m_next, m_answer})}});
+    auto *controls = new QHBoxLayout;
+    controls->setSpacing(Style::controlSpacing);
+    for (QWidget *control :
+         {m_terminal, m_back, m_open, static_cast<QWidget *>(m_own), m_next, m_answer})
+        controls->addWidget(control);
+    controls->addStretch();
+    controls->setStretchFactor(m_own, 1);
+    CardColumn::fill(this, CardMetrics::contentLeft,
+                     {{0, head}, {questionSpacing, m_area}, {buttonSpacing, controls}});
     showParts(false);
     followRequest();
     m_observers.follow(m_context.state.pendingApproval, [this] { followRequest(); });
@@ -138,22 +158,28 @@ void QuestionView::followTask()
     if (!asks)
         return;
     m_who->followFocus();
+    nameAgent(task->id);
     const QString words = withoutHiddenMarks(task->steps.last());
     if (words != m_question->text())
         m_announcement->tell({inWords(*task) + u':', words});
-    m_question->setText(words);
     m_progress->setLine({});
     showParts(false);
-    DecisionCard::askForHeight(m_context.state, DecisionCard::heightOf(*this));
+    showOptions({.text = words});
+    fitHeight();
+}
+
+void QuestionView::nameAgent(const QString &pillId)
+{
+    const AgentDefinition *agent = AgentCatalog::ofPill(pillId);
+    m_who->setLabel((agent ? agent->name + u' ' : QString())
+                    + QStringLiteral("is asking a question"));
 }
 
 void QuestionView::showQuestion()
 {
     const AgentQuestion &question = m_request->questions.at(m_index);
     m_who->nameSession(m_request->pillId, m_request->folder);
-    const AgentDefinition *agent = AgentCatalog::ofPill(m_request->pillId);
-    m_who->setLabel((agent ? agent->name + u' ' : QString())
-                    + QStringLiteral("is asking a question"));
+    nameAgent(m_request->pillId);
     DecisionCard::dropFocus(*this);
     const qsizetype count = m_request->questions.size();
     const QString place
@@ -162,18 +188,14 @@ void QuestionView::showQuestion()
     m_progress->setLine(header.isEmpty() || place.isEmpty()
                             ? header + place
                             : header + QStringLiteral(" · ") + place);
-    // One of many lines scrolls with its options.
-    const bool isShort = DecisionCard::fitsAsNote(question.text);
-    m_question->setText(isShort ? withoutHiddenMarks(question.text) : QString());
-    m_own->clear();
-
+    const bool isAnswered = !isTooLong(question);
     showParts(true);
-    m_question->setVisible(isShort);
+    m_own->setVisible(isAnswered);
     m_back->setVisible(m_index > 0);
     const bool isLast = m_index + 1 == count;
-    m_next->setVisible(!isLast);
-    m_answer->setVisible(isLast);
-    showOptions(question);
+    m_next->setVisible(isAnswered && !isLast);
+    m_answer->setVisible(isAnswered && isLast);
+    showOptions(isAnswered ? question : beginningOf(question));
     showKept(question);
     updateButtons();
     fitHeight();
@@ -188,53 +210,42 @@ void QuestionView::showQuestion()
 /// The controls of a question that is answered here, or the one that leads to the agent.
 void QuestionView::showParts(bool isAnswered)
 {
-    for (QWidget *part : {static_cast<QWidget *>(m_options), static_cast<QWidget *>(m_own),
-                          m_terminal, m_back, m_next, m_answer})
+    for (QWidget *part : {static_cast<QWidget *>(m_own), m_terminal, m_back, m_next, m_answer})
         part->setVisible(isAnswered);
     m_open->setVisible(!isAnswered);
 }
 
 void QuestionView::showOptions(const AgentQuestion &question)
 {
-    auto *list = new QWidget;
-    auto *column = new QVBoxLayout(list);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(optionSpacing);
-    m_optionButtons.clear();
-    const bool isLong = !DecisionCard::fitsAsNote(question.text);
-    if (isLong) {
-        auto *text = DecisionCard::wrappedText(Style::bodySize, Style::primaryText);
-        text->setText(breakable(withoutHiddenMarks(question.text)));
-        column->addWidget(text);
+    m_question->showText(question.text);
+    // One of them may be what was just clicked.
+    for (QAbstractButton *button : std::exchange(m_optionButtons, {})) {
+        m_options->removeWidget(button);
+        button->hide();
+        button->deleteLater();
     }
     for (const AgentQuestion::Option &option : question.options) {
-        auto *button
-            = new OptionButton(option.label, option.description, question.multiSelect, list);
+        auto *button = new OptionButton(option.label, option.description, question.multiSelect);
         connect(button, &QAbstractButton::clicked, this, [this, button, label = option.label] {
-            if (!m_request)
-                return;
-            if (!m_request->questions.at(m_index).multiSelect)
-                choose({label});
-            else if (m_pressCounts && m_context.sight.hasBeenSeen())
+            if (!m_request || !m_pressCounts || !m_context.sight.hasBeenSeen())
+                button->toggle();
+            else if (m_request->questions.at(m_index).multiSelect)
                 updateButtons();
             else
-                button->toggle();
+                choose({label});
         });
         onPress(button);
-        column->addWidget(button);
+        m_options->addWidget(button);
+        button->show();
         m_optionButtons.append(button);
     }
-    column->addStretch();
-    m_options->setWidget(list);
-    list->setAutoFillBackground(false);
-    m_options->setVisible(isLong || !question.options.isEmpty());
 
-    QWidget *previous = m_options;
+    QWidget *previous = m_area;
     const auto follow
         = [&previous](QWidget *next) { setTabOrder(std::exchange(previous, next), next); };
     for (QAbstractButton *button : m_optionButtons)
         follow(button);
-    for (QWidget *next : {static_cast<QWidget *>(m_own), m_terminal, m_back, m_next, m_answer})
+    for (QWidget *next : {m_terminal, m_back, static_cast<QWidget *>(m_own), m_next, m_answer})
         follow(next);
 }
 
@@ -242,13 +253,11 @@ void QuestionView::showOptions(const AgentQuestion &question)
 void QuestionView::showKept(const AgentQuestion &question)
 {
     QStringList kept = m_answers.value(question.text);
-    for (qsizetype i = 0; question.multiSelect && i < m_optionButtons.size(); ++i) {
+    for (qsizetype i = 0; i < m_optionButtons.size(); ++i) {
         if (kept.removeOne(question.options.at(i).label))
             m_optionButtons.at(i)->setChecked(true);
     }
-    for (const AgentQuestion::Option &option : question.options)
-        kept.removeOne(option.label);
-    m_own->setText(kept.join(u' '));
+    m_own->setText(kept.value(0));
 }
 
 /// A press counts by what had been seen when it began.
@@ -258,22 +267,37 @@ void QuestionView::onPress(QWidget *button)
             [this] { m_pressCounts = m_context.sight.hasBeenSeen(); });
 }
 
+/// Takes what room the question needs, up to the largest card, and scrolls in it from there on.
 void QuestionView::fitHeight()
 {
-    const bool scrolls = !m_options->isHidden();
-    int needed = 0;
-    if (scrolls) {
-        needed = m_options->widget()->layout()->totalHeightForWidth(DecisionCard::columnWidth);
-        m_options->setFixedHeight(leastOptionsHeight);
-    }
-    const int others = DecisionCard::heightOf(*this) - (scrolls ? leastOptionsHeight : 0);
-    const int room = std::max(CardMetrics::largestHeight - 2 * CardMetrics::padding - others,
-                              leastOptionsHeight);
-    const int height = std::min(needed, room);
-    if (scrolls)
-        m_options->setFixedHeight(height);
-    m_options->verticalScrollBar()->setValue(0);
+    m_area->setFixedHeight(leastRoom);
+    const int others = DecisionCard::heightOf(*this) - leastRoom;
+    const int room = CardMetrics::largestHeight - 2 * CardMetrics::padding - others;
+    const int needed = m_options->totalHeightForWidth(DecisionCard::columnWidth);
+    const int height = std::min(needed, std::max(room, leastRoom));
+    m_area->setFixedHeight(height);
+    m_area->verticalScrollBar()->setValue(0);
+    // Who has no mouse scrolls with the keys.
+    m_area->setFocusPolicy(needed > height ? Qt::TabFocus : Qt::NoFocus);
     DecisionCard::askForHeight(m_context.state, others + height);
+}
+
+bool QuestionView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    return CardBackground::eventFilter(watched, event);
+}
+
+void QuestionView::paintEvent(QPaintEvent *event)
+{
+    CardBackground::paintEvent(event);
+    if (!FocusRing::isShown(*m_area))
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    constexpr int out = ringSpacing;
+    FocusRing::draw(painter, m_area->geometry().adjusted(-out, -out, out, out), Style::codeRadius);
 }
 
 void QuestionView::choose(const QStringList &labels)
@@ -320,18 +344,19 @@ void QuestionView::updateButtons()
     m_answer->setEnabled(hasAnswer);
 }
 
-/// What is ticked, and what was typed.
+/// What is ticked, and what was typed; for a question that takes one answer, rather what was typed.
 QStringList QuestionView::chosen() const
 {
     QStringList labels;
     if (!m_request)
         return labels;
     const AgentQuestion &question = m_request->questions.at(m_index);
+    const QString own = m_own->text().trimmed();
     for (qsizetype i = 0; i < m_optionButtons.size(); ++i) {
-        if (m_optionButtons.at(i)->isChecked())
+        if (m_optionButtons.at(i)->isChecked() && (question.multiSelect || own.isEmpty()))
             labels.append(question.options.at(i).label);
     }
-    if (const QString own = m_own->text().trimmed(); !own.isEmpty())
+    if (!own.isEmpty())
         labels.append(own);
     return labels;
 }

@@ -8,8 +8,8 @@
 #include <QHash>
 
 class QAbstractButton;
-class QLabel;
 class QScrollArea;
+class QVBoxLayout;
 
 namespace tirlo {
 
@@ -17,6 +17,7 @@ class AgentWho;
 class Announcement;
 class CardField;
 class TextLabel;
+class WrappedLabel;
 
 /// What an agent asks its user: one question after the other, each with its options and a field for
 /// an answer of one's own.
@@ -31,10 +32,15 @@ class QuestionView final : public CardBackground
 public:
     explicit QuestionView(const ViewContext &context, QWidget *parent = nullptr);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     void followRequest();
     void followTask();
     void showQuestion();
+    void nameAgent(const QString &pillId);
     void showParts(bool isAnswered);
     void showOptions(const AgentQuestion &question);
     void showKept(const AgentQuestion &question);
@@ -58,8 +64,9 @@ private:
     AgentWho *m_who;
     Announcement *m_announcement;
     TextLabel *m_progress;
-    QLabel *m_question;
-    QScrollArea *m_options;
+    WrappedLabel *m_question;
+    QVBoxLayout *m_options;
+    QScrollArea *m_area;
     QList<QAbstractButton *> m_optionButtons;
     CardField *m_own;
     QWidget *m_terminal;

@@ -9,6 +9,7 @@
 #include "ui/MarkedLines.h"
 #include "ui/SlimScrollBar.h"
 #include "ui/Style.h"
+#include "ui/WrappedText.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -24,8 +25,10 @@ namespace tirlo {
 namespace {
 
 constexpr double fillOpacity = 0.06;
-/// Breaking a longer word at best is slow: it breaks anywhere.
-constexpr int longestWord = 2000;
+constexpr int leftMargin = Style::codePadding / 2;
+/// Laying out more at once would be felt.
+constexpr qsizetype mostCharacters = 220'000;
+constexpr int mostLines = 10'000;
 /// Tints beyond these are no help to a reader.
 constexpr qsizetype mostTints = 200;
 
@@ -46,15 +49,32 @@ void dress(QAbstractScrollArea &box)
     box.setAccessibleName(QStringLiteral("Request"));
 }
 
-bool hasLongWord(const QString &text)
+qsizetype linesOf(const QString &text)
 {
-    int length = 0;
-    for (const QChar character : text) {
-        length = character.isSpace() ? 0 : length + 1;
-        if (length > longestWord)
-            return true;
+    return text.count(u'\n') + (text.endsWith(u'\n') ? 0 : 1);
+}
+
+/// Where the part of the text ends that is laid out at once.
+qsizetype endOfBeginning(const QString &text)
+{
+    qsizetype end = std::min(text.size(), mostCharacters);
+    if (end < text.size() && text[end - 1].isHighSurrogate())
+        --end;
+    int lines = 0;
+    for (qsizetype i = 0; i < end; ++i) {
+        if (text[i] == u'\n' && ++lines == mostLines)
+            return i;
     }
-    return false;
+    return end;
+}
+
+/// What is said in place of the rest.
+QString wordsFor(QStringView rest)
+{
+    const qsizetype lines = rest.count(u'\n');
+    return QStringLiteral("\n… %1 more %2; look in the terminal")
+        .arg(lines > 0 ? lines : rest.size())
+        .arg(lines > 0 ? QStringLiteral("lines") : QStringLiteral("characters"));
 }
 
 } // namespace
@@ -70,7 +90,7 @@ RequestBody::RequestBody(QWidget *parent)
     m_lines->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     dress(*m_lines);
     dress(*m_plan);
-    m_pages->setContentsMargins(Style::codePadding / 2, 0, 0, 0);
+    m_pages->setContentsMargins(leftMargin, 0, 0, 0);
     m_pages->addWidget(m_lines);
     m_pages->addWidget(m_plan);
     m_lines->installEventFilter(this);
@@ -78,12 +98,16 @@ RequestBody::RequestBody(QWidget *parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void RequestBody::showContent(const RequestContent &content)
+bool RequestBody::showContent(const RequestContent &content, int width)
 {
-    if (content.kind == RequestContent::Kind::plan && m_plan->showMarkdown(content.text))
-        m_pages->setCurrentWidget(m_plan);
-    else
-        showLines(content);
+    const int bar = m_plan->verticalScrollBar()->sizeHint().width();
+    const bool isPlanAlone = content.kind == RequestContent::Kind::plan && content.subject.isEmpty()
+        && content.more.isEmpty();
+    if (!isPlanAlone || !m_plan->showMarkdown(content.text, width - leftMargin - bar))
+        return showLines(content);
+    m_pages->setCurrentWidget(m_plan);
+    m_lineCount = linesOf(content.text);
+    return true;
 }
 
 int RequestBody::heightFor(int width, int most)
@@ -129,35 +153,49 @@ void RequestBody::paintEvent(QPaintEvent *)
         FocusRing::draw(painter, rect(), Style::codeRadius);
 }
 
-void RequestBody::showLines(const RequestContent &content)
+bool RequestBody::showLines(const RequestContent &content)
 {
     m_pages->setCurrentWidget(m_lines);
     QStringList lines;
     QMap<int, LineMark> marks;
-    if (!content.subject.isEmpty())
-        lines.append(content.subject);
+    const int above = content.subject.isEmpty() ? 0 : int(content.subject.count(u'\n')) + 1;
+    const auto append = [&](const QString &line, const LineMark *mark) {
+        if (mark)
+            marks.insert(above + int(lines.size()), *mark);
+        lines.append(line);
+    };
+    m_lineCount = linesOf(content.text);
     if (content.kind == RequestContent::Kind::diff) {
-        for (const DiffLine &line : diffLines(content.before, content.text)) {
-            if (line.kind != DiffLine::Kind::kept)
-                marks.insert(int(lines.size()),
-                             line.kind == DiffLine::Kind::added ? addedMark : removedMark);
-            lines.append(line.text);
-        }
+        for (const DiffLine &line : diffLines(content.before, content.text))
+            append(line.text,
+                   line.kind == DiffLine::Kind::added         ? &addedMark
+                       : line.kind == DiffLine::Kind::removed ? &removedMark
+                                                              : nullptr);
+        m_lineCount = lines.size();
     } else if (content.kind == RequestContent::Kind::patch) {
-        for (const QString &line : content.text.split(u'\n')) {
-            const bool isAdded = line.startsWith(u'+');
-            if (isAdded || line.startsWith(u'-'))
-                marks.insert(int(lines.size()), isAdded ? addedMark : removedMark);
-            lines.append(line);
-        }
+        for (const QString &line : content.text.split(u'\n'))
+            append(line,
+                   line.startsWith(u'+')       ? &addedMark
+                       : line.startsWith(u'-') ? &removedMark
+                                               : nullptr);
     } else if (!content.text.isEmpty()) {
         lines.append(content.text);
     }
+    if (!content.subject.isEmpty())
+        lines.prepend(content.subject);
     if (!content.more.isEmpty())
         lines.append(content.more);
-    const QString text = lines.join(u'\n');
-    m_lines->setWordWrapMode(hasLongWord(text) ? QTextOption::WrapAnywhere
-                                               : QTextOption::WrapAtWordBoundaryOrAnywhere);
+
+    QString text = lines.join(u'\n');
+    const qsizetype end = endOfBeginning(text);
+    const bool isWhole = end == text.size();
+    if (!isWhole) {
+        text = text.first(end) + wordsFor(QStringView(text).sliced(end));
+        marks.remove(int(text.count(u'\n')));
+    }
+    // What was there before is not laid out another time.
+    m_lines->clear();
+    m_lines->setWordWrapMode(wrapModeFor(text));
     m_lines->showText(text, marks);
     m_lines->moveCursor(QTextCursor::Start);
 
@@ -172,8 +210,8 @@ void RequestBody::showLines(const RequestContent &content)
     };
     // What is said about the content is told apart from it.
     const QString shown = m_lines->toPlainText();
-    const qsizetype more = withoutHiddenMarks(content.more).size();
-    if (content.kind != RequestContent::Kind::fields && !content.text.isEmpty()) {
+    if (content.kind != RequestContent::Kind::fields && !content.text.isEmpty() && isWhole) {
+        const qsizetype more = withoutHiddenMarks(content.more).size();
         tint(0, withoutHiddenMarks(content.subject).size(), Style::secondaryText);
         tint(shown.size() - more, more, Style::secondaryText);
     }
@@ -182,6 +220,7 @@ void RequestBody::showLines(const RequestContent &content)
             tint(part.start, part.length, Style::waiting);
     }
     m_lines->setExtraSelections(tints);
+    return isWhole;
 }
 
 } // namespace tirlo

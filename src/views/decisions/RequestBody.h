@@ -22,10 +22,15 @@ class RequestBody final : public QWidget
 public:
     explicit RequestBody(QWidget *parent = nullptr);
 
-    void showContent(const RequestContent &content);
+    /// Shows the content, to be laid out at that width; false when there is more of it than can be
+    /// laid out at once, which the last line then says.
+    bool showContent(const RequestContent &content, int width);
 
     /// The height in points at which all is seen at that width, but `most` at most.
     [[nodiscard]] int heightFor(int width, int most);
+
+    /// How many lines the content has, its path and other arguments aside.
+    [[nodiscard]] qsizetype lineCount() const { return m_lineCount; }
 
     /// Shows its beginning.
     void scrollToStart();
@@ -35,11 +40,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void showLines(const RequestContent &content);
+    bool showLines(const RequestContent &content);
 
     MarkedLines *m_lines;
     MarkdownText *m_plan;
     QStackedLayout *m_pages;
+    qsizetype m_lineCount = 0;
 };
 
 } // namespace tirlo

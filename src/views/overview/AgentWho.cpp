@@ -38,9 +38,9 @@ AgentWho::AgentWho(AppState &state, const QString &label, QWidget *parent)
     row->addWidget(m_label);
     row->addStretch();
 
-    update();
-    m_observers.follow(state.tasks, [this] { update(); });
-    m_observers.follow(state.focusId, [this] { update(); });
+    followTask();
+    m_observers.follow(state.tasks, [this] { followTask(); });
+    m_observers.follow(state.focusId, [this] { followTask(); });
 }
 
 void AgentWho::nameSession(const QString &pillId, const QString &folder)
@@ -52,10 +52,10 @@ void AgentWho::nameSession(const QString &pillId, const QString &folder)
 void AgentWho::followFocus()
 {
     m_namesSession = false;
-    update();
+    followTask();
 }
 
-void AgentWho::update()
+void AgentWho::followTask()
 {
     if (!m_namesSession)
         setTask(m_state.focusTask());

@@ -37,7 +37,7 @@ public:
     void followFocus();
 
 private:
-    void update();
+    void followTask();
     void setTask(const std::optional<AgentTask> &task);
 
     AppState &m_state;
