@@ -24,7 +24,17 @@ constexpr double documentMargin = 4;
 /// Beyond these the import takes time that would be felt.
 constexpr qsizetype longestMarkdown = 16 * 1024;
 constexpr qsizetype mostLinks = 100;
-constexpr qsizetype mostBars = 400;
+constexpr qsizetype mostMarks = 1500;
+
+bool isSoonRendered(const QString &markdown)
+{
+    qsizetype links = 0;
+    for (const char *sign : {"](", "://", "www.", "@"})
+        links += markdown.count(QLatin1String(sign));
+    const auto marks = std::ranges::count_if(
+        markdown, [](QChar c) { return QStringView(u"*_`~|[\n").contains(c); });
+    return markdown.size() <= longestMarkdown && links <= mostLinks && marks <= mostMarks;
+}
 
 struct Link
 {
@@ -155,8 +165,7 @@ MarkdownText::MarkdownText(QWidget *parent)
 
 bool MarkdownText::showMarkdown(const QString &markdown, int width)
 {
-    if (markdown.size() > longestMarkdown || markdown.count(QLatin1String("](")) > mostLinks
-        || markdown.count(u'|') > mostBars)
+    if (!isSoonRendered(markdown))
         return false;
     // Made up apart, where nothing is laid out at each touch.
     auto fresh = std::make_unique<QTextDocument>(this);

@@ -39,7 +39,10 @@ MarkedLines::MarkedLines(QWidget *parent)
 void MarkedLines::showText(const QString &text, const QMap<int, LineMark> &marks)
 {
     m_marks = marks;
-    setViewportMargins(marks.isEmpty() ? 0 : marginWidth, 0, 0, 0);
+    const bool hasSigns
+        = std::ranges::any_of(marks, [](const LineMark &mark) { return !mark.sign.isNull(); });
+    m_margin->setVisible(hasSigns);
+    setViewportMargins(hasSigns ? marginWidth : 0, 0, 0, 0);
     placeMargin();
     setPlainText(withoutHiddenMarks(text));
     setTabStopDistance(tabStop * fontMetrics().horizontalAdvance(u' '));
@@ -97,7 +100,6 @@ void MarkedLines::resizeEvent(QResizeEvent *event)
 void MarkedLines::placeMargin()
 {
     const QRect inside = contentsRect();
-    m_margin->setVisible(!m_marks.isEmpty());
     m_margin->setGeometry(inside.left(), inside.top(), marginWidth, viewport()->height());
 }
 

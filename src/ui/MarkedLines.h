@@ -8,7 +8,8 @@
 
 namespace tirlo {
 
-/// What stands beside a line: a sign in the margin, and a wash of the colour on the line.
+/// What stands beside a line: a sign in the margin, null for none, and a wash of the colour on the
+/// line.
 struct LineMark
 {
     QChar sign;
@@ -26,7 +27,7 @@ public:
     explicit MarkedLines(QWidget *parent = nullptr);
 
     /// Shows the text with these marks on its lines, counted from 0, and scrolls to the first of
-    /// them. Without marks there is no margin.
+    /// them. Without signs there is no margin.
     void showText(const QString &text, const QMap<int, LineMark> &marks);
 
     /// Makes the box as high as this many lines and the bar to scroll sideways.

@@ -133,6 +133,17 @@ TEST_F(ApprovalViewTest, WhatCannotAllBeShownHereCannotBeAllowedHere)
     }
 }
 
+using ClosedIslandTest = ViewFixture;
+
+TEST_F(ClosedIslandTest, TheFirstRequestIsMeasuredAsItWillBeShown)
+{
+    setTasks({task("integration_claude", "shop")});
+    setApproval(QString("word ").repeated(60), "integration_claude");
+    open(IslandView::approval);
+    const auto *box = root->findChild<MarkedLines *>();
+    EXPECT_EQ(box->height(), box->heightOfText(1000));
+}
+
 TEST_F(ApprovalViewTest, WhatDoesNotFitTheHeadOrTheNoteScrollsWithTheContent)
 {
     const RequestContent content{

@@ -11,8 +11,9 @@
 #include "ui/Style.h"
 #include "ui/WrappedText.h"
 
-#include <QEvent>
+#include <QCoreApplication>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QStackedLayout>
 #include <QTextBlock>
@@ -34,6 +35,9 @@ constexpr qsizetype mostTints = 200;
 
 const LineMark addedMark{u'+', Style::success};
 const LineMark removedMark{u'−', Style::failure};
+// The lines of a patch bring their signs.
+const LineMark addedLine{QChar(), Style::success};
+const LineMark removedLine{QChar(), Style::failure};
 
 void dress(QAbstractScrollArea &box)
 {
@@ -77,6 +81,13 @@ QString wordsFor(QStringView rest)
         .arg(lines > 0 ? QStringLiteral("lines") : QStringLiteral("characters"));
 }
 
+/// Has the widget take its size, which it is told late while it isn't on show.
+void tellSize(QWidget &widget)
+{
+    QResizeEvent event(widget.size(), QSize());
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
 } // namespace
 
 RequestBody::RequestBody(QWidget *parent)
@@ -116,7 +127,9 @@ int RequestBody::heightFor(int width, int most)
     auto &box = static_cast<QAbstractScrollArea &>(*m_pages->currentWidget());
     box.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     resize(width, most);
-    m_pages->activate();
+    for (QWidget *widget :
+         {static_cast<QWidget *>(this), static_cast<QWidget *>(&box), box.viewport()})
+        tellSize(*widget);
     int height = most;
     if (m_pages->currentWidget() == m_lines) {
         height = m_lines->heightOfText(most);
@@ -175,8 +188,8 @@ bool RequestBody::showLines(const RequestContent &content)
     } else if (content.kind == RequestContent::Kind::patch) {
         for (const QString &line : content.text.split(u'\n'))
             append(line,
-                   line.startsWith(u'+')       ? &addedMark
-                       : line.startsWith(u'-') ? &removedMark
+                   line.startsWith(u'+')       ? &addedLine
+                       : line.startsWith(u'-') ? &removedLine
                                                : nullptr);
     } else if (!content.text.isEmpty()) {
         lines.append(content.text);
