@@ -332,6 +332,7 @@ TEST_F(QuestionViewTest, OddQuestionsCanBeReadAndGivenBack)
         many.options.append({QString::number(i) + QString(500, u'x'), QString(500, u'y')});
     for (const AgentQuestion &question :
          {AgentQuestion{.text = QString(3000, u'q')}, many,
+          AgentQuestion{.text = "Header?", .header = QString(500, u'h')},
           AgentQuestion{.text = "Twice?", .options = {{"a"}, {"a"}}},
           AgentQuestion{
               .text = "<b>Markup</b>\u202E", .header = "\u00ADh", .options = {{"<i>x"}}}}) {

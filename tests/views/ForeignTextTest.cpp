@@ -1,3 +1,4 @@
+#include "ui/OptionButton.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
 #include "ui/TextLine.h"
@@ -44,6 +45,16 @@ TEST(ForeignTextTest, AVeryLongLineKeepsBothEndsAndWholeCharacters)
         EXPECT_EQ(line.first(1), text.first(1));
         EXPECT_EQ(line.last(1), text.last(1));
     }
+}
+
+TEST(ForeignTextTest, WhatIsSpokenAndWhatIsCopiedHoldsNothingInvisibleEither)
+{
+    TextLabel label(Style::font(Style::headSize), Qt::white);
+    label.setLine("x\u202Ey");
+    const OptionButton option("x\u202Ey", "x\u202Ey", false);
+    for (const QString &told :
+         {label.text(), option.accessibleName(), option.accessibleDescription()})
+        EXPECT_EQ(told, "x\uFFFDy");
 }
 
 TEST(ForeignTextTest, MarkupIsShownAndNotInterpreted)

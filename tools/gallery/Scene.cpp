@@ -243,6 +243,15 @@ SceneGroup requests()
                  R"("make the file"},"permission_suggestions":[{"type":"addDirectories",)"
                  R"("directories":["/home/ada/out"],"destination":"session"},{"type":"setMode",)"
                  R"("mode":"acceptEdits","destination":"session"}]})"),
+         request("What always keeps, at length",
+                 R"({"tool_name":"Bash","tool_input":{"command":"touch out/made","description":)"
+                 R"("make the file"},"permission_suggestions":[{"type":"addRules","rules":)"
+                 R"([{"toolName":"Bash","ruleContent":"%TEXT%"}],"behavior":"allow",)"
+                 R"("destination":"userSettings"}]})",
+                 QStringLiteral("touch ") + QString(300, u'x') + QStringLiteral("; rm:*")),
+         request("More than is shown at once",
+                 R"({"tool_name":"Bash","tool_input":{"command":"%TEXT%"}})",
+                 QString(300'000, u'x')),
          request("A script", R"({"tool_name":"Bash","tool_input":{"command":"%TEXT%"}})", script),
          request("A new file",
                  R"({"tool_name":"Write","tool_input":{"file_path":"/home/ada/a.py",)"
@@ -271,7 +280,8 @@ SceneGroup requests()
                  R"({"tool_name":"AskUserQuestion","tool_input":{"questions":[{"question":)"
                  R"("Which database should I use?","header":"Database","options":[{"label":)"
                  R"("SQLite","description":"one file"},{"label":"Postgres","description":)"
-                 R"("a server"}],"multiSelect":false}]}})"),
+                 R"("a server"},{"label":"None","description":"keep it in memory"}],)"
+                 R"("multiSelect":false}]}})"),
          request("Several choices, two questions",
                  R"({"tool_name":"AskUserQuestion","tool_input":{"questions":[{"question":)"
                  R"("What should the report hold?","header":"Report","options":[{"label":)"

@@ -16,7 +16,6 @@
 #include "ui/SlimScrollBar.h"
 #include "ui/Style.h"
 #include "ui/TextLabel.h"
-#include "ui/TextLine.h"
 #include "ui/WrappedLabel.h"
 #include "views/CardColumn.h"
 #include "views/CardMetrics.h"
@@ -47,10 +46,12 @@ constexpr int leastRoom = 34;
 constexpr qsizetype mostCharacters = 50'000;
 constexpr qsizetype mostOptions = 100;
 constexpr qsizetype longestBeginning = 1000;
+/// In the head line.
+constexpr qsizetype longestHeader = 30;
 
 bool isTooLong(const AgentQuestion &question)
 {
-    qsizetype characters = question.text.size();
+    qsizetype characters = question.header.size() + question.text.size();
     for (const AgentQuestion::Option &option : question.options)
         characters += option.label.size() + option.description.size();
     return characters > mostCharacters || question.options.size() > mostOptions;
@@ -63,7 +64,8 @@ AgentQuestion beginningOf(const AgentQuestion &question)
     return {.text = QStringLiteral("%1\n… %2 more characters and %3 options; look in the terminal")
                         .arg(beginning)
                         .arg(question.text.size() - beginning.size())
-                        .arg(question.options.size())};
+                        .arg(question.options.size()),
+            .header = question.header.left(longestBeginning)};
 }
 
 } // namespace
@@ -184,7 +186,9 @@ void QuestionView::showQuestion()
     const qsizetype count = m_request->questions.size();
     const QString place
         = count > 1 ? QStringLiteral("%1 of %2").arg(m_index + 1).arg(count) : QString();
-    const QString header = TextLine::displayable(question.header);
+    // A long header is read with the question.
+    const bool isShort = question.header.size() <= longestHeader;
+    const QString header = isShort ? question.header : QString();
     m_progress->setLine(header.isEmpty() || place.isEmpty()
                             ? header + place
                             : header + QStringLiteral(" · ") + place);
@@ -195,7 +199,10 @@ void QuestionView::showQuestion()
     const bool isLast = m_index + 1 == count;
     m_next->setVisible(isAnswered && !isLast);
     m_answer->setVisible(isAnswered && isLast);
-    showOptions(isAnswered ? question : beginningOf(question));
+    AgentQuestion shown = isAnswered ? question : beginningOf(question);
+    if (!isShort)
+        shown.text.prepend(shown.header + u'\n');
+    showOptions(shown);
     showKept(question);
     updateButtons();
     fitHeight();
