@@ -25,6 +25,8 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         state.selectable = m_button.isCheckable();
         state.selected = m_button.isChecked();
+        state.checkable = m_button.isCheckable();
+        state.checked = m_button.isChecked();
         return state;
     }
 

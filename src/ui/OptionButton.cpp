@@ -1,5 +1,6 @@
 #include "OptionButton.h"
 
+#include "AccessibleRole.h"
 #include "Color.h"
 #include "FocusRing.h"
 #include "Style.h"
@@ -47,6 +48,8 @@ OptionButton::OptionButton(const QString &label, const QString &description,
     , m_description(withoutHiddenMarks(description), descriptionFont())
 {
     setCheckable(true);
+    if (!severalMayBeChosen)
+        AccessibleRole::set(*this, QAccessible::RadioButton);
     setAccessibleName(lineWithoutHiddenMarks(label));
     setAccessibleDescription(withoutHiddenMarks(description));
     setFocusPolicy(Qt::TabFocus);

@@ -12,7 +12,8 @@ class OptionButton final : public QAbstractButton
     Q_OBJECT
 
 public:
-    /// A click chooses or drops it; with `severalMayBeChosen` the mark is a box instead of a circle.
+    /// A click chooses or drops it; with `severalMayBeChosen` the mark is a box instead of a
+    /// circle.
     OptionButton(const QString &label, const QString &description, bool severalMayBeChosen,
                  QWidget *parent = nullptr);
 

@@ -9,7 +9,7 @@ class QPainter;
 
 namespace tirlo {
 
-/// How the text is best broken into lines: between words, and within one that is longer than a line.
+/// How the text is best broken into lines: between words, and within a word longer than a line.
 ///
 /// Looking for the best place in a word without end takes as long as the word squared, so a text
 /// with one breaks anywhere.

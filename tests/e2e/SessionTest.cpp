@@ -12,9 +12,10 @@ class SessionTest : public AfterGreeting
 {
 protected:
     /// What the agent reads once the request is answered by that button.
-    QByteArray answerBy(const char *button, HookRun &request) const
+    QByteArray answerBy(const char *button, HookRun &request,
+                        const char *role = "push button") const
     {
-        if (!program.clickButton(button) || !request.waitForEnd() || request.exitCode() != 0)
+        if (!program.clickButton(button, role) || !request.waitForEnd() || request.exitCode() != 0)
             return "no answer";
         const QByteArray head
             = R"({"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{)";
@@ -70,7 +71,7 @@ TEST_F(SessionTest, AQuestionIsAnsweredAndADenialSaysWhy)
     const QJsonObject input{{"questions", QJsonArray{question}}};
     const auto asked = editor.askFor("AskUserQuestion", input);
     ASSERT_TRUE(program.waitForText("Which database?"));
-    const QByteArray answer = answerBy("Postgres", *asked);
+    const QByteArray answer = answerBy("Postgres", *asked, "radio button");
     EXPECT_TRUE(answer.contains(R"("answers":{"Which database?":"Postgres"})")) << answer.data();
 
     // Clicks where the button will be decide nothing until the card has been seen.

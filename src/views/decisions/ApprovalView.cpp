@@ -28,7 +28,7 @@ namespace {
 
 constexpr int reasonSpacing = 3;
 constexpr int bodySpacing = 5;
-constexpr int keepsSpacing = 5;
+constexpr int noteSpacing = 5;
 constexpr int buttonSpacing = 8;
 const QString whyName = QStringLiteral("Say why…");
 /// What a refused plan is told without a reason.
@@ -38,6 +38,8 @@ constexpr int leastName = 60;
 /// The room for a count of lines.
 constexpr int countWidth = 70;
 constexpr qsizetype longestHead = 200;
+const QString tooLong = QStringLiteral(
+    "Too long to be shown whole, and so to be allowed here: look in the terminal.");
 const QString whyHint = QStringLiteral("Tell it what to do instead");
 
 /// The two, each on lines of its own.
@@ -57,7 +59,7 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
     , m_lineCount(new TextLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_reason(new WrappedLabel(Style::font(Style::headSize), Style::explanationText))
     , m_body(new RequestBody)
-    , m_keeps(new WrappedLabel(Style::font(Style::captionSize), Style::secondaryText))
+    , m_note(new WrappedLabel(Style::font(Style::captionSize), Style::secondaryText))
     , m_why(new CardField(whyName))
 {
     const auto answer = [this](Decision decision) { return [=, this] { decide(decision); }; };
@@ -97,7 +99,7 @@ ApprovalView::ApprovalView(const ViewContext &context, QWidget *parent)
                      {{0, head},
                       {reasonSpacing, m_reason},
                       {bodySpacing, m_body},
-                      {keepsSpacing, m_keeps},
+                      {noteSpacing, m_note},
                       {buttonSpacing, m_buttons}});
     QWidget *previous = m_body;
     for (QWidget *next : {m_terminal, m_deny, m_keepPlanning, static_cast<QWidget *>(m_why),
@@ -140,7 +142,6 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     const bool keepsFit = DecisionCard::fitsAsNote(kept);
     if (!keepsFit)
         content.more = joined(content.more, kept);
-    m_keeps->showText(keepsFit ? kept : QString());
     // What can't be read here can't be allowed here.
     const bool isWhole = m_body->showContent(content, DecisionCard::columnWidth);
     const qsizetype lines = m_body->lineCount();
@@ -151,7 +152,8 @@ void ApprovalView::showRequest(const ApprovalInfo &request)
     m_why->setVisible(!isQuestion);
     m_deny->setVisible(!isPlan && !isQuestion);
     m_allow->setVisible(!isPlan && !isQuestion && isWhole);
-    m_keeps->setVisible(canKeep && isWhole && keepsFit);
+    m_note->showText(isWhole ? kept : tooLong);
+    m_note->setVisible(!isWhole || (canKeep && keepsFit));
     m_always->setVisible(canKeep && isWhole);
     m_keepPlanning->setVisible(isPlan);
     m_approvePlan->setVisible(isPlan && isWhole);

@@ -47,7 +47,7 @@ private:
     TextLabel *m_lineCount;
     WrappedLabel *m_reason;
     RequestBody *m_body;
-    WrappedLabel *m_keeps;
+    WrappedLabel *m_note;
     QBoxLayout *m_buttons;
     QWidget *m_terminal;
     QWidget *m_deny;
