@@ -28,7 +28,7 @@ namespace {
 constexpr double fillOpacity = 0.06;
 constexpr int leftMargin = Style::codePadding / 2;
 /// Laying out more at once would be felt.
-constexpr qsizetype mostCharacters = 220'000;
+constexpr qsizetype mostCharacters = 120'000;
 constexpr int mostLines = 10'000;
 /// Tints beyond these are no help to a reader.
 constexpr qsizetype mostTints = 200;
